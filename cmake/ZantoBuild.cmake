@@ -1,0 +1,48 @@
+# How every part of the program is compiled: one language level, one set of warnings, one arithmetic.
+
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Debug, Release or RelWithDebInfo" FORCE)
+endif()
+# -O2 without NDEBUG's cousin -O3: smaller, and as fast for what the game does.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+
+add_library(zanto_options INTERFACE)
+target_include_directories(zanto_options INTERFACE "${PROJECT_SOURCE_DIR}")
+# Contraction off: a fused multiply-add rounds once where the arithmetic of the analysis rounds twice.
+target_compile_options(zanto_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+target_compile_definitions(zanto_options INTERFACE GL_GLEXT_PROTOTYPES BOOST_BIND_NO_PLACEHOLDERS)
+
+if(ZANTO_SANITIZE)
+  add_compile_options(-fsanitize=${ZANTO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${ZANTO_SANITIZE})
+endif()
+if(ZANTO_COVERAGE)
+  add_compile_options(--coverage)
+  add_link_options(--coverage)
+endif()
+
+# zanto_room(NAME SOURCES a.cpp ... [PUBLIC lib ...] [PRIVATE lib ...])
+# One static library for one room, named zanto_NAME.
+function(zanto_room name)
+  cmake_parse_arguments(room "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  add_library(zanto_${name} STATIC ${room_SOURCES})
+  target_link_libraries(zanto_${name} PUBLIC zanto_options ${room_PUBLIC} PRIVATE ${room_PRIVATE})
+endfunction()
+
+# zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABELS label ...])
+# One GoogleTest program, NAME_tests, run in the game's data folder; each of its cases is a CTest test.
+function(zanto_test name)
+  cmake_parse_arguments(test "" "" "SOURCES;LINK;LABELS" ${ARGN})
+  add_executable(${name}_tests ${test_SOURCES})
+  target_link_libraries(${name}_tests PRIVATE ${test_LINK} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name}_tests
+    DISCOVERY_MODE PRE_TEST
+    WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}/data"
+    PROPERTIES LABELS "${test_LABELS}" TIMEOUT 120)
+endfunction()
