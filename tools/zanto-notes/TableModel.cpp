@@ -1,0 +1,136 @@
+#include "tools/zanto-notes/TableModel.h"
+
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <ostream>
+
+namespace {
+
+// The spectrum that the table is used on.
+constexpr double binWidthHz = 48000.0 / 4096.0;
+constexpr int firstScannedBin = 10;
+constexpr int lastScannedBin = 2046;
+/// The scan ends with the first peak above this.
+constexpr double scanEndHz = 1000.0;
+
+// The player.
+/// Standard deviation of a player's tuning around equal temperament.
+constexpr double tuningSpreadCents = 20.0;
+/// How often a sharp is played, where a natural counts 1.
+constexpr double sharpWeight = 0.3;
+/// A bin is listed only for a pitch that lands in it at least this often.
+constexpr double leastProbability = 0.03;
+/// Above the scan's end, a peak this near a natural stands for it: it is the second harmonic, or the note itself.
+constexpr double harmonicReachCents = 40.0;
+
+constexpr int pitchesPerOctave = 12;
+constexpr int lowestPlayedPitch = 24;
+constexpr int highestPlayedPitch = 140;
+
+double binFrequencyHz(int bin) {
+    return bin * binWidthHz;
+}
+
+double centsBetween(double fromHz, double toHz) {
+    return 1200.0 * std::log2(toHz / fromHz);
+}
+
+double normalBelow(double deviations) {
+    return 0.5 * std::erfc(-deviations / std::sqrt(2.0));
+}
+
+/// The note that a player of this transposition reads for a sounding pitch, -1 for a sharp.
+Notes::NoteID writtenNote(TableModel const& model, int pitch) {
+    static constexpr int naturals[pitchesPerOctave] = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
+    int const above = (pitch - model.transposeSemitones) % pitchesPerOctave;
+    return naturals[(above + pitchesPerOctave) % pitchesPerOctave];
+}
+
+/// How often the peak of a played `pitch` falls on `bin`.
+double landingProbability(TableModel const& model, int pitch, int bin) {
+    double const pitchHz = pitchFrequencyHz(model.a4Hz, pitch);
+    double const low = centsBetween(pitchHz, binFrequencyHz(bin) - binWidthHz / 2.0);
+    double const high = centsBetween(pitchHz, binFrequencyHz(bin) + binWidthHz / 2.0);
+    return normalBelow(high / tuningSpreadCents) - normalBelow(low / tuningSpreadCents);
+}
+
+bool inRange(TableModel const& model, int pitch) {
+    return pitch >= model.lowestPitch && pitch <= model.highestPitch;
+}
+
+/// The pitch that a peak on `bin` at or below the scan's end stands for, 0 for none.
+int fundamentalPitch(TableModel const& model, int bin) {
+    int best = 0;
+    double bestWeight = 0.0;
+    for (int pitch = lowestPlayedPitch; pitch <= highestPlayedPitch; ++pitch) {
+        double const weight = writtenNote(model, pitch) == -1 ? sharpWeight : 1.0;
+        double const likely = weight * landingProbability(model, pitch, bin);
+        if (likely > bestWeight) {
+            bestWeight = likely;
+            best = pitch;
+        }
+    }
+    bool const listed = best != 0 && writtenNote(model, best) != -1 && inRange(model, best) &&
+                        landingProbability(model, best, bin) >= leastProbability;
+    return listed ? best : 0;
+}
+
+/// The pitch that a peak on `bin` above the scan's end stands for, 0 for none.
+int closingPitch(TableModel const& model, int bin) {
+    for (int pitch = lowestPlayedPitch; pitch <= highestPlayedPitch; ++pitch) {
+        double const pitchHz = pitchFrequencyHz(model.a4Hz, pitch);
+        bool const near = std::abs(centsBetween(pitchHz, binFrequencyHz(bin))) <= harmonicReachCents;
+        bool const octaveOfHeard =
+            inRange(model, pitch - pitchesPerOctave) && pitchHz / 2.0 <= scanEndHz;
+        if (near && writtenNote(model, pitch) != -1 && (inRange(model, pitch) || octaveOfHeard)) {
+            return pitch;
+        }
+    }
+    return 0;
+}
+
+}  // namespace
+
+double pitchFrequencyHz(double a4Hz, int pitch) {
+    return a4Hz * std::exp2((pitch - 69) / 12.0);
+}
+
+double lowestScannedHz() {
+    return binFrequencyHz(firstScannedBin) - binWidthHz / 2.0;
+}
+
+double highestScannedHz() {
+    return binFrequencyHz(lastScannedBin) + binWidthHz / 2.0;
+}
+
+std::vector<TableRow> tableRows(TableModel const& model) {
+    std::map<int, TableRow> rowOfPitch;
+    for (int bin = firstScannedBin; bin <= lastScannedBin; ++bin) {
+        double const frequencyHz = binFrequencyHz(bin);
+        int const pitch = frequencyHz <= scanEndHz ? fundamentalPitch(model, bin) : closingPitch(model, bin);
+        if (pitch != 0) {
+            TableRow& row = rowOfPitch[pitch];
+            row.note = writtenNote(model, pitch);
+            row.frequenciesHz.push_back(frequencyHz);
+        }
+    }
+    std::vector<TableRow> rows;
+    rows.reserve(rowOfPitch.size());
+    for (auto const& [pitch, row] : rowOfPitch) {
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+void writeTable(std::ostream& out, std::vector<TableRow> const& rows) {
+    for (TableRow const& row : rows) {
+        out << Notes::idToName(row.note) << ' ' << row.frequenciesHz.size();
+        for (double const frequencyHz : row.frequenciesHz) {
+            char text[32];
+            std::snprintf(text, sizeof text, " %.1f", frequencyHz);
+            out << text;
+        }
+        out << '\n';
+    }
+}
