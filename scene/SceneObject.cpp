@@ -1,0 +1,8 @@
+#include "scene/SceneObject.h"
+
+bool SceneObject::isComplete() {
+    return false;
+}
+
+void SceneObject::animate(double) {
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+/// Something that moves with the frame time, is drawn, and is dropped once it is finished. Owned by a Scene
+/// and anyone else who holds its shared pointer; main thread only.
+class SceneObject {
+public:
+    SceneObject() = default;
+    SceneObject(SceneObject const&) = delete;
+    SceneObject& operator=(SceneObject const&) = delete;
+    virtual ~SceneObject() = default;
+
+    /// Draws in the current model-view transform. Needs a current GL context.
+    virtual void draw() = 0;
+
+    /// Whether the object is finished and is to be dropped. Asked after every `animate`.
+    virtual bool isComplete();
+
+    /// Advances the object by `dtSeconds`.
+    virtual void animate(double dtSeconds);
+};
