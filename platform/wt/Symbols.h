@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+
+namespace wt {
+
+/// Things looked up by name.
+struct wtSymbols {
+    /// Fragment programs, GL program names. "solid_shader" fills with the polygon's colour and opacity; where
+    /// GL has no programs it is 0, the fixed function, which looks the same.
+    static std::unordered_map<std::string, unsigned int> fragProgs;
+};
+
+/// Makes the fragment programs in the current GL context, or sets them to 0 where there is none.
+void loadFragmentPrograms();
+
+}  // namespace wt

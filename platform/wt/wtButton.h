@@ -1,0 +1,55 @@
+#pragma once
+
+#include <boost/signals2/signal.hpp>
+#include <string>
+
+#include "platform/wt/Fade.h"
+#include "platform/wt/wtWidget.h"
+
+namespace wt {
+
+/// A push button. It looks pressed while the pointer that pressed it is over it, and fires when let go there.
+///
+///     auto* play = new wt::wtButton(window, "play", {0, 0}, {-1, -1}, "Play");
+///     play->connectButtonPressed(boost::bind(&Game::play, &game));
+class wtButton : public wtWidget {
+public:
+    using PressedSignal = boost::signals2::signal<void()>;
+
+    /// Adds itself to `parent` unless that is null. A size of -1 is found from the text.
+    wtButton(wtWidget* parent, const std::string& name, const tavi::Vec2<float>& pos,
+             const tavi::Vec2<float>& size, const std::string& label);
+
+    const std::string& getText() const { return text; }
+    void setText(const std::string& label);
+
+    /// Slots run in the order in which they were connected, as the last thing in the event; one may hide the
+    /// button's window or end the process.
+    boost::signals2::connection connectButtonPressed(const PressedSignal::slot_type& slot);
+
+    void draw() override;
+    void animate() override;
+    void setShowing(int showing) override;
+    SizeHint sizeHint() const override;
+    bool press(const tavi::Vec2<float>& point) override;
+    void drag(const tavi::Vec2<float>& point) override;
+    void release(const tavi::Vec2<float>& point) override;
+    void cancel() override;
+    void hover(const tavi::Vec2<float>& point) override;
+    void leave() override;
+
+    bool isHovered() const { return hovered; }
+    /// Whether letting go now would fire it.
+    bool isArmed() const { return armed; }
+
+private:
+    std::string text;
+    tavi::Vec2<float> requested;
+    PressedSignal pressed;
+    bool hovered = false;
+    bool armed = false;
+    Fade hoverFade;
+    Fade pressFade;
+};
+
+}  // namespace wt
