@@ -73,15 +73,15 @@ wt::wtWindow* ChooseSongWindow::createSongWindow() {
 
     auto* playButton = new wt::wtButton(panel, "play_button", {0.02f, 0.02f}, {-1.0f, -1.0f}, "Play");
 
-    auto* layout = new wt::LinearLayout(ui::vertical);
+    auto* layout = new wt::LinearLayout(wt::bottomToTop);
     layout->add(playButton, ui::plainAttributes());
 
-    chosenSongText = new wt::wtStaticText(panel, "chosen_song", {-0.3f, 0.02f}, {0.6f, 0.1f}, nothingChosen,
-                                          ui::centred());
+    chosenSongText =
+        new wt::wtStaticText(panel, "chosen_song", {-0.3f, 0.02f}, {0.6f, 0.1f}, nothingChosen, ui::centred);
     layout->add(chosenSongText, ui::airyAttributes());
     layout->add(list, ui::plainAttributes());
     auto* heading = new wt::wtStaticText(panel, "song_title", {-0.3f, 0.02f}, {0.6f, 0.1f},
-                                         "Choose your song", ui::centred());
+                                         "Choose your song", ui::centred);
     layout->add(heading, ui::airyAttributes());
     panel->setLayoutManager(layout);
 

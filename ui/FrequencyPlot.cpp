@@ -2,13 +2,16 @@
 
 #include <GL/gl.h>
 
+#include <algorithm>
+
 namespace {
 
-constexpr int plotFlags = 3;
+constexpr int plotFlags = wt::wtWidget::expandX | wt::wtWidget::expandY;
 constexpr float minFrequencyHz = 0.0f;
 constexpr float maxFrequencyHz = 1500.0f;
 constexpr float minLevelDb = -90.0f;
 constexpr float maxLevelDb = 0.0f;
+constexpr float farBelowDb = -10000.0f;  // cut away, and finite
 
 struct ClipPlane {
     GLenum name;
@@ -64,7 +67,8 @@ void FrequencyWindow::wtFreqWindow::draw() {
     glColor3f(1.0f, 0.0f, 0.0f);
     glBegin(GL_LINE_STRIP);
     for (std::size_t i = 0; i < power.size(); ++i) {
-        glVertex2f(static_cast<float>(frequencies[i]), static_cast<float>(power[i]));
+        // A silent bin stands at minus infinity, which a line cannot be clipped against.
+        glVertex2f(static_cast<float>(frequencies[i]), std::max(farBelowDb, static_cast<float>(power[i])));
     }
     glEnd();
 

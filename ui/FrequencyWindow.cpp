@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int titleBarAndCloseBox = 0x101;
+constexpr int windowFlags = wt::wtWindow::titleBar | wt::wtWindow::closeBox;
 constexpr double listedAboveDb = -65.0;
 constexpr int mostListed = 4;
 
@@ -27,12 +27,12 @@ std::string listPeaks(const std::vector<std::pair<float, float>>& peaks) {
 }  // namespace
 
 FrequencyWindow::FrequencyWindow() : window(nullptr), plot(nullptr), peakText(nullptr) {
-    window = new wt::wtWindow("Frequency", {-0.4f, -0.5f}, {0.8f, 0.9f}, titleBarAndCloseBox);
+    window = new wt::wtWindow("Frequency", {-0.4f, -0.5f}, {0.8f, 0.9f}, windowFlags);
     window->setShowing(0);
     plot = new wtFreqWindow(window);
 
-    auto* layout = new wt::LinearLayout(ui::vertical);
-    peakText = new wt::wtStaticText(window, "chosen_song", {-0.3f, 0.02f}, {0.6f, 0.1f}, "", ui::centred());
+    auto* layout = new wt::LinearLayout(wt::bottomToTop);
+    peakText = new wt::wtStaticText(window, "chosen_song", {-0.3f, 0.02f}, {0.6f, 0.1f}, "", ui::centred);
     layout->add(peakText, ui::plainAttributes());
     layout->add(plot, ui::plainAttributes());
     window->setLayoutManager(layout);

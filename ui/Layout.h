@@ -5,16 +5,12 @@
 /// What the menus and panels share in how they place their widgets: a vertical stack, everything centred.
 namespace ui {
 
-inline constexpr auto vertical = static_cast<wt::wtOrientation>(1);
-
 /// Centred in both directions.
-inline wt::wtAlign centred() {
-    return static_cast<wt::wtAlign>(0x20) | static_cast<wt::wtAlign>(0x04);
-}
+inline constexpr wt::wtAlign centred = wt::alignCentreY | wt::alignCentreX;
 
 /// Weight 1, with a margin of 0.01 screen units left and right and of `above` and `below` for the others.
 inline wt::LinearLayout::Attributes attributes(float below, float above) {
-    return {0.01f, 0.01f, below, above, 1.0f, 0, centred(), 0};
+    return {0.01f, 0.01f, below, above, 1.0f, 0, centred, 0};
 }
 
 /// For buttons, lists and plots.

@@ -85,7 +85,7 @@ wt::wtWindow* MainWindow::createMainWindow() {
     auto* exitButton = new wt::wtButton(title, "Exit", {0.02f, 0.15f}, {-1.0f, -1.0f}, "Exit");
 
     // The layout stacks upward: "Exit" below, "New Game" above.
-    auto* layout = new wt::LinearLayout(ui::vertical);
+    auto* layout = new wt::LinearLayout(wt::bottomToTop);
     layout->add(exitButton, ui::plainAttributes());
     layout->add(newGameButton, ui::plainAttributes());
     title->setLayoutManager(layout);

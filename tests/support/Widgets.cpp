@@ -1,0 +1,46 @@
+#include "tests/support/Widgets.h"
+
+#include <memory>
+
+namespace widgets {
+
+wt::wtWindow* window(const std::string& title) {
+    for (wt::wtWidget* candidate : wt::wtWindowManager::windows()) {
+        if (candidate->name() == title) {
+            return dynamic_cast<wt::wtWindow*>(candidate);
+        }
+    }
+    return nullptr;
+}
+
+Pixel middle(const wt::wtWidget& widget, int width, int height) {
+    const tavi::Vec2<float> corner = widget.origin();
+    const wt::Rect rect = widget.rect();
+    const float x = corner.x + rect.w / 2.0f;
+    const float y = corner.y + rect.h / 2.0f;
+    return {static_cast<int>((x + 1.0f) / 2.0f * static_cast<float>(width)),
+            static_cast<int>((1.0f - y) / 2.0f * static_cast<float>(height))};
+}
+
+void click(Pixel at) {
+    constexpr int leftButton = 0;
+    constexpr int down = 0;
+    constexpr int up = 1;
+    wt::wtWindowManager::motionCallback(at.x, at.y);
+    wt::wtWindowManager::mouseCallback(leftButton, down, at.x, at.y);
+    wt::wtWindowManager::mouseCallback(leftButton, up, at.x, at.y);
+}
+
+wt::wtWidget* detail::below(wt::wtWidget* root, const std::string& name) {
+    for (const std::unique_ptr<wt::wtWidget>& child : root->children()) {
+        if (child->name() == name) {
+            return child.get();
+        }
+        if (wt::wtWidget* found = below(child.get(), name)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace widgets

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "platform/wt/wt.h"
+
+/// Finds toolkit widgets by name and uses them as a player's pointer does.
+namespace widgets {
+
+/// The window with this title, shown or not, or null.
+wt::wtWindow* window(const std::string& title);
+
+/// The widget of type `Widget` with this name in the window with that title, or null.
+template <class Widget>
+Widget* in(const std::string& title, const std::string& name);
+
+/// The middle of a widget in pixels, y down, for a viewport of `width` by `height` pixels.
+struct Pixel {
+    int x;
+    int y;
+};
+Pixel middle(const wt::wtWidget& widget, int width, int height);
+
+/// Presses and releases the left button at a pixel.
+void click(Pixel at);
+
+namespace detail {
+wt::wtWidget* below(wt::wtWidget* root, const std::string& name);
+}
+
+template <class Widget>
+Widget* in(const std::string& title, const std::string& name) {
+    wt::wtWindow* root = window(title);
+    return root == nullptr ? nullptr : dynamic_cast<Widget*>(detail::below(root, name));
+}
+
+}  // namespace widgets
