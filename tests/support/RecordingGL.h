@@ -1,0 +1,78 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+/// A stand-in for OpenGL that remembers what is drawn and does not care how: immediate mode and client vertex
+/// arrays leave the same record. It needs no context. Link `zanto_recording_gl` into a test program and the
+/// fixed-function calls of everything in that program, GLU's too, come here instead of to the driver; calls
+/// that it does not know still go there, where they do nothing without a context.
+///
+///     RecordingGL gl;
+///     song.draw(0.0);
+///     EXPECT_EQ(gl.lines().size(), 5u);
+///     EXPECT_THAT(gl.errors(), IsEmpty());
+///
+/// There is one state for the process, as with a real context; each RecordingGL starts it afresh.
+class RecordingGL {
+public:
+    using Color = std::array<float, 4>;     ///< red, green, blue, alpha
+    using Matrix = std::array<double, 16>;  ///< column by column, as OpenGL keeps it
+
+    struct Point {
+        double x;
+        double y;
+        double z;
+        bool operator==(Point const& other) const;
+    };
+    struct Vertex {
+        Point at;  ///< as it was given, before the model-view transform
+        Color color;
+        std::array<float, 2> texCoord;
+    };
+    struct Primitive {
+        unsigned mode;  ///< GL_LINES, GL_QUADS, ...
+        std::vector<Vertex> vertices;
+        float lineWidth;
+        unsigned texture;  ///< the name bound to GL_TEXTURE_2D, 0 while texturing is off
+        Matrix modelview;
+        Point eye(std::size_t vertex) const;  ///< after the model-view transform
+    };
+    struct Line {
+        Point from;
+        Point to;
+        Color color;
+        float width;
+    };
+    enum class Space { model, eye };
+
+    /// OpenGL's initial state, with a viewport of 640 by 480, and nothing recorded.
+    RecordingGL();
+
+    /// Everything drawn so far, one entry for each group or array call that had a vertex, in order.
+    std::vector<Primitive> const& primitives() const;
+
+    /// Every line segment of the line primitives, in order, in the coordinates that the drawing code gave or
+    /// after its transforms.
+    std::vector<Line> lines(Space space = Space::model) const;
+
+    /// Forgets what was drawn and keeps the state.
+    void forget();
+
+    /// One sentence for each call that OpenGL would have refused.
+    std::vector<std::string> const& errors() const;
+
+    /// How many groups and array calls there were, empty ones included.
+    int groups() const;
+
+    Color color() const;
+    float lineWidth() const;
+    Matrix modelview() const;
+    Matrix projection() const;
+    /// Matrices, attribute groups and client attribute groups that are pushed and not popped.
+    int pushed() const;
+    bool enabled(unsigned capability) const;
+    /// Texture names generated and not deleted.
+    int textures() const;
+};
