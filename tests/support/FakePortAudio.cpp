@@ -1,0 +1,99 @@
+#include "tests/support/FakePortAudio.h"
+
+namespace fakeportaudio {
+
+State& state() {
+    static State instance;
+    return instance;
+}
+
+void reset() {
+    state() = State();
+}
+
+int deliver(float const* block, unsigned long frameCount) {
+    PaStreamCallbackTimeInfo const timeInfo{};
+    return state().callback(block, nullptr, frameCount, &timeInfo, 0, state().userData);
+}
+
+std::string textOf(PaError error) {
+    return "fake text of " + std::to_string(error);
+}
+
+namespace {
+
+/// The only stream; what a failed opening leaves behind points here too.
+int theStream = 0;
+
+PaError noted(char const* call, PaError result) {
+    state().calls.emplace_back(call);
+    return result;
+}
+
+}  // namespace
+
+}  // namespace fakeportaudio
+
+using fakeportaudio::noted;
+using fakeportaudio::state;
+
+extern "C" {
+
+PaError Pa_Initialize() {
+    ++state().sessions;
+    return noted("Pa_Initialize", paNoError);
+}
+
+PaError Pa_Terminate() {
+    --state().sessions;
+    return noted("Pa_Terminate", paNoError);
+}
+
+PaDeviceIndex Pa_GetDefaultInputDevice() {
+    return state().defaultInputDevice;
+}
+
+PaDeviceInfo const* Pa_GetDeviceInfo(PaDeviceIndex device) {
+    static PaDeviceInfo info{};
+    info.defaultLowInputLatency = state().defaultLowInputLatency;
+    bool const known = device >= 0 && device == state().defaultInputDevice && state().deviceInfoKnown;
+    return known ? &info : nullptr;
+}
+
+PaError Pa_OpenStream(PaStream** stream, PaStreamParameters const* input, PaStreamParameters const* output,
+                      double sampleRate, unsigned long framesPerBuffer, PaStreamFlags flags,
+                      PaStreamCallback* callback, void* userData) {
+    state().inputParameters = *input;
+    state().hasOutput = output != nullptr;
+    state().sampleRate = sampleRate;
+    state().framesPerBuffer = framesPerBuffer;
+    state().flags = flags;
+    state().callback = callback;
+    state().userData = userData;
+    // The pointer is not valid after a failure, which is not to say that it is null.
+    *stream = &fakeportaudio::theStream;
+    if (state().opening) {
+        state().opening();
+    }
+    return noted("Pa_OpenStream", state().openError);
+}
+
+PaError Pa_StartStream(PaStream*) {
+    return noted("Pa_StartStream", state().startError);
+}
+
+PaError Pa_StopStream(PaStream*) {
+    return noted("Pa_StopStream", state().stopError);
+}
+
+PaError Pa_CloseStream(PaStream*) {
+    return noted("Pa_CloseStream", state().closeError);
+}
+
+char const* Pa_GetErrorText(PaError error) {
+    static std::string text;
+    text = fakeportaudio::textOf(error);
+    return text.c_str();
+}
+
+}  // extern "C"
