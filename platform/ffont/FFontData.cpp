@@ -1,0 +1,168 @@
+#include "platform/ffont/FFontData.h"
+
+#include <iostream>
+#include <limits>
+#include <set>
+
+#include <GL/gl.h>
+#include <GL/glext.h>
+
+#include "platform/ffont/FontFace.h"
+#include "platform/ffont/GlyphAtlas.h"
+#include "platform/ffont/TextPainter.h"
+#include "platform/ffont/Utf8.h"
+
+namespace {
+
+const double worldUnitsPerSize = 0.025;
+
+void reportOnce(const std::string& path, const std::string& reason) {
+    static std::set<std::string> reported;
+    if (reported.insert(path).second) {
+        std::cerr << "Cannot read font " << path << ": " << reason << std::endl;
+    }
+}
+
+// What text needs of OpenGL's state while it is drawn; the caller's is back afterwards.
+class TextState {
+public:
+    TextState() {
+        glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_TEXTURE_BIT | GL_CURRENT_BIT);
+        glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
+        glActiveTexture(GL_TEXTURE0);
+        glEnable(GL_TEXTURE_2D);
+        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+        glEnable(GL_BLEND);
+        glBlendEquation(GL_FUNC_ADD);
+        glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+        glDisable(GL_ALPHA_TEST);
+        glDisable(GL_CULL_FACE);
+        glDisable(GL_LIGHTING);
+        glDisable(GL_FRAGMENT_PROGRAM_ARB);
+        glDisable(GL_VERTEX_PROGRAM_ARB);
+    }
+    ~TextState() {
+        glPopClientAttrib();
+        glPopAttrib();
+    }
+    TextState(const TextState&) = delete;
+    TextState& operator=(const TextState&) = delete;
+};
+
+}  // namespace
+
+FFontData::FFontData(const char* path, unsigned int size_) : size(size_) {
+    glGenTextures(1, &texture);
+    if (path != nullptr && size_ != 0) {
+        init(path, size_);
+    }
+}
+
+FFontData::~FFontData() {
+    release();
+}
+
+void FFontData::init(const char* path, unsigned int size_) {
+    size = size_;
+    atlas.reset();
+    std::string reason;
+    face = FontFace::open(path, reason);
+    if (!face) {
+        reportOnce(path, reason);
+    }
+}
+
+void FFontData::release() {
+    if (texture != 0) {
+        glDeleteTextures(1, &texture);
+        texture = 0;
+    }
+    size = 0;
+    atlas.reset();
+    face.reset();
+}
+
+double FFontData::emUnits() const {
+    return worldUnitsPerSize * size;
+}
+
+float FFontData::units(double ems) const {
+    return static_cast<float>(ems * emUnits());
+}
+
+float FFontData::ascender() const {
+    return face ? units(face->ascender() * static_cast<double>(style.height)) : 0.0F;
+}
+float FFontData::descender() const {
+    return face ? units(face->descender() * static_cast<double>(style.height)) : 0.0F;
+}
+float FFontData::lineHeight() const {
+    return face ? units(face->lineHeight() * static_cast<double>(style.height)) : 0.0F;
+}
+
+float FFontData::measureString(const char* text, float scaleX) const {
+    if (!face || text == nullptr) {
+        return 0.0F;
+    }
+    return units(layOut(*face, style, text).advanceEm * static_cast<double>(scaleX));
+}
+
+std::string FFontData::shortenString(const char* text, float scaleX, float width) const {
+    if (text == nullptr) {
+        return {};
+    }
+    if (!(measureString(text, scaleX) > width)) {
+        return text;
+    }
+    const std::string ellipsis = face->glyphOf(U'\u2026') != 0 ? "\u2026" : "...";
+    std::string best;
+    // Every start is tried: with kerning a longer one may even be the narrower.
+    for (const char* end = text; *end != '\0'; nextCharacter(end)) {
+        std::string start(text, end);
+        start.erase(start.find_last_not_of(' ') + 1);
+        const std::string candidate = start + ellipsis;
+        if (candidate.size() > best.size() && measureString(candidate.c_str(), scaleX) <= width) {
+            best = candidate;
+        }
+    }
+    return best;
+}
+
+float FFontData::drawString(const char* text, float& x, float& y, float scaleX, float scaleY, float boxWidth,
+                            float boxHeight) {
+    if (!face || text == nullptr) {
+        return 0.0F;
+    }
+    const TextLine line = layOut(*face, style, text);
+    paint(line, x, y, scaleX, scaleY, boxWidth, boxHeight);
+    const float advance = units(line.advanceEm * static_cast<double>(scaleX));
+    x += advance;
+    return advance;
+}
+
+void FFontData::paint(const TextLine& line, float x, float y, float scaleX, float scaleY, float boxWidth,
+                      float boxHeight) {
+    if (texture == 0) {
+        glGenTextures(1, &texture);
+    }
+    if (texture == 0) {
+        return;
+    }
+    if (!atlas) {
+        atlas = std::make_unique<GlyphAtlas>(texture);
+    }
+    const double unlimited = std::numeric_limits<double>::infinity();
+    TextPlacement placement{};
+    placement.x = static_cast<double>(x);
+    placement.y = static_cast<double>(y);
+    placement.emWidth = emUnits() * static_cast<double>(scaleX) * static_cast<double>(style.width);
+    placement.emHeight = emUnits() * static_cast<double>(scaleY) * static_cast<double>(style.height);
+    placement.boxLeft = boxWidth > 0.0F ? placement.x : -unlimited;
+    placement.boxRight = boxWidth > 0.0F ? placement.x + static_cast<double>(boxWidth) : unlimited;
+    const double bottom = placement.y + face->descender() * placement.emHeight;
+    placement.boxBottom = boxHeight > 0.0F ? bottom : -unlimited;
+    placement.boxTop = boxHeight > 0.0F ? bottom + static_cast<double>(boxHeight) : unlimited;
+
+    const TextState state;
+    TextPainter(*face, *atlas).paint(line, placement);
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/ffont/TextLine.h"
+
+class FontFace;
+class GlyphAtlas;
+
+/// A TrueType face (or any scalable one that FreeType reads) at one nominal size, drawn as text through the
+/// one OpenGL texture that it owns. Owned and shared by FFont; on the GLUT thread only.
+///
+///     FFontData face("Fonts/Vera.ttf", 24);
+///     glColor4f(1, 1, 1, 1);
+///     face.drawString("Score:  100", x, y, 1, 1, -1, -1);   // x is now behind the last glyph
+///
+/// A size of 1 is an em of 0.025 world units: at size 24 and scale 1 the em has 0.6. World units are those of
+/// the plane z = 0 of the current model-view transform. Text is sharp at whatever size that plane has on the
+/// screen.
+///
+/// Text is UTF-8, one glyph per character from left to right, kerned by the face's pair table; nothing is
+/// shaped and no character, the line feed included, has a meaning of its own. A character that the face lacks
+/// shows the face's box for missing glyphs, a byte that belongs to no character shows U+FFFD.
+///
+/// Without a face everything draws nothing and measures 0. Without a current OpenGL context nothing is drawn,
+/// but everything else goes on. The texture belongs to the context that was current when it was first drawn
+/// with.
+class FFontData {
+public:
+    /// Takes a texture name, and calls `init` when there is a path and a size other than 0.
+    FFontData(const char* path, unsigned int size);
+    ~FFontData();
+    FFontData(const FFontData&) = delete;
+    FFontData& operator=(const FFontData&) = delete;
+
+    /// Loads the face, in place of any before. A file that cannot be read leaves no face and is reported in
+    /// one line on standard error, with the reason, the first time that this path fails.
+    void init(const char* path, unsigned int size);
+
+    /// Draws `text` from (`x`, `y`), the start of its baseline, in the current colour, blended by its alpha.
+    /// `x` moves on by the result, the advance of the whole text in world units (`measureString`); the line
+    /// being horizontal, `y` stays.
+    ///
+    /// The text does not leave the box from `x` to `x` + `boxWidth` and, from the line's bottom at `y` +
+    /// `descender()` * `scaleY`, `boxHeight` upwards, in world units: what is outside is cut off, in the
+    /// middle of a glyph too. A width or height that is not positive sets no limit in its direction.
+    ///
+    /// Depth test, stencil and scissor apply as the caller has set them; lighting, alpha test, culling and
+    /// fragment programs do not. All OpenGL state is left as it was.
+    float drawString(const char* text, float& x, float& y, float scaleX, float scaleY, float boxWidth,
+                     float boxHeight);
+
+    /// The advance of `text` in world units at a scale, as drawn; the empty text, and null, have 0.
+    float measureString(const char* text, float scaleX) const;
+    /// `text` if it is no wider than `width` world units, else as many of its first characters as fit with an
+    /// ellipsis behind them (without blanks before it); empty when not even the ellipsis fits.
+    std::string shortenString(const char* text, float scaleX, float width) const;
+
+    /// World units at scale 1: above the baseline (the descender is negative), and from line to line.
+    float ascender() const;
+    float descender() const;
+    float lineHeight() const;
+
+    /// Deletes the texture and sets the size to 0; there is nothing to draw with until the next `init`.
+    void release();
+
+    unsigned int getSize() const { return size; }
+    void setStyle(const TextStyle& textStyle) { style = textStyle; }
+
+private:
+    double emUnits() const;
+    float units(double ems) const;
+    void paint(const TextLine& line, float x, float y, float scaleX, float scaleY, float boxWidth,
+               float boxHeight);
+
+    unsigned int texture = 0;
+    unsigned int size;
+    TextStyle style;
+    std::unique_ptr<FontFace> face;
+    std::unique_ptr<GlyphAtlas> atlas;
+};
