@@ -1,0 +1,215 @@
+"""A private microphone that one can play sound files into.
+
+A sound server of its own with one sink that leads nowhere; the sink's monitor is its only source, and a
+private ALSA configuration makes that the default device. Nothing of the user's own sound set-up is read,
+spoken to or changed.
+"""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import threading
+import time
+import wave
+
+from stage import processes
+
+SAMPLE_RATE = 48000
+SAMPLE_BYTES = 4  # 32-bit float, one channel
+
+# Less makes gaps in the sound on a busy machine.
+PLAYBACK_LATENCY_MS = 200
+# Starting a player and filling its buffer takes less than this, so the sound is still to come afterwards.
+LEAD_SECONDS = 2.0
+# The first milliseconds of a new stream can get lost.
+MARKER_SECONDS = 0.1
+
+SERVER_SCRIPT = """\
+load-module module-native-protocol-unix socket={folder}/run/native auth-anonymous=1
+load-module module-null-sink sink_name=mic format=float32le rate=48000 channels=1 channel_map=mono
+set-default-sink mic
+set-default-source mic.monitor
+"""
+
+ALSA_CONFIGURATION = """\
+pcm.!default { type pulse hint { show on description "The stage's microphone" } }
+ctl.!default { type pulse }
+"""
+
+
+class Performance:
+    """A sound file on its way into the microphone."""
+
+    def __init__(self, process, begins_at, seconds):
+        self.process = process
+        self.begins_at = begins_at  # time.monotonic() when the file's first sample sounds
+        self.ends_at = begins_at + seconds
+
+    def wait(self):
+        """Until all of it has sounded."""
+        self.process.wait(max(0.0, self.ends_at - time.monotonic()) + 30 * processes.PATIENCE)
+
+    def stop(self):
+        processes.stop(self.process)
+
+
+class VirtualMicrophone:
+    """A context manager.
+
+        with VirtualMicrophone() as microphone:
+            game = subprocess.Popen(["zanto"], env={**os.environ, **microphone.environment})
+            microphone.play("song.wav").wait()
+    """
+
+    def __init__(self):
+        self.folder = None
+        self.server = None
+        self.listener = None
+        self._performances = []
+        self._marker = None  # set to the time at which silence was first broken, None while waited for
+        self._heard_anything = threading.Event()
+        self._delivers = threading.Event()
+
+    @property
+    def environment(self):
+        """What a program needs in its environment to record from here."""
+        folder = self.folder
+        return {
+            "PULSE_SERVER": f"unix:{folder}/run/native",
+            "PULSE_COOKIE": f"{folder}/cookie",
+            "PULSE_RUNTIME_PATH": f"{folder}/run",
+            "PULSE_STATE_PATH": f"{folder}/state",
+            "PULSE_CONFIG_PATH": f"{folder}/state",
+            "PULSE_CLIENTCONFIG": f"{folder}/client.conf",
+            "XDG_RUNTIME_DIR": f"{folder}/run",
+            "ALSA_CONFIG_PATH": f"{folder}/asound.conf",
+            "PULSE_LATENCY_MSEC": "20",
+            "JACK_NO_START_SERVER": "1",
+        }
+
+    def __enter__(self):
+        try:
+            self.start()
+        except BaseException:
+            self.stop()
+            raise
+        return self
+
+    def __exit__(self, *_exception):
+        self.stop()
+
+    def start(self):
+        # Its own folder below the system's temporary one: a socket's path has to be short.
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="zanto-microphone-"))
+        for name in ("run", "state"):
+            (self.folder / name).mkdir(mode=0o700)
+        (self.folder / "server.pa").write_text(SERVER_SCRIPT.format(folder=self.folder))
+        (self.folder / "asound.conf").write_text(ALSA_CONFIGURATION)
+        (self.folder / "client.conf").write_text("autospawn = no\n")
+        self.restart_server()
+
+    def restart_server(self):
+        """Starts the sound server, the first time or after `kill_server`."""
+        settings = self._settings()
+        del settings["PULSE_SERVER"]  # it would take itself for a client
+        self.server = processes.start(
+            ["pulseaudio", "-n", "-F", str(self.folder / "server.pa"), "--daemonize=no", "--exit-idle-time=-1",
+             "--use-pid-file=no", "--disable-shm=yes", "--realtime=no", "--high-priority=no",
+             f"--log-target=newfile:{self.folder}/server.log"],
+            env=settings, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        processes.wait_until(self._answers, 30, "the private sound server", 0.05)
+        self._listen()
+
+    def _settings(self):
+        return {**os.environ, "HOME": str(self.folder), **self.environment}
+
+    def _answers(self):
+        return subprocess.run(["pactl", "info"], env=self._settings(), stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL, timeout=20 * processes.PATIENCE,
+                              check=False).returncode == 0
+
+    def _listen(self):
+        """Keeps a reader on the monitor: a sink without one sleeps, and wakes too late for a new recorder."""
+        self._delivers.clear()
+        self.listener = processes.start(
+            ["parec", "--latency-msec=10", "--raw", "-d", "mic.monitor", "--format=float32le",
+             f"--rate={SAMPLE_RATE}", "--channels=1"],
+            env=self._settings(), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        threading.Thread(target=self._hear, args=(self.listener.stdout,), daemon=True).start()
+        if not self._delivers.wait(30 * processes.PATIENCE):
+            raise processes.TimedOut("the private microphone delivers no sound")
+
+    def _hear(self, stream):
+        try:
+            while True:
+                block = stream.read1(65536)
+                if not block:
+                    return
+                now = time.monotonic()
+                self._delivers.set()
+                sound = block.lstrip(b"\0")
+                if sound:
+                    if self._marker is None:
+                        self._marker = now - len(sound) / (SAMPLE_BYTES * SAMPLE_RATE)
+                    self._heard_anything.set()
+        except (OSError, ValueError):
+            return  # the listener was stopped
+
+    def play(self, path):
+        """Plays a sound file (48000 Hz, one channel, 16 bit) into the microphone and returns at once, with
+        the exact time at which it will begin to sound, one to two seconds from now.
+
+        The sink is silent to the last bit while nothing plays. One sample of the smallest value, far below
+        anything the game could hear, goes ahead of the file: when that arrives, the rest is known.
+        """
+        with wave.open(str(path)) as source:
+            if (source.getframerate(), source.getnchannels(), source.getsampwidth()) != (SAMPLE_RATE, 1, 2):
+                raise ValueError(f"{path} is not 48000 Hz, one channel, 16 bit")
+            samples = source.readframes(source.getnframes())
+            seconds = source.getnframes() / SAMPLE_RATE
+        lead = bytearray(2 * round(LEAD_SECONDS * SAMPLE_RATE))
+        lead[2 * round(MARKER_SECONDS * SAMPLE_RATE)] = 1
+        prepared = self.folder / f"performance-{len(self._performances)}.wav"
+        with wave.open(str(prepared), "wb") as target:
+            target.setframerate(SAMPLE_RATE)
+            target.setnchannels(1)
+            target.setsampwidth(2)
+            target.writeframes(bytes(lead) + samples)
+        self._marker = None
+        self._heard_anything.clear()
+        player = processes.start(
+            ["pacat", "--playback", f"--latency-msec={PLAYBACK_LATENCY_MS}", "-d", "mic",
+             "--file-format=wav", str(prepared)],
+            env=self._settings(), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL)
+        self._performances.append(player)
+        if not self._heard_anything.wait(30 * processes.PATIENCE):
+            raise processes.TimedOut("the sound that is played does not arrive at the microphone")
+        return Performance(player, self._marker + LEAD_SECONDS - MARKER_SECONDS, seconds)
+
+    def kill_server(self):
+        """The sound server dies, without a word to anybody."""
+        self.server.kill()
+        self.server.wait()
+        processes.stop(self.listener)
+
+    def stop(self):
+        for process in [*self._performances, self.listener, self.server]:
+            if process:
+                processes.stop(process)
+        self._performances = []
+        self.listener = self.server = None
+        if self.folder:
+            shutil.rmtree(self.folder, ignore_errors=True)
+            self.folder = None
+
+
+def environment_without_devices(folder):
+    """The environment of a machine that has no sound device at all; `folder` is an empty one to use."""
+    folder = pathlib.Path(folder)
+    (folder / "asound.conf").write_text("")
+    return {"PULSE_SERVER": f"unix:{folder}/nobody", "PULSE_RUNTIME_PATH": str(folder),
+            "XDG_RUNTIME_DIR": str(folder), "ALSA_CONFIG_PATH": f"{folder}/asound.conf",
+            "JACK_NO_START_SERVER": "1"}

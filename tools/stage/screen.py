@@ -1,0 +1,135 @@
+"""Looking at a display and working its pointer and keys."""
+
+import os
+
+from PIL import Image
+from Xlib import X, XK, error
+from Xlib import display as xdisplay
+from Xlib.ext import res, xtest
+from Xlib.protocol import event
+
+from stage import processes
+
+LEFT_BUTTON = 1
+WHEEL_UP = 4
+WHEEL_DOWN = 5
+
+
+class Screen:
+    """A connection to a display, real or virtual. A context manager.
+
+    Positions are pixels from a window's top left corner.
+    """
+
+    def __init__(self, name):
+        self.display = xdisplay.Display(name)
+        self.root = self.display.screen().root
+        self.display.res_query_version()  # requests of an extension come after the question for its version
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_exception):
+        self.display.close()
+
+    def find_window(self, process_id, seconds=60):
+        """Waits for the visible window of that process."""
+        return processes.wait_until(lambda: self.window_of(process_id), seconds, "the game's window", 0.05)
+
+    def window_of(self, process_id):
+        """The topmost visible window that belongs to that process, or None."""
+        pending = [self.root]
+        while pending:
+            window = pending.pop()
+            try:
+                if self._owner(window) == process_id and self.exists(window):
+                    return window
+                pending += window.query_tree().children
+            except (error.BadWindow, error.BadDrawable, error.BadValue):
+                continue  # it went away while it was looked at
+        return None
+
+    def _owner(self, window):
+        """The process that made the window, as the server knows it; None for the server's own."""
+        owners = self.display.res_query_client_ids(
+            [{"client": window.id, "mask": res.LocalClientPIDMask}]).ids
+        return owners[0].value[0] if owners else None
+
+    def exists(self, window):
+        try:
+            return window.get_attributes().map_state == X.IsViewable
+        except (error.BadWindow, error.BadDrawable):
+            return False
+
+    def size(self, window):
+        geometry = window.get_geometry()
+        return geometry.width, geometry.height
+
+    def move(self, window, x, y):
+        """Puts the pointer at a place in the window."""
+        place = window.translate_coords(self.root, 0, 0)
+        # translate_coords gives where the root's origin lies as seen from the window.
+        xtest.fake_input(self.display, X.MotionNotify, x=round(x) - place.x, y=round(y) - place.y)
+        self.display.sync()
+
+    def button(self, down, number=LEFT_BUTTON):
+        xtest.fake_input(self.display, X.ButtonPress if down else X.ButtonRelease, number)
+        self.display.sync()
+
+    def click(self, window, x, y, number=LEFT_BUTTON):
+        self.move(window, x, y)
+        self.button(True, number)
+        self.button(False, number)
+
+    def key(self, window, character):
+        """Types one letter into the window, with Shift for a capital."""
+        self.focus(window)
+        shift = self.display.keysym_to_keycode(XK.XK_Shift_L) if character.isupper() else None
+        code = self.display.keysym_to_keycode(XK.string_to_keysym(character))
+        if shift:
+            xtest.fake_input(self.display, X.KeyPress, shift)
+        xtest.fake_input(self.display, X.KeyPress, code)
+        xtest.fake_input(self.display, X.KeyRelease, code)
+        if shift:
+            xtest.fake_input(self.display, X.KeyRelease, shift)
+        self.display.sync()
+
+    def focus(self, window):
+        """Sends keys to the window, as a window manager would."""
+        window.set_input_focus(X.RevertToPointerRoot, X.CurrentTime)
+        self.display.sync()
+
+    def press_close_button(self, window):
+        """What a window manager sends when the window's close button is pressed."""
+        protocols = self.display.intern_atom("WM_PROTOCOLS")
+        delete = self.display.intern_atom("WM_DELETE_WINDOW")
+        window.send_event(event.ClientMessage(window=window, client_type=protocols,
+                                              data=(32, [delete, X.CurrentTime, 0, 0, 0])))
+        self.display.sync()
+
+    def resize(self, window, width, height):
+        window.configure(width=width, height=height)
+        self.display.sync()
+        processes.wait_until(lambda: self.size(window) == (width, height), 20, "the window's new size")
+
+    def picture(self, window):
+        """What the window shows, as an RGB image."""
+        width, height = self.size(window)
+        content = window.get_image(0, 0, width, height, X.ZPixmap, 0xFFFFFFFF)
+        return Image.frombytes("RGB", (width, height), content.data, "raw", "BGRX")
+
+
+def usable(name):
+    """Whether there is a display of that name that lets one in."""
+    if not name:
+        return False
+    try:
+        xdisplay.Display(name).close()
+    except Exception:  # whatever keeps one out: no server, no authority, no protocol that is spoken here
+        return False
+    return True
+
+
+def here():
+    """Whether the user sits in front of a display that this program may use."""
+    return usable(os.environ.get("DISPLAY", ""))

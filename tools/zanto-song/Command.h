@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// What a subcommand of zanto-song gives its arguments to, and what main gives the process as its status.
+using CommandArguments = std::vector<std::string>;
+
+constexpr int statusDone = 0;
+constexpr int statusFailed = 1;    ///< a file that cannot be read or written, one line on standard error
+constexpr int statusWrongUse = 2;  ///< arguments that make no sense, one line on standard error
+
+/// `zanto-song render`: the song as a sound file, see renderUsage.
+int renderCommand(CommandArguments const& arguments);
+extern char const* const renderUsage;

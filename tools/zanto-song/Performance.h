@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "analysis/Notes.h"
+
+class Song;
+
+/// How a player plays a song, for everything that turns one into sound.
+struct PlayingStyle {
+    int octave = 5;             ///< the octave of the note C, scientific: octave 5 is C5 = 523.25 Hz to B5
+    double aheadSeconds = 0.0;  ///< how far before its beat a note begins; negative for late
+    double gapSeconds = 0.0;    ///< how long before the next beat a note ends
+};
+
+/// One note as it is played. Times in seconds from the moment at which the game's song clock starts, two
+/// seconds before the song's first slot.
+struct PlayedNote {
+    Notes::NoteID note;
+    double frequencyHz;
+    double startSeconds;
+    double soundingSeconds;
+};
+
+constexpr double secondsPerSlot = 0.5;
+constexpr double leadInSeconds = 2.0;
+
+/// The equal-tempered pitch of a natural note, A4 = 440 Hz.
+double pitchOf(Notes::NoteID const& note, int octave);
+
+/// When the song is over for the game: two seconds after its last slot. Seconds, as in PlayedNote.
+double songSeconds(Song const& song);
+
+/// All notes of the song in the order of their slots. Notes of no length are left out, none outlasts the
+/// song, each sounds for a twentieth of a second at least and none begins before 0.
+std::vector<PlayedNote> perform(Song const& song, PlayingStyle const& style);
