@@ -27,7 +27,8 @@ void reportOnce(const std::string& path, const std::string& reason) {
 class TextState {
 public:
     TextState() {
-        glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_TEXTURE_BIT | GL_CURRENT_BIT);
+        glPushAttrib(GL_ENABLE_BIT | GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_TEXTURE_BIT |
+                     GL_CURRENT_BIT);
         glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
         glActiveTexture(GL_TEXTURE0);
         glEnable(GL_TEXTURE_2D);
@@ -35,6 +36,8 @@ public:
         glEnable(GL_BLEND);
         glBlendEquation(GL_FUNC_ADD);
         glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+        // Neighbours overlap; with depths of their own one would cut the other.
+        glDepthMask(GL_FALSE);
         glDisable(GL_ALPHA_TEST);
         glDisable(GL_CULL_FACE);
         glDisable(GL_LIGHTING);
