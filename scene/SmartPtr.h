@@ -43,16 +43,21 @@ public:
         }
         --*refCount;
         if (*refCount == 0) {
-            delete ptr;
-            delete refCount;
-            ptr = nullptr;
-            refCount = nullptr;
+            destroy();
         } else if (*refCount < 0) {
             std::exit(1);
         }
     }
 
 private:
+    // Out of line, or GCC 12 takes the next holder's release for a use after this one's delete.
+    [[gnu::noinline]] void destroy() {
+        delete ptr;
+        delete refCount;
+        ptr = nullptr;
+        refCount = nullptr;
+    }
+
     T* ptr;
     int* refCount;
 };

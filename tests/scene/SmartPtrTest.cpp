@@ -1,0 +1,102 @@
+#include "scene/SmartPtr.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Counted {
+    static int alive;
+    Counted() { ++alive; }
+    ~Counted() { --alive; }
+    Counted(Counted const&) = delete;
+    Counted& operator=(Counted const&) = delete;
+
+    int value = 7;
+};
+int Counted::alive = 0;
+
+TEST(SmartPtr, DestroysItsObjectWithItself) {
+    {
+        SmartPtr<Counted> pointer(new Counted);
+        EXPECT_EQ(pointer->value, 7);
+        EXPECT_EQ(Counted::alive, 1);
+    }
+    EXPECT_EQ(Counted::alive, 0);
+}
+
+TEST(SmartPtr, CopiesShareOneCount) {
+    auto* first = new SmartPtr<Counted>(new Counted);
+    SmartPtr<Counted> copy(*first);
+    delete first;
+    EXPECT_EQ(Counted::alive, 1);
+    EXPECT_EQ(copy->value, 7);
+
+    // The count is 1 again: one more release is the last.
+    copy.decRefCnt();
+    EXPECT_EQ(Counted::alive, 0);
+}
+
+TEST(SmartPtr, AssignmentLetsGoOfTheOldObjectAndSharesTheNewOne) {
+    SmartPtr<Counted> left(new Counted);
+    SmartPtr<Counted> right(new Counted);
+    right->value = 8;
+    left = right;
+    EXPECT_EQ(Counted::alive, 1);
+    EXPECT_EQ(left->value, 8);
+
+    right = SmartPtr<Counted>(nullptr);
+    EXPECT_EQ(Counted::alive, 1);
+    EXPECT_EQ(left->value, 8);
+}
+
+TEST(SmartPtr, AssignmentToItselfKeepsTheCount) {
+    SmartPtr<Counted> pointer(new Counted);
+    SmartPtr<Counted> const& itself = pointer;
+    pointer = itself;
+    EXPECT_EQ(Counted::alive, 1);
+    pointer.decRefCnt();
+    EXPECT_EQ(Counted::alive, 0);
+}
+
+TEST(SmartPtr, AnObjectLivesUntilEveryShareIsReleased) {
+    SmartPtr<Counted> pointer(new Counted);
+    pointer.incRefCnt();
+    pointer.decRefCnt();
+    EXPECT_EQ(Counted::alive, 1);
+}
+
+TEST(SmartPtr, AnEmptyPointerHasACountThatCopiesShare) {
+    // A leak of the count, or a second release of it, is the address sanitizer's to find.
+    SmartPtr<Counted> empty(nullptr);
+    EXPECT_EQ(empty.operator->(), nullptr);
+    SmartPtr<Counted> const copy(empty);
+    EXPECT_EQ(copy.operator->(), nullptr);
+}
+
+TEST(SmartPtr, AfterTheLastReleaseItIsEmptyAndFurtherCallsDoNothing) {
+    SmartPtr<Counted> pointer(new Counted);
+    pointer.decRefCnt();
+    EXPECT_EQ(pointer.operator->(), nullptr);
+    pointer.incRefCnt();
+    pointer.decRefCnt();
+    pointer.decRefCnt();
+    EXPECT_EQ(Counted::alive, 0);
+}
+
+/// An object that lets go of its holder a second time while the holder destroys it.
+struct Ungrateful {
+    SmartPtr<Ungrateful>* holder = nullptr;
+    ~Ungrateful() { holder->decRefCnt(); }
+};
+
+TEST(SmartPtrDeathTest, ACountBelowZeroEndsTheProcessWithStatusOneAndNoMessage) {
+    EXPECT_EXIT(
+        {
+            SmartPtr<Ungrateful> pointer(new Ungrateful);
+            pointer->holder = &pointer;
+            pointer.decRefCnt();
+        },
+        testing::ExitedWithCode(1), "^$");
+}
+
+}  // namespace

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+/// A stand-in for the font library that remembers what is written instead of drawing it. Link
+/// `zanto_recording_font` into a test program and its definitions of FFontData's operations come before the
+/// library's; no file is read, and the colour is the current one of whatever OpenGL the program has.
+///
+///     RecordingFont font;
+///     score.draw();
+///     EXPECT_EQ(font.texts().at(0).text, "Score:    0");
+class RecordingFont {
+public:
+    struct Text {
+        std::string text;
+        float x;
+        float y;
+        float scaleX;
+        float scaleY;
+        float boxWidth;
+        float boxHeight;
+        std::array<float, 4> color;
+    };
+    struct Face {
+        std::string path;
+        unsigned int size;
+    };
+
+    /// Forgets the texts written so far, by anyone.
+    RecordingFont();
+
+    std::vector<Text> const& texts() const;
+    void forget();
+
+    /// Every face made since the process began, and how many of them live.
+    static std::vector<Face> const& facesMade();
+    static int facesAlive();
+
+    /// What drawing `text` returns.
+    static float advance(std::string const& text) { return 0.25f * static_cast<float>(text.size()); }
+};
