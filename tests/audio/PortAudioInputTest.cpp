@@ -1,0 +1,299 @@
+#include "audio/PortAudioInput.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <boost/shared_ptr.hpp>
+#include <string>
+#include <vector>
+
+#include "audio/RingBuffer.h"
+#include "tests/support/FakePortAudio.h"
+
+using fakeportaudio::deliver;
+using fakeportaudio::state;
+using testing::Each;
+using testing::ElementsAre;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
+
+namespace {
+
+class PortAudioInputTest : public testing::Test {
+protected:
+    void SetUp() override {
+        fakeportaudio::reset();
+        CaptureStderr();
+        input.reset(new PortAudioInput);
+    }
+
+    void TearDown() override {
+        input.reset();
+        EXPECT_EQ(GetCapturedStderr(), expectedLines);
+        EXPECT_EQ(state().sessions, 0);
+    }
+
+    /// One line of failure, with what the library says for `error`.
+    void expectLine(std::string const& message, PaError error) {
+        expectedLines += message + ":" + fakeportaudio::textOf(error) + "\n";
+    }
+
+    std::vector<float> latest(std::size_t count) {
+        std::vector<float> out(count, -99.0f);
+        input->getRingBuffer()->copyLatest(out);
+        return out;
+    }
+
+    /// The longest block that a fresh ring buffer takes.
+    int capacity() {
+        RingBuffer copy(*input->getRingBuffer());
+        std::vector<float> const block(100000);
+        auto longest = static_cast<int>(block.size());
+        while (!copy.append(block.data(), longest)) {
+            --longest;
+        }
+        return longest;
+    }
+
+    boost::shared_ptr<PortAudioInput> input;
+    /// All that the test may print on standard error.
+    std::string expectedLines;
+};
+
+}  // namespace
+
+TEST_F(PortAudioInputTest, IsWhatTheFactoryMakes) {
+    boost::shared_ptr<AudioInput> const made = AudioInput::New();
+    EXPECT_NE(dynamic_cast<PortAudioInput*>(made.get()), nullptr);
+    EXPECT_FALSE(made->isRecording());
+}
+
+TEST_F(PortAudioInputTest, StartsIdleWithItsDefaults) {
+    EXPECT_FALSE(input->isRecording());
+    EXPECT_EQ(input->getRingBuffer(), nullptr);
+    EXPECT_EQ(input->getFramesPerBuffer(), 1024u);
+    EXPECT_EQ(input->getSampleRate(), 48000u);
+    EXPECT_FALSE(input->getStereo());
+    EXPECT_EQ(state().sessions, 1);
+}
+
+TEST_F(PortAudioInputTest, OpensTheDefaultDeviceInMonoWithoutClippingOrDither) {
+    ASSERT_TRUE(input->startRecording());
+    EXPECT_TRUE(input->isRecording());
+    EXPECT_EQ(state().inputParameters.device, state().defaultInputDevice);
+    EXPECT_EQ(state().inputParameters.channelCount, 1);
+    EXPECT_EQ(state().inputParameters.sampleFormat, paFloat32);
+    EXPECT_EQ(state().inputParameters.suggestedLatency, state().defaultLowInputLatency);
+    EXPECT_EQ(state().inputParameters.hostApiSpecificStreamInfo, nullptr);
+    EXPECT_FALSE(state().hasOutput);
+    EXPECT_EQ(state().sampleRate, 48000.0);
+    EXPECT_EQ(state().framesPerBuffer, 1024u);
+    EXPECT_EQ(state().flags, paClipOff | paDitherOff);
+    EXPECT_EQ(state().userData, input.get());
+    EXPECT_EQ(capacity(), 20480);
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize", "Pa_OpenStream", "Pa_StartStream"));
+}
+
+TEST_F(PortAudioInputTest, SettingsChangedWhileIdleHoldFromTheNextStart) {
+    EXPECT_TRUE(input->setSampleRate(44100));
+    EXPECT_TRUE(input->setFramesPerBuffer(256));
+    EXPECT_TRUE(input->setStereo(true));
+    ASSERT_TRUE(input->startRecording());
+    EXPECT_EQ(state().sampleRate, 44100.0);
+    EXPECT_EQ(state().framesPerBuffer, 256u);
+    EXPECT_EQ(state().inputParameters.channelCount, 2);
+    EXPECT_EQ(input->getSampleRate(), 44100u);
+    EXPECT_EQ(input->getFramesPerBuffer(), 256u);
+    EXPECT_TRUE(input->getStereo());
+}
+
+TEST_F(PortAudioInputTest, SettingsAreRefusedWhileRecording) {
+    ASSERT_TRUE(input->startRecording());
+    EXPECT_FALSE(input->setSampleRate(44100));
+    EXPECT_EQ(input->getSampleRate(), 48000u);
+    EXPECT_FALSE(input->setFramesPerBuffer(512));
+    EXPECT_EQ(input->getFramesPerBuffer(), 1024u);
+    EXPECT_FALSE(input->setStereo(true));
+    EXPECT_FALSE(input->getStereo());
+}
+
+TEST_F(PortAudioInputTest, SetStereoGivesBackTheSettingItself) {
+    EXPECT_TRUE(input->setStereo(true));
+    EXPECT_TRUE(input->getStereo());
+    EXPECT_FALSE(input->setStereo(false));
+    EXPECT_FALSE(input->getStereo());
+}
+
+TEST_F(PortAudioInputTest, SecondStartIsRefusedAndOpensNothing) {
+    ASSERT_TRUE(input->startRecording());
+    boost::shared_ptr<RingBuffer> const ring = input->getRingBuffer();
+    EXPECT_FALSE(input->startRecording());
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize", "Pa_OpenStream", "Pa_StartStream"));
+    EXPECT_EQ(input->getRingBuffer(), ring);
+}
+
+TEST_F(PortAudioInputTest, StopWhenIdleIsRefusedInSilence) {
+    EXPECT_FALSE(input->stopRecording());
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize"));
+}
+
+TEST_F(PortAudioInputTest, RingBufferHoldsTwentyBlocks) {
+    EXPECT_TRUE(input->setFramesPerBuffer(512));
+    ASSERT_TRUE(input->startRecording());
+    EXPECT_EQ(capacity(), 10240);
+}
+
+TEST_F(PortAudioInputTest, RingBufferIsThereBeforeTheStreamIs) {
+    bool ringSeen = false;
+    state().opening = [this, &ringSeen] { ringSeen = input->getRingBuffer() != nullptr; };
+    ASSERT_TRUE(input->startRecording());
+    EXPECT_TRUE(ringSeen);
+}
+
+TEST_F(PortAudioInputTest, CapturedBlocksReachTheRingBuffer) {
+    ASSERT_TRUE(input->startRecording());
+    std::vector<float> const first(1024, 0.25f);
+    std::vector<float> const second(1024, -0.5f);
+    EXPECT_EQ(deliver(first.data(), 1024), paContinue);
+    EXPECT_EQ(deliver(second.data(), 1024), paContinue);
+    std::vector<float> expected(first);
+    expected.insert(expected.end(), second.begin(), second.end());
+    EXPECT_EQ(latest(2048), expected);
+}
+
+TEST_F(PortAudioInputTest, BlocksNeverFailToFitHoweverLongItRecords) {
+    ASSERT_TRUE(input->startRecording());
+    for (int number = 0; number < 107; ++number) {
+        std::vector<float> const block(1024, static_cast<float>(number));
+        deliver(block.data(), 1024);
+        ASSERT_THAT(latest(1024), Each(static_cast<float>(number)));
+    }
+}
+
+TEST_F(PortAudioInputTest, BlockThatDoesNotFitIsDroppedAndRecordingGoesOn) {
+    ASSERT_TRUE(input->startRecording());
+    std::vector<float> const block(20480, 1.0f);
+    EXPECT_EQ(deliver(block.data(), 1000), paContinue);
+    EXPECT_EQ(deliver(block.data(), 20000), paContinue);
+    EXPECT_EQ(latest(1001).front(), 0.0f);
+}
+
+TEST_F(PortAudioInputTest, NullInputAppendsNothingAndContinues) {
+    ASSERT_TRUE(input->startRecording());
+    EXPECT_EQ(deliver(nullptr, 1024), 0);
+    EXPECT_EQ(capacity(), 20480);
+}
+
+TEST_F(PortAudioInputTest, StereoKeepsTheFirstHalfOfEachInterleavedBlock) {
+    EXPECT_TRUE(input->setStereo(true));
+    ASSERT_TRUE(input->startRecording());
+    std::vector<float> const leftRight{1, -1, 2, -2, 3, -3, 4, -4};
+    EXPECT_EQ(deliver(leftRight.data(), 4), 0);
+    EXPECT_THAT(latest(5), ElementsAre(0, 1, -1, 2, -2));
+}
+
+TEST_F(PortAudioInputTest, StopEndsTheStreamAndKeepsWhatWasRecorded) {
+    ASSERT_TRUE(input->startRecording());
+    float const block[] = {1, 2};
+    deliver(block, 2);
+    EXPECT_TRUE(input->stopRecording());
+    EXPECT_FALSE(input->isRecording());
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize", "Pa_OpenStream", "Pa_StartStream",
+                                           "Pa_StopStream", "Pa_CloseStream"));
+    EXPECT_THAT(latest(2), ElementsAre(1, 2));
+    EXPECT_TRUE(input->setSampleRate(44100));
+}
+
+TEST_F(PortAudioInputTest, RestartBringsAFreshRingBufferAndLeavesTheOldOneToItsHolders) {
+    ASSERT_TRUE(input->startRecording());
+    float const block[] = {1, 2};
+    deliver(block, 2);
+    boost::shared_ptr<RingBuffer> const old = input->getRingBuffer();
+    EXPECT_TRUE(input->stopRecording());
+    ASSERT_TRUE(input->startRecording());
+    EXPECT_NE(input->getRingBuffer(), old);
+    EXPECT_THAT(latest(2), ElementsAre(0, 0));
+    std::vector<float> kept(2);
+    old->copyLatest(kept);
+    EXPECT_THAT(kept, ElementsAre(1, 2));
+}
+
+TEST_F(PortAudioInputTest, WithoutADeviceItSaysSoAndOpensNothing) {
+    state().defaultInputDevice = paNoDevice;
+    PortAudioInput deaf;
+    expectLine("Open stream failed", paInvalidDevice);
+    EXPECT_FALSE(deaf.startRecording());
+    EXPECT_FALSE(deaf.isRecording());
+    EXPECT_EQ(deaf.getRingBuffer(), nullptr);
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize", "Pa_Initialize"));
+}
+
+TEST_F(PortAudioInputTest, DeviceOfWhichNothingIsKnownIsNoDevice) {
+    state().deviceInfoKnown = false;
+    expectLine("Open stream failed", paInvalidDevice);
+    EXPECT_FALSE(input->startRecording());
+    EXPECT_FALSE(input->isRecording());
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize"));
+}
+
+TEST_F(PortAudioInputTest, FailureToOpenLeavesItIdle) {
+    state().openError = paInvalidSampleRate;
+    expectLine("Open stream failed", paInvalidSampleRate);
+    EXPECT_FALSE(input->startRecording());
+    EXPECT_FALSE(input->isRecording());
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize", "Pa_OpenStream"));
+    EXPECT_NE(input->getRingBuffer(), nullptr);
+
+    state().openError = paNoError;
+    EXPECT_TRUE(input->startRecording());
+}
+
+TEST_F(PortAudioInputTest, FailureToStartKeepsTheOpenedStream) {
+    state().startError = paDeviceUnavailable;
+    expectLine("Start stream failed", paDeviceUnavailable);
+    EXPECT_FALSE(input->startRecording());
+    EXPECT_TRUE(input->isRecording());
+    EXPECT_FALSE(input->setStereo(true));
+    EXPECT_TRUE(input->stopRecording());
+    EXPECT_FALSE(input->isRecording());
+}
+
+TEST_F(PortAudioInputTest, FailureToStopKeepsTheStream) {
+    ASSERT_TRUE(input->startRecording());
+    state().stopError = paStreamIsStopped;
+    expectLine("Stop stream failed", paStreamIsStopped);
+    EXPECT_FALSE(input->stopRecording());
+    EXPECT_TRUE(input->isRecording());
+    EXPECT_EQ(state().calls.back(), "Pa_StopStream");
+    state().stopError = paNoError;
+    EXPECT_TRUE(input->stopRecording());
+}
+
+TEST_F(PortAudioInputTest, FailureToCloseSpeaksOfStartingAndIsIdleAllTheSame) {
+    ASSERT_TRUE(input->startRecording());
+    state().closeError = paInternalError;
+    expectLine("Start stream failed", paInternalError);
+    EXPECT_FALSE(input->stopRecording());
+    EXPECT_FALSE(input->isRecording());
+    EXPECT_FALSE(input->stopRecording());
+}
+
+TEST_F(PortAudioInputTest, DestructionStopsARunningStreamBeforeItEndsTheSession) {
+    ASSERT_TRUE(input->startRecording());
+    input.reset();
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize", "Pa_OpenStream", "Pa_StartStream",
+                                           "Pa_StopStream", "Pa_CloseStream", "Pa_Terminate"));
+}
+
+TEST_F(PortAudioInputTest, DestructionThroughTheBaseDoesTheSame) {
+    boost::shared_ptr<AudioInput> base = AudioInput::New();
+    ASSERT_TRUE(base->startRecording());
+    base.reset();
+    EXPECT_EQ(state().calls.back(), "Pa_Terminate");
+    EXPECT_EQ(state().sessions, 1);
+}
+
+TEST_F(PortAudioInputTest, DestructionWhenIdleOnlyEndsTheSession) {
+    input.reset();
+    EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize", "Pa_Terminate"));
+}

@@ -1,0 +1,38 @@
+#include "tests/support/SignalGenerators.h"
+
+#include <cmath>
+#include <random>
+
+namespace signals {
+
+std::vector<float> tones(std::vector<Tone> const& tones, std::size_t count) {
+    double const pi = std::acos(-1.0);
+    std::vector<float> samples(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        double const seconds = static_cast<double>(i) / sampleRateHz;
+        double sample = 0.0;
+        for (Tone const& tone : tones) {
+            sample += tone.amplitude * std::sin(2.0 * pi * tone.frequencyHz * seconds + tone.phaseRadians);
+        }
+        samples[i] = static_cast<float>(sample);
+    }
+    return samples;
+}
+
+std::vector<float> noise(std::uint32_t seed, float amplitude, std::size_t count) {
+    // The generator's sequence is fixed by the language, its distributions are not.
+    std::mt19937 generator(seed);
+    std::vector<float> samples(count);
+    for (float& sample : samples) {
+        sample = amplitude * static_cast<float>(static_cast<double>(generator()) / 2147483648.0 - 1.0);
+    }
+    return samples;
+}
+
+boost::shared_ptr<RingBuffer const> ringHolding(std::vector<float> const& samples) {
+    boost::shared_ptr<RingBuffer> const ring(new RingBuffer(static_cast<unsigned int>(samples.size())));
+    ring->append(samples.data(), static_cast<int>(samples.size()));
+    return ring;
+}
+
+}  // namespace signals
