@@ -11,7 +11,7 @@ namespace {
 constexpr int blockLength = 1024;
 constexpr int blocksKept = 20;
 constexpr int blocksRead = 6;
-constexpr int reads = 3000;
+constexpr int reads = 200;
 
 /// Appends blocks whose samples all are the block's number, from 1 on, while the test goes on reading.
 class Writer {
