@@ -1,7 +1,9 @@
 #include "platform/wt/Defaults.h"
 
+#include "platform/wt/Screen.h"
 #include "platform/wt/Symbols.h"
-#include "platform/wt/wtWindowManager.h"
+#include "platform/wt/Text.h"
+#include "platform/wt/Theme.h"
 
 namespace wt {
 
@@ -11,8 +13,22 @@ float wtDefaults::Window::shadowOffsY = 0.0F;
 GridGraphic wtDefaults::Window::shadow_bg;
 
 void loadDefaults(int width, int height) {
-    wtWindowManager::setViewport(width, height);
+    Screen viewport = screen();
+    viewport.width = width;
+    viewport.height = height;
+    setScreen(viewport);
+
+    text::loadTypeface();
     loadFragmentPrograms();
+
+    wtDefaults::Window::alpha = 1.0F;
+    wtDefaults::Window::shadowOffsX = theme().shadowOffsetX;
+    wtDefaults::Window::shadowOffsY = theme().shadowOffsetY;
+    Polygon shadow(makeQuad({0, 0}, {1, 1}));
+    shadow.setShader(wtSymbols::fragProgs["solid_shader"]);
+    shadow.setColor(theme().shadow);
+    wtDefaults::Window::shadow_bg.init(1, 1);
+    wtDefaults::Window::shadow_bg(0, 0) = shadow;
 }
 
 }  // namespace wt

@@ -4,12 +4,16 @@
 
 namespace wt {
 
-/// A value that follows a switch in a few equal steps, one for each frame.
+/// A switch whose value follows in a few equal steps, one for each frame.
 class Fade {
 public:
-    void setTarget(bool on) { target = on ? 1.0F : 0.0F; }
-    /// Ends the way at once.
-    void finish() { current = target; }
+    void set(bool on) { target = on ? 1.0F : 0.0F; }
+    /// Switches without steps between.
+    void jump(bool on) {
+        set(on);
+        current = target;
+    }
+    bool isOn() const { return target > 0; }
     void animate() {
         current = current < target ? std::min(current + step, target) : std::max(current - step, target);
     }

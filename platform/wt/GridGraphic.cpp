@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/wt/Painter.h"
+#include "platform/wt/Theme.h"
+
 namespace wt {
 namespace {
 
@@ -97,6 +100,9 @@ void GridGraphic::draw(const Rect& target, float opacity) const {
         for (std::size_t c = 0; c < sizeX.size(); ++c) {
             cells[r * sizeX.size() + c].draw({xs[c], ys[r], xs[c + 1] - xs[c], ys[r + 1] - ys[r]}, opacity);
         }
+    }
+    if (border != 0) {
+        paint::strokeRounded(target, 0, 1, theme().border.faded(opacity));
     }
 }
 

@@ -13,14 +13,17 @@ namespace wt {
 ///     layout->add(button, wt::LinearLayout::Attributes(0.01F, 0.01F, 0.01F, 0.01F, 1, 0, alignment, 0));
 ///     window->setLayoutManager(layout);
 ///
-/// Room beyond the preferred sizes goes to the widgets that expand, by weight; where none does, the cells of
-/// all grow by weight and each widget sits in its own cell by its alignment.
+/// A widget and its margins make a cell. Along the stack, widgets that expand share the room that the
+/// preferred sizes leave, by weight; where none expands the cells of all do, and each widget sits in its own
+/// by its alignment. Across the stack a widget has its preferred size, or the cell's if it expands or is to
+/// fill it. Where there is less room than is preferred all give way down to their least sizes, and below
+/// those everything shrinks alike. Hidden widgets have no cell.
 class LinearLayout : public LayoutManager {
 public:
     /// How one widget sits in the stack.
     struct Attributes {
-        /// Margins and weight >= 0; `fill` other than 0 stretches the widget across the stack; `reserved` has
-        /// no meaning.
+        /// Margins, screen units, and weight >= 0; `fill` other than 0 stretches the widget across the stack;
+        /// `reserved` has no meaning.
         Attributes(float left, float right, float bottom, float top, float weight, int fill, wtAlign align,
                    int reserved);
 
@@ -35,6 +38,7 @@ public:
 
     explicit LinearLayout(wtOrientation orientation) : direction(orientation) {}
 
+    /// The widget stays its parent's, and has to live as long as the layout.
     virtual void add(wtWidget* widget, const Attributes& attributes);
 
     SizeHint sizeHint() const override;
@@ -45,6 +49,8 @@ private:
         wtWidget* widget;
         Attributes attributes;
     };
+    std::vector<Item> shownItems() const;
+
     wtOrientation direction;
     std::vector<Item> items;
 };

@@ -17,12 +17,15 @@ struct Rect {
     constexpr bool contains(const tavi::Vec2<float>& p) const {
         return p.x >= x && p.x < x + w && p.y >= y && p.y < y + h;
     }
-    /// Smaller by `dx` at the left and right and by `dy` below and above, never below nothing.
-    constexpr Rect inset(float dx, float dy) const {
-        const float dw = 2 * dx < w ? dx : w / 2;
-        const float dh = 2 * dy < h ? dy : h / 2;
-        return {x + dw, y + dh, w - 2 * dw, h - 2 * dh};
+    /// With the margins cut off; where they leave nothing, they shrink in proportion.
+    constexpr Rect without(float left, float right, float bottom, float top_) const {
+        const float across = left + right > w && left + right > 0 ? w / (left + right) : 1.0F;
+        const float along = bottom + top_ > h && bottom + top_ > 0 ? h / (bottom + top_) : 1.0F;
+        return {x + left * across, y + bottom * along, w - (left + right) * across,
+                h - (bottom + top_) * along};
     }
+    /// Smaller by `dx` at the left and right and by `dy` below and above.
+    constexpr Rect inset(float dx, float dy) const { return without(dx, dx, dy, dy); }
 };
 
 }  // namespace wt

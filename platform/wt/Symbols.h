@@ -15,4 +15,7 @@ struct wtSymbols {
 /// Makes the fragment programs in the current GL context, or sets them to 0 where there is none.
 void loadFragmentPrograms();
 
+/// Whether the current GL context has programs at all.
+bool haveFragmentPrograms();
+
 }  // namespace wt

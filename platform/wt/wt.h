@@ -17,6 +17,7 @@
 #include "platform/wt/GridGraphic.h"
 #include "platform/wt/LinearLayout.h"
 #include "platform/wt/Polygon.h"
+#include "platform/wt/Screen.h"
 #include "platform/wt/Symbols.h"
 #include "platform/wt/Theme.h"
 #include "platform/wt/wtButton.h"

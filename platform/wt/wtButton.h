@@ -1,6 +1,8 @@
 #pragma once
 
+#include <boost/signals2/connection.hpp>
 #include <boost/signals2/signal.hpp>
+#include <memory>
 #include <string>
 
 #include "platform/wt/Fade.h"
@@ -16,16 +18,20 @@ class wtButton : public wtWidget {
 public:
     using PressedSignal = boost::signals2::signal<void()>;
 
-    /// Adds itself to `parent` unless that is null. A size of -1 is found from the text.
+    /// Adds itself to `parent` unless that is null. A width or height of -1 is found from the text.
     wtButton(wtWidget* parent, const std::string& name, const tavi::Vec2<float>& pos,
              const tavi::Vec2<float>& size, const std::string& label);
 
-    const std::string& getText() const { return text; }
-    void setText(const std::string& label);
+    const std::string& getText() const { return label; }
+    void setText(const std::string& text);
 
-    /// Slots run in the order in which they were connected, as the last thing in the event; one may hide the
-    /// button's window or end the process.
+    /// Slots run in the order in which they were connected, as the last thing in the event; one may hide or
+    /// destroy the button's window, or end the process.
     boost::signals2::connection connectButtonPressed(const PressedSignal::slot_type& slot);
+
+    /// Whether letting go now would fire it.
+    bool isArmed() const { return armed; }
+    bool isHovered() const { return hoverFade.isOn(); }
 
     void draw() override;
     void animate() override;
@@ -38,15 +44,12 @@ public:
     void hover(const tavi::Vec2<float>& point) override;
     void leave() override;
 
-    bool isHovered() const { return hovered; }
-    /// Whether letting go now would fire it.
-    bool isArmed() const { return armed; }
-
 private:
-    std::string text;
-    tavi::Vec2<float> requested;
-    PressedSignal pressed;
-    bool hovered = false;
+    void arm(bool on);
+
+    std::string label;
+    // Shared with the callback that is under way, which may outlive the button.
+    std::shared_ptr<PressedSignal> pressed;
     bool armed = false;
     Fade hoverFade;
     Fade pressFade;

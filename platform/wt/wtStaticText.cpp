@@ -1,25 +1,48 @@
 #include "platform/wt/wtStaticText.h"
 
+#include <algorithm>
+#include <cmath>
+
+#include "platform/wt/Screen.h"
+#include "platform/wt/Text.h"
+#include "platform/wt/Theme.h"
+
 namespace wt {
+namespace {
+
+/// Enough for a few letters and an ellipsis.
+constexpr float leastWidthEm = 4.0F;
+
+}  // namespace
 
 wtStaticText::wtStaticText(wtWidget* parent, const std::string& name, const tavi::Vec2<float>& pos,
-                           const tavi::Vec2<float>& size_, const std::string& text_, int alignment_)
-    : wtWidget(name, pos, size_, 0), text(text_), alignment(alignment_), requested(size_) {
-    if (parent) {
+                           const tavi::Vec2<float>& size_, const std::string& text, int alignment_)
+    : wtWidget(name, pos, size_, 0), line(text), alignment(alignment_) {
+    if (parent != nullptr) {
         parent->add(this);
     }
 }
 
-void wtStaticText::setText(const std::string& text_) {
-    text = text_;
-}
-
-void wtStaticText::draw() {
-    (void)alignment;
+void wtStaticText::setText(const std::string& text) {
+    if (text == line) {
+        return;
+    }
+    line = text;
+    if (wantedSize.x < 0) {
+        invalidateLayout();
+    }
 }
 
 SizeHint wtStaticText::sizeHint() const {
-    return {requested, requested};
+    const float em = emPixels();
+    const tavi::Vec2<float> own(std::ceil(text::width(line, em)) * screen().pixelX(),
+                                std::ceil(text::height(em)) * screen().pixelY());
+    const tavi::Vec2<float> preferred(wantedSize.x < 0 ? own.x : wantedSize.x, std::max(own.y, wantedSize.y));
+    return {{std::min(preferred.x, emsX(leastWidthEm)), own.y}, preferred};
+}
+
+void wtStaticText::draw() {
+    text::draw(line, rect(), alignment, emPixels(), palette().text);
 }
 
 }  // namespace wt

@@ -1,11 +1,19 @@
 #pragma once
 
+#include <boost/function.hpp>
+#include <vector>
+
 namespace wt {
 
 class wtWidget;
 
 /// Keeps the top-level windows from back to front, gives them the pointer, and draws them over the frame. One
 /// for the process; all operations are static.
+///
+/// A press goes to the frontmost window under the pointer and there to the deepest widget that wants it,
+/// which keeps the pointer until the release; it also brings the window to the front, unless that is
+/// maximised and so stays behind the panels. A press outside every window goes nowhere, and so does all until
+/// its release.
 class wtWindowManager {
 public:
     wtWindowManager() = delete;
@@ -15,11 +23,13 @@ public:
     static void init(int width, int height, bool reserved);
     /// Takes the window, in front of the others, for the rest of the program.
     static void appendWidget(wtWidget* window);
-    /// Puts the window behind `depth` others; 0 is the front.
+    /// Puts the window behind `depth` others; 0 is the front. A window that was not appended is ignored.
     static void raiseWidget(wtWidget* window, int depth);
+    /// The windows, shown or not, from back to front.
+    static std::vector<wtWidget*> windows();
     /// Destroys all windows and forgets the pointer: a clean start for tests.
     static void clear();
-    /// The size in pixels that layout and pointer positions go by until the next displayWidgets().
+    /// The size in pixels that layout and pointer go by until the next displayWidgets().
     static void setViewport(int width, int height);
 
     /// GLUT's mouse button event: button 0 is the left one, 3 and 4 the wheel; state 0 is down; pixels, y
@@ -33,6 +43,15 @@ public:
     static void displayWidgets();
     /// Advances the widgets' own animations by one frame.
     static void animate();
+
+    /// For widgets: runs `callback` as the last thing in the current event. It may do anything, so it must
+    /// not count on the widget when it returns from what it calls.
+    static void defer(const boost::function<void()>& callback);
+    /// For widgets: the pointer leaves whatever is in `widget`; a press that it had leads nowhere from now
+    /// on.
+    static void takePointerFrom(const wtWidget* widget);
+    /// For widgets: one is about to go.
+    static void forget(const wtWidget* widget);
 };
 
 }  // namespace wt

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/tmath/Vec2.h"
+#include "platform/wt/Rect.h"
+
+namespace wt {
+
+/// The GL viewport in pixels, and what follows from it: how large a pixel is in screen units, where pixels
+/// begin, and how large text is.
+struct Screen {
+    /// Lower left corner and size of the viewport in the GL window, pixels; the size is at least 1 by 1.
+    int x = 0;
+    int y = 0;
+    int width = 640;
+    int height = 480;
+
+    /// Screen units for each pixel.
+    float pixelX() const { return 2.0F / static_cast<float>(width); }
+    float pixelY() const { return 2.0F / static_cast<float>(height); }
+
+    /// The middle of a pixel, counted from the upper left with y down, in screen units.
+    tavi::Vec2<float> fromPixel(int column, int row) const;
+    /// The rectangle with each edge on the nearest edge between pixels: neighbours stay neighbours. Right for
+    /// coordinates whose origin is itself on such an edge, as every widget's is.
+    Rect snapped(const Rect& rect) const;
+    /// The em of ordinary text, whole pixels.
+    float emPixels() const;
+
+    bool operator==(const Screen& other) const {
+        return x == other.x && y == other.y && width == other.width && height == other.height;
+    }
+};
+
+/// The viewport that layout, pointer and drawing go by.
+const Screen& screen();
+void setScreen(const Screen& current);
+
+}  // namespace wt
