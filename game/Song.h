@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <vector>
 
 #include "analysis/NoteState.h"
 #include "analysis/Notes.h"
+#include "game/TrackIndex.h"
 #include "scene/Scene.h"
 
 class Score;
@@ -28,6 +30,9 @@ public:
         /// slot's width on the track and `fill` the share of it that a note of length 1 covers. A note that
         /// was hit gets darker by a tenth each time.
         void draw(int slot, float width, float fill);
+
+        /// Darkens a note that was hit by what it loses with each drawing.
+        void fade();
 
         Notes::NoteID note;
         std::int32_t length;  ///< slots; whatever the file says, 0 and less included
@@ -72,12 +77,26 @@ public:
     std::vector<std::vector<NoteMark>> const& getSlots() const { return slots; }
 
 private:
+    struct MarkPlace {
+        std::size_t slot;
+        std::size_t index;
+    };
+
+    bool read(std::ifstream& in);
+
     int slotAt(double t) const;
-    void award(NoteMark& mark, int slot, double length, float points, Score& score, NoteState const& state);
-    void penalise(int slot, Notes::NoteID const& note, Score& score);
-    void give(float points, int slot, float height, Score& score);
+    void award(MarkPlace const& place, double length, float points, Score& score, NoteState const& state);
+    void penalise(std::size_t slot, Notes::NoteID const& note, Score& score);
+    void give(float points, std::size_t slot, float height, Score& score);
+
+    void indexTrack();
+    void fadeHitMarks();
+    void drawStaff() const;
+    void drawSlots() const;
 
     std::vector<std::vector<NoteMark>> slots;
     double slotsPerSecond;
     Scene scene;
+    TrackIndex track;               ///< over `slots`, so that drawing need not walk them all
+    std::vector<MarkPlace> fading;  ///< the notes that were hit and are not black yet
 };

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int noteCount = 7;
+constexpr std::size_t noteCount = 7;
 
 constexpr double windowOpening = -0.5;  // slots, from the slot's centre
 constexpr double holdFraction = 0.95;   // of the note's length
@@ -35,6 +35,10 @@ int toInt(double value) {
     return static_cast<int>(value);
 }
 
+float secondsPerSlot(double slotsPerSecond) {
+    return static_cast<float>(1.0 / slotsPerSecond);
+}
+
 // The seconds for which a note of `length` slots must be held: 95 % of it, less the half slot that its window
 // opens early.
 float holdThreshold(float slotSeconds, double length) {
@@ -49,62 +53,70 @@ int Song::slotAt(double t) const {
 }
 
 void Song::updateScore(Score& score, double t, NoteState const& state) {
-    int const slot = slotAt(t);
-    if (slot < 0 || static_cast<std::size_t>(slot) >= slots.size()) {
+    int const current = slotAt(t);
+    if (current < 0 || static_cast<std::size_t>(current) >= slots.size()) {
         return;
     }
+    auto const slot = static_cast<std::size_t>(current);
     std::bitset<noteCount> expected;
 
-    for (NoteMark& mark : slots[static_cast<std::size_t>(slot)]) {
-        award(mark, slot, mark.length, awardPoints, score, state);
+    for (std::size_t i = 0; i < slots[slot].size(); ++i) {
+        NoteMark const& mark = slots[slot][i];
+        award({slot, i}, mark.length, awardPoints, score, state);
         expected.set(static_cast<std::size_t>(mark.note));
     }
-    for (int earlier = std::max(slot - lookBackSlots, 0); earlier < slot; ++earlier) {
-        for (NoteMark& mark : slots[static_cast<std::size_t>(earlier)]) {
-            if (static_cast<std::int64_t>(mark.length) + earlier > slot) {
-                float const length = static_cast<float>(mark.length);
-                award(mark, earlier, length, awardPoints * length, score, state);
+    // Here a note's length counts: flat above, by the slot below.
+    for (int earlier = std::max(current - lookBackSlots, 0); earlier < current; ++earlier) {
+        auto const start = static_cast<std::size_t>(earlier);
+        for (std::size_t i = 0; i < slots[start].size(); ++i) {
+            NoteMark const& mark = slots[start][i];
+            if (static_cast<std::int64_t>(mark.length) + earlier > current) {
+                auto const length = static_cast<float>(mark.length);
+                award({start, i}, length, awardPoints * length, score, state);
                 expected.set(static_cast<std::size_t>(mark.note));
             }
         }
     }
 
-    float const slotSeconds = static_cast<float>(1.0 / slotsPerSecond);
-    float const slotStart = static_cast<float>(static_cast<double>(static_cast<float>(slot) * slotSeconds) +
-                                               windowOpening * static_cast<double>(slotSeconds));
-    bool const graceIsOver = t - static_cast<double>(slotStart) > graceFraction * slotSeconds;
-    for (int note = 0; note < noteCount; ++note) {
-        if (state.downCount(note) > wrongHoldSeconds && graceIsOver &&
-            !expected.test(static_cast<std::size_t>(note))) {
-            penalise(slot, note, score);
+    float const slotSeconds = secondsPerSlot(slotsPerSecond);
+    auto const slotStart = static_cast<float>(static_cast<double>(static_cast<float>(current) * slotSeconds) +
+                                              windowOpening * static_cast<double>(slotSeconds));
+    if (!(t - static_cast<double>(slotStart) > graceFraction * static_cast<double>(slotSeconds))) {
+        return;
+    }
+    for (std::size_t note = 0; note < noteCount; ++note) {
+        auto const id = static_cast<std::int32_t>(note);
+        if (static_cast<double>(state.downCount(id)) > wrongHoldSeconds && !expected.test(note)) {
+            penalise(slot, id, score);
         }
     }
 }
 
-void Song::award(NoteMark& mark, int slot, double length, float points, Score& score,
-                 NoteState const& state) {
-    float const slotSeconds = static_cast<float>(1.0 / slotsPerSecond);
-    if (state.downCount(mark.note) > holdThreshold(slotSeconds, length) && !mark.hit) {
+void Song::award(MarkPlace const& place, double length, float points, Score& score, NoteState const& state) {
+    NoteMark& mark = slots[place.slot][place.index];
+    float const threshold = holdThreshold(secondsPerSlot(slotsPerSecond), length);
+    if (state.downCount(mark.note) > threshold && !mark.hit) {
         mark.hit = true;
-        give(points, slot, getNoteHeight(mark.note), score);
+        fading.push_back(place);
+        give(points, place.slot, getNoteHeight(mark.note), score);
     }
 }
 
-void Song::penalise(int slot, Notes::NoteID const& note, Score& score) {
-    std::vector<NoteMark>& marks = slots[static_cast<std::size_t>(slot)];
+void Song::penalise(std::size_t slot, Notes::NoteID const& note, Score& score) {
+    std::vector<NoteMark>& marks = slots[slot];
     marks.emplace_back(note, 1);
     marks.back().wrong = true;
     marks.back().hit = true;
-    // The number floats over the slot's mark with the wrong note's own number, if there are that many.
+    // The number floats over the mark whose index is the wrong note's number, if the slot has that many.
     auto const index = static_cast<std::size_t>(note);
     NoteMark const& place = index < marks.size() ? marks[index] : marks.back();
     give(penaltyPoints, slot, getNoteHeight(place.note), score);
 }
 
-void Song::give(float points, int slot, float height, Score& score) {
+void Song::give(float points, std::size_t slot, float height, Score& score) {
     FFont const font = Globals::getInstance().getScoreFont();
-    scene.addObject(
-        boost::make_shared<ScoreAnnotation>(static_cast<float>(slot), height, font, toInt(points)));
+    scene.addObject(boost::make_shared<ScoreAnnotation>(static_cast<float>(static_cast<int>(slot)), height,
+                                                        font, toInt(static_cast<double>(points))));
     score.addToScore(points);
 }
 

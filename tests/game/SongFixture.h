@@ -1,0 +1,54 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "game/Score.h"
+#include "game/Song.h"
+#include "tests/support/TemporaryFolder.h"
+
+/// The notes by their numbers, for tests to speak of them.
+constexpr int noteC = 0;
+constexpr int noteD = 1;
+constexpr int noteE = 2;
+constexpr int noteF = 3;
+constexpr int noteG = 4;
+constexpr int noteA = 5;
+constexpr int noteB = 6;
+
+/// What is written to std::cerr while this lives.
+class CapturedErrors {
+public:
+    CapturedErrors();
+    ~CapturedErrors();
+    CapturedErrors(CapturedErrors const&) = delete;
+    CapturedErrors& operator=(CapturedErrors const&) = delete;
+
+    std::string text() const { return captured.str(); }
+
+private:
+    std::ostringstream captured;
+    std::streambuf* before;
+};
+
+/// A song's slots as words: "C/1" a C of length 1, with "!" behind it once it is hit and "x" for a penalty.
+using Words = std::vector<std::vector<std::string>>;
+Words words(std::vector<std::vector<Song::NoteMark>> const& slots);
+
+/// `notes` held for `seconds`.
+NoteState holding(std::vector<Notes::NoteID> const& notes, float seconds);
+
+/// A song read from a text, and the score of playing it.
+class SongFixture : public testing::Test {
+protected:
+    /// Loads a file with these contents; what it reports is in `errors` afterwards.
+    bool load(std::string const& contents);
+    Words slots() const { return words(song.getSlots()); }
+
+    TemporaryFolder folder;
+    Song song;
+    Score score{0.0f, 0.0f};
+    std::string errors;
+};
