@@ -24,18 +24,19 @@ int FastReverseBits(int index, int numBits);
 /// Builds the bit-reversal tables for 1 to 16 bits. Every transform does so when it is the first.
 void InitFFT();
 
-/// Complex transform: realIn[n], imagIn[n] to realOut[n], imagOut[n], n = numSamples; bin k at k / n cycles
-/// per sample in natural order, the upper half being the negative frequencies. A null `imagIn` stands for
-/// zeros. Forward turns with exp(-2 pi i j k / n) and is not scaled; inverse turns the other way and divides
-/// by n, so that one undoes the other. The twiddle factors come from a three-term recurrence in double.
+/// Complex transform: realIn[n], imagIn[n] to realOut[n], imagOut[n], n = numSamples, a null `imagIn` being
+/// zeros. Forward, bin k in natural order is the sum over j of in[j] * exp(+2 pi i j k / n), not scaled: the
+/// conjugate of what the other sign gives for a real signal, and of the same magnitude. Inverse turns the
+/// other way and divides by n, so that one undoes the other. Twiddle factors come from a three-term
+/// recurrence and butterflies are computed in double; what they store is rounded to float.
 void FFT(int numSamples, bool inverseTransform, float const* realIn, float const* imagIn, float* realOut,
          float* imagOut);
 
-/// Transform of a real signal: realIn[n] to realOut[n/2], imagOut[n/2], n = numSamples, from 4 on. Bin k of
-/// 0 < k < n/2 as FFT has it, unscaled. realOut[0] is the real bin 0 and imagOut[0] the real bin n/2.
+/// Transform of a real signal: realIn[n] to realOut[n/2], imagOut[n/2], n = numSamples, from 4 on. Bins 0 < k
+/// < n/2 as FFT gives them, not scaled; realOut[0] is bin 0 and imagOut[0] bin n/2, which both are real.
 void RealFFT(int numSamples, float const* realIn, float* realOut, float* imagOut);
 
-/// Squared magnitudes of a real signal's transform, unscaled: in[n] to out[n/2], n = numSamples, from 4 on.
+/// Squared magnitudes of a real signal's transform, not scaled: in[n] to out[n/2], n = numSamples, from 4 on.
 /// out[0] is the sum of the powers of bins 0 and n/2.
 void PowerSpectrum(int numSamples, float const* in, float* out);
 

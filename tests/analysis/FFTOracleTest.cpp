@@ -1,0 +1,214 @@
+// Two oracles that share no code with what they judge: the same steps written down plainly, which must agree
+// to the last bit, and the definition of the transform summed up in double, which says how far off both are.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "analysis/FFT.h"
+#include "tests/analysis/PlainFFT.h"
+#include "tests/support/SignalGenerators.h"
+
+namespace {
+
+constexpr int largestSize = 65536;
+
+/// As bits, so that 0 differs from -0.
+std::vector<std::uint32_t> bits(std::vector<float> const& values) {
+    std::vector<std::uint32_t> result(values.size());
+    std::memcpy(result.data(), values.data(), values.size() * sizeof(float));
+    return result;
+}
+
+std::vector<float> scaled(std::vector<float> signal, float factor) {
+    for (float& sample : signal) {
+        sample *= factor;
+    }
+    return signal;
+}
+
+std::vector<float> withNegativeZeros(std::vector<float> signal) {
+    for (std::size_t i = 0; i < signal.size(); ++i) {
+        signal[i] = i % 3 == 0 ? -0.0f : (i % 3 == 1 ? 0.0f : signal[i]);
+    }
+    return signal;
+}
+
+std::map<std::string, std::vector<float>> testSignals(std::size_t count) {
+    std::vector<float> const noise = signals::noise(17, 1.0f, count);
+    std::vector<float> impulse(count, 0.0f);
+    impulse[count / 2] = -1.0f;
+    return {{"noise", noise},
+            {"other noise", signals::noise(18, 1.0f, count)},
+            {"quiet noise", scaled(noise, 1e-20f)},
+            {"noise below the normal floats", scaled(noise, 1e-39f)},
+            {"loud noise", scaled(noise, 1e30f)},
+            {"tone", signals::tones({{440.0, 0.5}}, count)},
+            {"chord", signals::tones({{261.63, 0.3}, {329.63, 0.3}, {392.0, 0.3}}, count)},
+            {"silence", std::vector<float>(count, 0.0f)},
+            {"negative silence", std::vector<float>(count, -0.0f)},
+            {"holes of either zero", withNegativeZeros(noise)},
+            {"constant", std::vector<float>(count, 0.7f)},
+            {"impulse", impulse}};
+}
+
+struct Bins {
+    explicit Bins(std::size_t count) : real(count, -99.0f), imag(count, -99.0f) {}
+    std::vector<float> real;
+    std::vector<float> imag;
+};
+
+/// Bins 0 to n / 2 of a real signal, from the definition.
+struct ExactBins {
+    explicit ExactBins(std::vector<float> const& in) : real(in.size() / 2 + 1), imag(in.size() / 2 + 1) {
+        std::size_t const n = in.size();
+        std::vector<double> cosine(n);
+        std::vector<double> sine(n);
+        for (std::size_t i = 0; i < n; ++i) {
+            double const angle = 2.0 * std::acos(-1.0) * static_cast<double>(i) / static_cast<double>(n);
+            cosine[i] = std::cos(angle);
+            sine[i] = std::sin(angle);
+        }
+        for (std::size_t k = 0; k <= n / 2; ++k) {
+            for (std::size_t j = 0; j < n; ++j) {
+                real[k] += in[j] * cosine[j * k % n];
+                imag[k] += in[j] * sine[j * k % n];
+            }
+        }
+    }
+    std::vector<double> real;
+    std::vector<double> imag;
+};
+
+/// Energy of what is wrong in the first bins over the energy of the exact ones, in dB.
+double errorDb(Bins const& bins, ExactBins const& exact) {
+    double error = 0.0;
+    double energy = 0.0;
+    for (std::size_t k = 0; k < exact.real.size(); ++k) {
+        double const real = bins.real[k] - exact.real[k];
+        double const imag = bins.imag[k] - exact.imag[k];
+        error += real * real + imag * imag;
+        energy += exact.real[k] * exact.real[k] + exact.imag[k] * exact.imag[k];
+    }
+    return 10.0 * std::log10(error / energy);
+}
+
+}  // namespace
+
+TEST(FFTOracle, ComplexTransformHasTheBitsOfThePlainOne) {
+    for (int size = 2; size <= largestSize; size *= 2) {
+        auto const count = static_cast<std::size_t>(size);
+        std::vector<float> const other = signals::noise(19, 1.0f, count);
+        for (auto const& [name, signal] : testSignals(count)) {
+            for (float const* const imagIn :
+                 {other.data(), signal.data(), static_cast<float const*>(nullptr)}) {
+                for (bool const inverse : {false, true}) {
+                    Bins fast(count);
+                    Bins exact(count);
+                    FFT(size, inverse, signal.data(), imagIn, fast.real.data(), fast.imag.data());
+                    plain::FFT(size, inverse, signal.data(), imagIn, exact.real.data(), exact.imag.data());
+                    ASSERT_EQ(bits(fast.real), bits(exact.real)) << name << ", " << size << " samples";
+                    ASSERT_EQ(bits(fast.imag), bits(exact.imag)) << name << ", " << size << " samples";
+                }
+            }
+        }
+    }
+}
+
+TEST(FFTOracle, RealTransformHasTheBitsOfThePlainOne) {
+    for (int size = 4; size <= 2 * largestSize; size *= 2) {
+        auto const count = static_cast<std::size_t>(size);
+        for (auto const& [name, signal] : testSignals(count)) {
+            Bins fast(count / 2);
+            Bins exact(count / 2);
+            RealFFT(size, signal.data(), fast.real.data(), fast.imag.data());
+            plain::RealFFT(size, signal.data(), exact.real.data(), exact.imag.data());
+            ASSERT_EQ(bits(fast.real), bits(exact.real)) << name << ", " << size << " samples";
+            ASSERT_EQ(bits(fast.imag), bits(exact.imag)) << name << ", " << size << " samples";
+        }
+    }
+}
+
+TEST(FFTOracle, PowerSpectrumHasTheBitsOfThePlainOne) {
+    for (int size = 4; size <= 2 * largestSize; size *= 2) {
+        auto const count = static_cast<std::size_t>(size);
+        for (auto const& [name, signal] : testSignals(count)) {
+            std::vector<float> fast(count / 2, -99.0f);
+            std::vector<float> exact(count / 2);
+            PowerSpectrum(size, signal.data(), fast.data());
+            plain::PowerSpectrum(size, signal.data(), exact.data());
+            ASSERT_EQ(bits(fast), bits(exact)) << name << ", " << size << " samples";
+        }
+    }
+}
+
+TEST(FFTOracle, SizesBeyondTheTablesHaveTheBitsOfThePlainOnes) {
+    constexpr int size = 4 * largestSize;
+    std::vector<float> const signal = signals::noise(20, 1.0f, size);
+    Bins fast(size);
+    Bins exact(size);
+    FFT(size, false, signal.data(), signal.data(), fast.real.data(), fast.imag.data());
+    plain::FFT(size, false, signal.data(), signal.data(), exact.real.data(), exact.imag.data());
+    EXPECT_EQ(bits(fast.real), bits(exact.real));
+    EXPECT_EQ(bits(fast.imag), bits(exact.imag));
+}
+
+TEST(FFTOracle, BitsDoNotDependOnWhatWasTransformedBefore) {
+    std::vector<float> const signal = signals::noise(21, 1.0f, 4096);
+    std::vector<float> first(2048);
+    PowerSpectrum(4096, signal.data(), first.data());
+    for (int const size : {8, 65536, 512, 2048}) {
+        std::vector<float> const other = signals::noise(22, 1.0f, static_cast<std::size_t>(size));
+        Bins unused(other.size());
+        FFT(size, size % 3 == 0, other.data(), nullptr, unused.real.data(), unused.imag.data());
+        RealFFT(size, other.data(), unused.real.data(), unused.imag.data());
+        std::vector<float> again(2048);
+        PowerSpectrum(4096, signal.data(), again.data());
+        EXPECT_EQ(bits(again), bits(first)) << "after " << size << " samples";
+    }
+}
+
+TEST(FFTOracle, WindowsHaveTheBitsOfThePlainOnes) {
+    for (int const size : {2, 3, 7, 64, 1000, 4095, 4096, 65536}) {
+        auto const count = static_cast<std::size_t>(size);
+        for (auto const& [name, signal] : testSignals(count)) {
+            for (int const which : {1, 2, 3}) {
+                std::vector<float> fast = signal;
+                std::vector<float> exact = signal;
+                WindowFunc(which, size, fast.data());
+                plain::WindowFunc(which, size, exact.data());
+                ASSERT_EQ(bits(fast), bits(exact))
+                    << name << " in window " << which << ", " << size << " samples";
+            }
+        }
+    }
+}
+
+TEST(FFTOracle, ComplexTransformIsWithinItsErrorFloorOfTheDefinition) {
+    for (int size = 2; size <= 4096; size *= 2) {
+        auto const count = static_cast<std::size_t>(size);
+        std::vector<float> const signal = signals::noise(23, 1.0f, count);
+        Bins bins(count);
+        FFT(size, false, signal.data(), nullptr, bins.real.data(), bins.imag.data());
+        EXPECT_LT(errorDb(bins, ExactBins(signal)), -141.0) << size << " samples";
+    }
+}
+
+TEST(FFTOracle, RealTransformIsWithinItsErrorFloorOfTheDefinition) {
+    for (int size = 4; size <= 4096; size *= 2) {
+        auto const count = static_cast<std::size_t>(size);
+        std::vector<float> const signal = signals::noise(24, 1.0f, count);
+        Bins bins(count / 2);
+        RealFFT(size, signal.data(), bins.real.data(), bins.imag.data());
+        bins.real.push_back(bins.imag[0]);
+        bins.imag.push_back(0.0f);
+        bins.imag[0] = 0.0f;
+        // The recurrence of its last step runs in float, which costs it up to 12 dB.
+        EXPECT_LT(errorDb(bins, ExactBins(signal)), -129.0) << size << " samples";
+    }
+}
