@@ -68,6 +68,10 @@ FFontData::~FFontData() {
 void FFontData::init(const char* path, unsigned int size_) {
     size = size_;
     atlas.reset();
+    face.reset();
+    if (path == nullptr || size_ == 0) {
+        return;
+    }
     std::string reason;
     face = FontFace::open(path, reason);
     if (!face) {
@@ -111,22 +115,24 @@ float FFontData::measureString(const char* text, float scaleX) const {
 }
 
 std::string FFontData::shortenString(const char* text, float scaleX, float width) const {
-    if (text == nullptr) {
-        return {};
+    if (!face || text == nullptr) {
+        return text == nullptr ? "" : text;
     }
-    if (!(measureString(text, scaleX) > width)) {
+    if (measureString(text, scaleX) <= width) {
         return text;
     }
     const std::string ellipsis = face->glyphOf(U'\u2026') != 0 ? "\u2026" : "...";
     std::string best;
-    // Every start is tried: with kerning a longer one may even be the narrower.
-    for (const char* end = text; *end != '\0'; nextCharacter(end)) {
-        std::string start(text, end);
-        start.erase(start.find_last_not_of(' ') + 1);
-        const std::string candidate = start + ellipsis;
-        if (candidate.size() > best.size() && measureString(candidate.c_str(), scaleX) <= width) {
-            best = candidate;
+    std::string start;
+    for (const char* end = text; *end != '\0';) {
+        const std::string candidate = start.substr(0, start.find_last_not_of(' ') + 1) + ellipsis;
+        if (measureString(candidate.c_str(), scaleX) > width) {
+            break;
         }
+        best = candidate;
+        const char* character = end;
+        nextCharacter(end);
+        start.append(character, end);
     }
     return best;
 }

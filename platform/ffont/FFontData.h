@@ -34,8 +34,9 @@ public:
     FFontData(const FFontData&) = delete;
     FFontData& operator=(const FFontData&) = delete;
 
-    /// Loads the face, in place of any before. A file that cannot be read leaves no face and is reported in
-    /// one line on standard error, with the reason, the first time that this path fails.
+    /// Loads the face, in place of any before; a null path or a size of 0 leaves none. So does a file that
+    /// cannot be read, which is reported in one line on standard error, with the reason, the first time that
+    /// this path fails.
     void init(const char* path, unsigned int size);
 
     /// Draws `text` from (`x`, `y`), the start of its baseline, in the current colour, blended by its alpha.
@@ -54,7 +55,8 @@ public:
     /// The advance of `text` in world units at a scale, as drawn; the empty text, and null, have 0.
     float measureString(const char* text, float scaleX) const;
     /// `text` if it is no wider than `width` world units, else as many of its first characters as fit with an
-    /// ellipsis behind them (without blanks before it); empty when not even the ellipsis fits.
+    /// ellipsis behind them (without blanks before it); empty when not even the ellipsis fits. Without a
+    /// face, `text`.
     std::string shortenString(const char* text, float scaleX, float width) const;
 
     /// World units at scale 1: above the baseline (the descender is negative), and from line to line.

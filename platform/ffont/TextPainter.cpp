@@ -13,6 +13,9 @@ const double reachEm = 3.0;
 const double smallestEmPx = 4.0;
 const double largestEmPx = static_cast<double>(GlyphKey::maxSteps) / GlyphKey::stepsPerPixel;
 
+// Above it a row is thin against a letter, and hinting would only move what already stands on the baseline.
+const double largestHintedEmPx = 40.0;
+
 int toSteps(double px) {
     return static_cast<int>(std::lround(std::clamp(px, smallestEmPx, largestEmPx) * GlyphKey::stepsPerPixel));
 }
@@ -21,14 +24,18 @@ bool isExact(double px) {
     return px >= smallestEmPx && px <= largestEmPx;
 }
 
+double snap(double px, int phases = GlyphKey::phases) {
+    return std::floor(px * phases + 0.5) / phases;
+}
+
 // A position as the pixel edge before it and the rest in phases.
 struct Snapped {
     double pixel;
     int phase;
-    Snapped(double px, int phases) {
-        const double nearest = std::floor(px * phases + 0.5);
-        pixel = std::floor(nearest / phases);
-        phase = static_cast<int>(nearest - pixel * phases) * (GlyphKey::phases / phases);
+    explicit Snapped(double px, int phases = GlyphKey::phases) {
+        const double snapped = snap(px, phases);
+        pixel = std::floor(snapped);
+        phase = static_cast<int>((snapped - pixel) * GlyphKey::phases);
     }
 };
 
@@ -57,20 +64,22 @@ void TextPainter::paint(const TextLine& line, const TextPlacement& placement) {
 }
 
 void TextPainter::paintAligned(const TextLine& line, const TextPlacement& placement, GlyphKey key) {
-    key.hinted = screen.parallel();
+    key.hinted = screen.parallel() && key.emHeightSteps <= largestHintedEmPx * GlyphKey::stepsPerPixel;
     const double reachX = reachEm * key.emWidthSteps / GlyphKey::stepsPerPixel;
     const double reachY = reachEm * key.emHeightSteps / GlyphKey::stepsPerPixel;
+    const ScreenMapping::Point start = screen.toPixels({placement.x, placement.y});
+    const double emWidthPx = placement.emWidth * screen.scaleAt({placement.x, placement.y}).x;
+    const Snapped y(start.y, screen.parallel() ? 1 : GlyphKey::phases);
+    key.phaseY = y.phase;
     for (const TextLine::Glyph& glyph : line.glyphs) {
-        const ScreenMapping::Point pen =
-            screen.toPixels({placement.x + glyph.penEm * placement.emWidth, placement.y});
-        if (!screen.inViewport(pen.x - reachX, pen.y - reachY, pen.x + reachX, pen.y + reachY)) {
+        // Start and distances are snapped apart, so that text drifts as a whole and its letters do not
+        // jostle.
+        const Snapped x(snap(start.x) + snap(glyph.penEm * emWidthPx));
+        if (!screen.inViewport(x.pixel - reachX, y.pixel - reachY, x.pixel + reachX, y.pixel + reachY)) {
             continue;
         }
-        const Snapped x(pen.x, GlyphKey::phases);
-        const Snapped y(pen.y, key.hinted ? 1 : GlyphKey::phases);
         key.glyph = glyph.glyph;
         key.phaseX = x.phase;
-        key.phaseY = y.phase;
         const AtlasGlyph& shown = picture(key);
         const double left = x.pixel + shown.leftPx;
         const double top = y.pixel + shown.topPx;

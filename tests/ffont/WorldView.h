@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/ffont/FFontData.h"
+#include "platform/timage/Image.h"
+#include "tests/support/OffscreenGL.h"
+
+/// The surface seen as the game's camera sees the world: 45 degrees from 10 units in front of the plane z =
+/// 0.
+class WorldView {
+public:
+    explicit WorldView(const OffscreenGL& surface);
+
+    double pixelsPerUnit() const { return unitPx; }
+    /// The world's x of a column's left edge, and y of a row's top edge.
+    float xOf(double columnPx) const;
+    float yOf(double rowPx) const;
+    double columnOf(double x) const;
+    double rowOf(double y) const;
+
+private:
+    double widthPx;
+    double heightPx;
+    double unitPx;
+};
+
+/// Loads identity matrices: both axes -1 to 1 over the surface, as on the widgets' screen.
+void viewScreen();
+
+/// `text` in white on black, at (`x`, `y`) of the current view, without a limit.
+tavi::Image<unsigned char> drawn(const OffscreenGL& gl, FFontData& face, const char* text, float x, float y,
+                                 float scaleX, float scaleY);
