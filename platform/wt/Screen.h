@@ -21,7 +21,7 @@ struct Screen {
     /// The middle of a pixel, counted from the upper left with y down, in screen units.
     tavi::Vec2<float> fromPixel(int column, int row) const;
     /// The rectangle with each edge on the nearest edge between pixels: neighbours stay neighbours. Right for
-    /// coordinates whose origin is itself on such an edge, as every widget's is.
+    /// coordinates whose origin is itself on such an edge, as those inside every window are.
     Rect snapped(const Rect& rect) const;
     /// The em of ordinary text, whole pixels.
     float emPixels() const;

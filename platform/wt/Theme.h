@@ -58,15 +58,17 @@ struct Theme {
                    {0.55F, 0.62F, 0.80F}, {0.75F, 0.80F, 0.93F}};
     Palette onLight{{0.06F, 0.08F, 0.16F}, {0.97F, 0.975F, 1.0F}, {0.47F, 0.51F, 0.66F},
                     {0.06F, 0.08F, 0.16F}, {0.84F, 0.885F, 1.0F}, {0.76F, 0.79F, 0.88F},
-                    {0.90F, 0.91F, 0.95F}, {0.60F, 0.65F, 0.79F}, {0.42F, 0.48F, 0.66F},
+                    {0.90F, 0.91F, 0.95F}, {0.58F, 0.63F, 0.78F}, {0.42F, 0.48F, 0.66F},
                     {0.25F, 0.31F, 0.50F}};
 
     Color button{0.17F, 0.36F, 0.72F};
-    Color buttonHover{0.20F, 0.42F, 0.80F};
+    Color buttonHover{0.19F, 0.40F, 0.79F};
     Color buttonPressed{0.11F, 0.25F, 0.53F};
     Color buttonDisabled{0.27F, 0.30F, 0.37F};
     Color buttonText{1.0F, 1.0F, 1.0F};
     Color buttonTextDisabled{0.82F, 0.84F, 0.89F};
+    /// How much lighter a button's upper edge is than its lower one.
+    float buttonSheen = 0.10F;
     Color buttonShadow{0.0F, 0.0F, 0.05F, 0.30F};
     Color selected{0.17F, 0.36F, 0.72F};
     Color selectedText{1.0F, 1.0F, 1.0F};

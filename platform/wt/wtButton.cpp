@@ -13,7 +13,6 @@
 namespace wt {
 namespace {
 
-constexpr float sheen = 0.10F;         // how much lighter the upper edge is
 constexpr float outlineShade = 0.45F;  // how much darker the outline is
 constexpr float shadowDepthEm = 0.12F;
 constexpr float textInsetEm = 0.3F;
@@ -64,7 +63,7 @@ void wtButton::draw() {
         const Color shadow = t.buttonShadow.faded(1 - pressFade.value());
         paint::fillRounded({face.x, face.y - depth, face.w, face.h}, radius, shadow, shadow);
     }
-    const Color top = mix(ground, white, sheen * (1 - pressFade.value()));
+    const Color top = mix(ground, white, t.buttonSheen * (1 - pressFade.value()));
     paint::fillRounded(face, radius, ground, top);
     paint::strokeRounded(face, radius, 1, mix(ground, black, outlineShade));
     text::draw(label, face.inset(emsX(textInsetEm), 0), alignCentreX | alignCentreY, em, ink);

@@ -133,11 +133,11 @@ void wtListBox::drawEmpty() const {
     constexpr float gapEm = 0.55F;
     const float gap = emsY(gapEm);
     const float thickness = std::max(1.0F, std::round(emPixels() / theme().leastEmPx)) * screen().pixelY();
-    const float width = size.x * widthShare;
-    const float middle = position.y + size.y / 2;
+    const Rect lowest =
+        screen().snapped({position.x + size.x * (1 - widthShare) / 2,
+                          position.y + size.y / 2 - gap * (lines / 2), size.x * widthShare, 0});
     for (int line = 0; line < lines; ++line) {
-        const float y = middle + (static_cast<float>(line) - static_cast<float>(lines - 1) / 2) * gap;
-        paint::fill(screen().snapped({position.x + (size.x - width) / 2, y, width, thickness}),
+        paint::fill({lowest.x, lowest.y + static_cast<float>(line) * gap, lowest.w, thickness},
                     palette().emptyMark);
     }
 }

@@ -19,6 +19,12 @@ float onScreen(float start, float length) {
     return std::max(screenLow, std::min(start, screenLow + screenSize - length));
 }
 
+/// The rectangle with its edges between pixels, which count from the screen's corner.
+Rect onPixels(const Rect& rect) {
+    const Rect inCorner = screen().snapped({rect.x - screenLow, rect.y - screenLow, rect.w, rect.h});
+    return {inCorner.x + screenLow, inCorner.y + screenLow, inCorner.w, inCorner.h};
+}
+
 /// Whether dark text suits a ground of this colour, seen over black.
 bool isLight(const Color& color) {
     constexpr float middle = 0.5F;
@@ -109,7 +115,7 @@ Rect wtWindow::wantedRect() const {
 
 void wtWindow::ensureLayout() {
     if (!upToDate || !(placedOn == screen())) {
-        place(screen().snapped(wantedRect()));
+        place(onPixels(wantedRect()));
         placedOn = screen();
         upToDate = true;
     }

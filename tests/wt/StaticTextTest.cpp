@@ -1,0 +1,60 @@
+#include "platform/wt/wtStaticText.h"
+
+#include "platform/wt/Text.h"
+#include "tests/wt/Stage.h"
+
+namespace {
+
+constexpr int centred = 0x24;
+
+class StaticTextTest : public Stage {};
+
+TEST_F(StaticTextTest, GivesItsTextBack) {
+    wt::wtStaticText text(nullptr, "text", {0, 0}, {0.6F, 0.1F}, "________", centred);
+    EXPECT_EQ(text.getText(), "________");
+    text.setText("ode.txt");
+    EXPECT_EQ(text.getText(), "ode.txt");
+}
+
+TEST_F(StaticTextTest, GivenSizeStaysWhateverTheText) {
+    wt::wtStaticText text(nullptr, "text", {0, 0}, {0.6F, 0.1F}, "", centred);
+    const wt::SizeHint before = text.sizeHint();
+    text.setText("440 880 1320 1760 ");
+    EXPECT_EQ(text.sizeHint().preferred, before.preferred);
+    EXPECT_EQ(text.sizeHint().least, before.least);
+    EXPECT_FLOAT_EQ(before.preferred.x, 0.6F);
+    EXPECT_FLOAT_EQ(before.preferred.y, 0.1F);
+}
+
+TEST_F(StaticTextTest, SizeOfMinusOneComesFromTheText) {
+    const wt::wtStaticText brief(nullptr, "brief", {0, 0}, {-1, -1}, "A", centred);
+    const wt::wtStaticText wordy(nullptr, "wordy", {0, 0}, {-1, -1}, "A line of text", centred);
+    EXPECT_GT(wordy.sizeHint().preferred.x, brief.sizeHint().preferred.x);
+    const float em = wt::screen().emPixels();
+    EXPECT_GE(wordy.sizeHint().preferred.x / wt::screen().pixelX(), wt::text::width("A line of text", em));
+    EXPECT_GE(wordy.sizeHint().preferred.y / wt::screen().pixelY(), wt::text::height(em));
+}
+
+TEST_F(StaticTextTest, LineIsNeverLowerThanItsText) {
+    const wt::wtStaticText flat(nullptr, "flat", {0, 0}, {0.6F, 0.001F}, "A", centred);
+    EXPECT_GE(flat.sizeHint().least.y / wt::screen().pixelY(), wt::text::height(wt::screen().emPixels()));
+}
+
+TEST_F(StaticTextTest, TextIsMeasuredInPixelsInProportionToItsEm) {
+    EXPECT_GT(wt::text::width("Choose your song", 14), 80);
+    EXPECT_LT(wt::text::width("Choose your song", 14), 160);
+    EXPECT_NEAR(wt::text::width("Choose your song", 28), 2 * wt::text::width("Choose your song", 14), 1);
+    EXPECT_EQ(wt::text::width("", 14), 0);
+}
+
+TEST_F(StaticTextTest, TooLongTextIsShortenedToItsRoomWithAnEllipsis) {
+    const std::string text = "Fr\u00e8re_Jacques_dans_la_for\u00eat";
+    EXPECT_EQ(wt::text::shortened(text, 14, 1000), text);
+    const std::string shorter = wt::text::shortened(text, 14, 100);
+    EXPECT_LT(shorter.size(), text.size());
+    EXPECT_NE(shorter.find("\u2026"), std::string::npos);
+    EXPECT_LE(wt::text::width(shorter, 14), 100);
+    EXPECT_EQ(wt::text::shortened(text, 14, 1), "");
+}
+
+}  // namespace
