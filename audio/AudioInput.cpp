@@ -1,11 +1,5 @@
 #include "audio/AudioInput.h"
 
-#include "audio/PortAudioInput.h"
-
-boost::shared_ptr<AudioInput> AudioInput::New() {
-    return boost::shared_ptr<AudioInput>(new PortAudioInput);
-}
-
 AudioInput::~AudioInput() = default;
 
 bool AudioInput::setFramesPerBuffer(unsigned int frames) {

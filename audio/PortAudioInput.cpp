@@ -21,6 +21,10 @@ bool fail(char const* message, PaError error) {
 
 }  // namespace
 
+boost::shared_ptr<AudioInput> AudioInput::New() {
+    return boost::shared_ptr<AudioInput>(new PortAudioInput);
+}
+
 PortAudioInput::PortAudioInput() {
     Pa_Initialize();
     device = Pa_GetDefaultInputDevice();

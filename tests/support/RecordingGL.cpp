@@ -1,5 +1,6 @@
 #include "tests/support/RecordingGL.h"
 
+#include <ostream>
 #include <utility>
 
 #include "tests/support/RecordingGLState.h"
@@ -112,6 +113,13 @@ RecordingGL::Point RecordingGL::Primitive::eye(std::size_t vertex) const {
                modelview[12 + row];
     };
     return {coordinate(0), coordinate(1), coordinate(2)};
+}
+
+std::ostream& operator<<(std::ostream& out, RecordingGL::Line const& line) {
+    auto const& [r, g, b, a] = line.color;
+    return out << "(" << line.from.x << ", " << line.from.y << ", " << line.from.z << ") to (" << line.to.x
+               << ", " << line.to.y << ", " << line.to.z << "), colour (" << r << ", " << g << ", " << b
+               << ", " << a << "), width " << line.width;
 }
 
 RecordingGL::RecordingGL() {

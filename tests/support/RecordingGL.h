@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,7 @@ public:
         Point to;
         Color color;
         float width;
+        friend std::ostream& operator<<(std::ostream& out, Line const& line);
     };
     enum class Space { model, eye };
 

@@ -1,0 +1,130 @@
+// Start-up as a player starts it, with the audio input, the window and its main loop replaced: what is made,
+// in which order, what is said and how it ends.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <boost/make_shared.hpp>
+#include <string>
+#include <vector>
+
+#include "audio/AudioInput.h"
+#include "audio/RingBuffer.h"
+#include "tests/support/FakeGlut.h"
+#include "tests/support/OffscreenGL.h"
+#include "tests/support/ScriptedAudioInput.h"
+
+/// The program's entry, compiled under another name for this test.
+int zantoMain(int argc, char** argv);
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+Outcome start(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "zanto");
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) {
+        argv.push_back(argument.data());
+    }
+    argv.push_back(nullptr);
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const int status = zantoMain(static_cast<int>(arguments.size()), argv.data());
+    return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
+}
+
+class StartUpTest : public testing::Test {
+protected:
+    void SetUp() override {
+        fakeglut::reset(640, 480);
+        scriptedaudio::reset();
+        fakeglut::state().mainLoop = [] {
+            fakeglut::state().display();
+            fakeglut::shutDown();
+        };
+    }
+
+    OffscreenGL gl{640, 480};
+};
+
+TEST_F(StartUpTest, NoArgumentOpensTheWindowAndEndsWithZero) {
+    const Outcome outcome = start({});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.out,
+              "main::Creating AudioInput\n"
+              "main::start recording.\n"
+              "main::creating window\n"
+              "NoteEstimation minDecibel is -65.000000\n"
+              "Win::Win() initing wt\n");
+}
+
+TEST_F(StartUpTest, MissingSongIsReportedAndTheGameRunsOn) {
+    bool looped = false;
+    fakeglut::state().mainLoop = [&looped] {
+        fakeglut::state().display();
+        looped = true;
+        fakeglut::shutDown();
+    };
+    const Outcome outcome = start({"no-such-song.txt"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(looped);
+    EXPECT_EQ(outcome.err,
+              "Song: input is not good.\n"
+              "Cannot load song:Songs/no-such-song.txt\n");
+}
+
+TEST_F(StartUpTest, OnlyTheFirstArgumentIsUsed) {
+    const Outcome outcome = start({"first.txt", "second.txt", "--third"});
+    EXPECT_THAT(outcome.err, HasSubstr("Cannot load song:Songs/first.txt\n"));
+    EXPECT_THAT(outcome.err, Not(HasSubstr("second")));
+    EXPECT_THAT(outcome.err, Not(HasSubstr("third")));
+}
+
+TEST_F(StartUpTest, UnavailableAudioBackEndEndsWithoutAWindow) {
+    scriptedaudio::script().exists = false;
+    const Outcome outcome = start({});
+    EXPECT_EQ(outcome.status & 0xff, 255);
+    EXPECT_EQ(outcome.err, "Cannot create audioInput.\n");
+    EXPECT_EQ(outcome.out, "main::Creating AudioInput\n");
+    EXPECT_FALSE(fakeglut::state().initialised);
+}
+
+TEST_F(StartUpTest, RefusedRecordingEndsWithoutAWindow) {
+    scriptedaudio::script().records = false;
+    const Outcome outcome = start({});
+    EXPECT_EQ(outcome.status & 0xff, 254);
+    EXPECT_EQ(outcome.err, "Cannot start recording.\n");
+    EXPECT_EQ(outcome.out, "main::Creating AudioInput\nmain::start recording.\n");
+    EXPECT_FALSE(fakeglut::state().initialised);
+}
+
+TEST_F(StartUpTest, MissingRingBufferEndsWithoutAWindow) {
+    scriptedaudio::script().hasRingBuffer = false;
+    const Outcome outcome = start({});
+    EXPECT_EQ(outcome.status & 0xff, 254);
+    EXPECT_EQ(outcome.err, "Cannot get pointer to audio buffer.\n");
+    EXPECT_FALSE(fakeglut::state().initialised);
+}
+
+TEST_F(StartUpTest, AudioInputIsReleasedHoweverItEnds) {
+    start({});
+    EXPECT_EQ(scriptedaudio::script().alive, 0);
+    scriptedaudio::script().hasRingBuffer = false;
+    start({});
+    EXPECT_EQ(scriptedaudio::script().alive, 0);
+    scriptedaudio::script().records = false;
+    start({});
+    EXPECT_EQ(scriptedaudio::script().alive, 0);
+    EXPECT_EQ(scriptedaudio::script().created, 3);
+}
+
+}  // namespace

@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "audio/AudioInput.h"
+#include "tests/app/WinFixture.h"
+
+namespace {
+
+constexpr double cHz = 257.8125;  // in the middle of a bin that the test's table calls a C
+constexpr double aHz = 445.3125;  // and one that it calls an A
+constexpr double quiet = 0.05;    // amplitude: the strip stays below the labels
+constexpr double pixelsPerUnit = 480.0 / 8.284271247461902;
+constexpr int white = 0xffffff;
+
+class WinDrawingTest : public WinFixture {
+protected:
+    void SetUp() override {
+        WinFixture::SetUp();
+        testing::internal::CaptureStderr();
+        win->playSong("gone.txt");  // hides the title
+        testing::internal::GetCapturedStderr();
+    }
+
+    static int column(double x) { return static_cast<int>(std::lround(screenWidth / 2 + x * pixelsPerUnit)); }
+    static int row(double y) { return static_cast<int>(std::lround(screenHeight / 2 - y * pixelsPerUnit)); }
+
+    /// How many pixels of a rectangle of the world are not black.
+    int litPixels(double left, double right, double bottom, double top) {
+        const auto picture = gl->read();
+        int lit = 0;
+        for (int y = row(top); y <= row(bottom); ++y) {
+            for (int x = column(left); x <= column(right); ++x) {
+                lit += picture.at(x, y, 0) + picture.at(x, y, 1) + picture.at(x, y, 2) > 60 ? 1 : 0;
+            }
+        }
+        return lit;
+    }
+
+    /// Whether the name of note `id` stands in its place on the row of names.
+    bool labelled(int id) {
+        const double x = id * 0.85 - 2.8;
+        return litPixels(x - 0.05, x + 0.5, -1.55, -1.0) > 10;
+    }
+
+    std::vector<int> labels() {
+        std::vector<int> ids;
+        for (int id = 0; id < 7; ++id) {
+            if (labelled(id)) {
+                ids.push_back(id);
+            }
+        }
+        return ids;
+    }
+
+    void chord() {
+        std::vector<float> samples = scriptedaudio::tone(cHz, quiet, 0.5);
+        const std::vector<float> other = scriptedaudio::tone(aHz, quiet, 0.5);
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            samples[i] += other[i];
+        }
+        scriptedaudio::speak(*audio, samples);
+    }
+};
+
+TEST_F(WinDrawingTest, SilenceIsAFlatWhiteLineFiveUnitsLong) {
+    frame();
+    const auto picture = gl->read();
+    int first = screenWidth;
+    int last = -1;
+    for (int x = 0; x < screenWidth; ++x) {
+        for (int y = row(-2.0) - 1; y <= row(-2.0) + 1; ++y) {
+            if (picture.at(x, y, 0) == 255 && picture.at(x, y, 1) == 255 && picture.at(x, y, 2) == 255) {
+                first = std::min(first, x);
+                last = x;
+            }
+        }
+    }
+    EXPECT_NEAR(first, column(-2.5), 2);
+    EXPECT_NEAR(last, column(2.5), 2);
+    EXPECT_EQ(litPixels(-2.5, 2.5, -1.9, -1.1), 0);
+    EXPECT_EQ(litPixels(-2.5, 2.5, -2.6, -2.1), 0);
+}
+
+TEST_F(WinDrawingTest, FullScaleSampleRisesThreeUnits) {
+    scriptedaudio::speak(*audio, std::vector<float>(20480, 0.5f));
+    frame();
+    EXPECT_EQ(worldPixel(0.0, -0.5), white);
+    EXPECT_EQ(litPixels(-2.4, 2.4, -2.05, -1.95), 0);
+}
+
+TEST_F(WinDrawingTest, StripShowsTheNewestSamplesOldestLeft) {
+    std::vector<float> samples(20480, 0.0f);
+    std::fill(samples.end() - 1024, samples.end(), 0.25f);
+    scriptedaudio::speak(*audio, samples);
+    frame();
+    EXPECT_EQ(litPixels(1.3, 2.45, -1.3, -1.2) > 30, true);
+    EXPECT_EQ(litPixels(-2.5, 1.2, -1.3, -1.2), 0);
+}
+
+TEST_F(WinDrawingTest, WaveformIsDrawnWithoutASongToo) {
+    title()->setShowing(0);
+    fakeclock::advance(60.0);
+    frame();
+    title()->setShowing(0);
+    frame();
+    EXPECT_EQ(worldPixel(0.0, -2.0), white);
+}
+
+TEST_F(WinDrawingTest, NoteOfATenthOfASecondGetsNoLabelAndALongerOneDoes) {
+    // The first ten analyses add 0.02 s each; a frame draws what the frames before it heard.
+    sound(aHz, quiet);
+    frames(6);
+    EXPECT_EQ(labels(), std::vector<int>{}) << "five analyses: 0.1 s";
+    frame();
+    EXPECT_EQ(labels(), std::vector<int>{5}) << "six analyses: 0.12 s";
+}
+
+TEST_F(WinDrawingTest, SeveralNotesAreLabelledSideBySideInOrder) {
+    chord();
+    frames(8);
+    EXPECT_EQ(labels(), (std::vector<int>{0, 5}));
+}
+
+TEST_F(WinDrawingTest, ReleasedNoteLosesItsLabel) {
+    sound(aHz, quiet);
+    frames(8);
+    silence();
+    frames(2);
+    EXPECT_EQ(labels(), std::vector<int>{});
+}
+
+TEST_F(WinDrawingTest, TenthFrameStillAnalysesWithTheFirstInterval) {
+    for (int i = 0; i < 9; ++i) {
+        fakeclock::advance(0.11);
+        frame();
+    }
+    sound(aHz, quiet);
+    fakeclock::advance(0.11);
+    frame();
+    EXPECT_EQ(labels(), std::vector<int>{});
+    silence();
+    frame();
+    EXPECT_EQ(labels(), std::vector<int>{}) << "one analysis of 0.02 s";
+}
+
+TEST_F(WinDrawingTest, EleventhFrameAnalysesWithTheMeasuredAverage) {
+    for (int i = 0; i < 10; ++i) {
+        fakeclock::advance(0.11);
+        frame();
+    }
+    sound(aHz, quiet);
+    frame();
+    silence();
+    frame();
+    EXPECT_EQ(labels(), std::vector<int>{5}) << "one analysis of 0.12 s";
+}
+
+TEST_F(WinDrawingTest, TimeLineAndNoteBarsStandAtNow) {
+    constexpr int timeLine = 0x0000ff;
+    constexpr int noteBar = 0x3333ff;
+    constexpr double timeLineX = -0.005;  // a line on a pixel border fills the left one
+    sound(aHz, quiet);
+    frames(2);
+    EXPECT_EQ(worldPixel(timeLineX, -0.4), timeLine);
+    EXPECT_EQ(worldPixel(timeLineX, 2.4), timeLine);
+    EXPECT_NE(worldPixel(timeLineX, 2.6), timeLine);
+    constexpr double aHeight = 10.0 / 7.0;
+    EXPECT_EQ(worldPixel(0.02, aHeight + 0.15), noteBar);
+    EXPECT_EQ(worldPixel(0.02, aHeight - 0.15), noteBar);
+    EXPECT_NE(worldPixel(0.02, aHeight + 0.25), noteBar);
+    EXPECT_NE(worldPixel(0.02, 0.1), noteBar) << "no bar at a note that is not heard";
+}
+
+TEST_F(WinDrawingTest, ScoreStandsInTheLowerLeftCorner) {
+    frame();
+    EXPECT_GT(litPixels(-5.5, -3.0, -4.1, -3.5), 100);
+}
+
+}  // namespace

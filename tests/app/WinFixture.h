@@ -1,0 +1,54 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <boost/shared_ptr.hpp>
+#include <memory>
+#include <string>
+
+#include "app/Win.h"
+#include "platform/wt/wt.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeGlut.h"
+#include "tests/support/OffscreenGL.h"
+#include "tests/support/ScriptedAudioInput.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Widgets.h"
+
+/// The game's window on a software screen, with a clock, a microphone and a mouse that the test holds.
+class WinFixture : public testing::Test {
+protected:
+    static constexpr int screenWidth = 640;   // pixels
+    static constexpr int screenHeight = 480;  // pixels
+
+    void SetUp() override;
+    void TearDown() override;
+
+    /// Draws one frame; what it printed on standard output is kept in `printed`.
+    void frame();
+    void frames(int count);
+
+    /// Draws frames of 10 ms until the song clock has moved on by `seconds`.
+    void playFor(double seconds);
+
+    /// Fills the microphone's ring buffer with one tone, which then sounds for ever, or with silence.
+    void sound(double frequencyHz, double amplitude);
+    void silence();
+
+    /// How many analyses the last frame ran, counted by the lines that each one prints while a tone sounds.
+    int analyses() const;
+
+    static wt::wtWindow* title() { return widgets::window("Options"); }
+    static wt::wtWindow* chooser() { return widgets::window("Play Song"); }
+    static wt::wtWindow* panel() { return widgets::window("Frequency"); }
+    static void click(const wt::wtWidget& widget);
+
+    /// The colour of the pixel at a point of the world, in the plane of the staff, as 0xrrggbb.
+    int worldPixel(double x, double y);
+
+    std::unique_ptr<OffscreenGL> gl;
+    std::unique_ptr<TemporaryFolder> folder;
+    boost::shared_ptr<AudioInput> audio;
+    std::unique_ptr<Win> win;
+    std::string printed;
+};
