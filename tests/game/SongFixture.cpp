@@ -33,7 +33,8 @@ NoteState holding(std::vector<Notes::NoteID> const& notes, float seconds) {
 }
 
 bool SongFixture::load(std::string const& contents) {
-    std::string const path = folder.write("song.txt", contents);
+    // A name of its own each time: a file that is written over makes some file systems wait for the disk.
+    path = folder.write("song" + std::to_string(++files) + ".txt", contents);
     CapturedErrors const captured;
     bool const loaded = song.load(path.c_str());
     errors = captured.text();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -51,4 +52,8 @@ protected:
     Song song;
     Score score{0.0f, 0.0f};
     std::string errors;
+    std::string path;  ///< of the file loaded last
+
+private:
+    int files = 0;
 };
