@@ -1,0 +1,74 @@
+#include "bench/hearing/Orchestra.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr int pitchesPerOctave = 12;
+
+}  // namespace
+
+bool Player::playsOctave(int octave) const {
+    int const highestNatural = pitchOfC(octave) + pitchesPerOctave - 1;
+    return lowestPitch <= pitchOfC(octave) && highestPitch >= highestNatural;
+}
+
+std::vector<Player> const& orchestra() {
+    static std::vector<Player> const players = {
+        {"grand piano", 0, 0, 48, 83},
+        {"electric piano", 4, 0, 48, 83},
+        {"harpsichord", 6, 0, 48, 83},
+        {"vibraphone", 11, 0, 53, 83},
+        {"marimba", 12, 0, 48, 83},
+        {"church organ", 19, 0, 48, 83},
+        {"accordion", 21, 0, 53, 83},
+        {"harmonica", 22, 0, 60, 83},
+        {"nylon guitar", 24, 0, 48, 83},
+        {"steel guitar", 25, 0, 48, 83},
+        {"violin", 40, 0, 55, 83},
+        {"viola", 41, 0, 48, 83},
+        {"cello", 42, 0, 48, 81},
+        {"harp", 46, 0, 48, 83},
+        {"choir (aah)", 52, 0, 48, 79},
+        {"voice (ooh)", 53, 0, 48, 81},
+        {"trumpet", 56, 0, 52, 83},
+        {"trombone", 57, 0, 48, 77},
+        {"horn", 60, 0, 48, 77},
+        {"soprano saxophone", 64, 0, 56, 83},
+        {"alto saxophone", 65, 0, 49, 80},
+        {"tenor saxophone", 66, 0, 48, 76},
+        {"oboe", 68, 0, 58, 83},
+        {"bassoon", 70, 0, 48, 75},
+        {"clarinet", 71, 0, 50, 83},
+        {"flute", 73, 0, 60, 83},
+        {"recorder", 74, 0, 60, 83},
+        {"pan flute", 75, 0, 60, 83},
+        {"low voice, ah", -1, 'a', 48, 67},
+        {"low voice, eh", -1, 'e', 48, 67},
+        {"low voice, ee", -1, 'i', 48, 67},
+        {"low voice, oh", -1, 'o', 48, 67},
+        {"low voice, oo", -1, 'u', 48, 67},
+        {"high voice, ah", -1, 'a', 60, 83},
+        {"high voice, eh", -1, 'e', 60, 83},
+        {"high voice, ee", -1, 'i', 60, 83},
+        {"high voice, oh", -1, 'o', 60, 83},
+        {"high voice, oo", -1, 'u', 60, 83},
+    };
+    return players;
+}
+
+std::size_t instrumentCount() {
+    static auto const firstVoice = std::find_if(orchestra().begin(), orchestra().end(),
+                                                [](Player const& player) { return player.isVoice(); });
+    return static_cast<std::size_t>(firstVoice - orchestra().begin());
+}
+
+bool isTunedOn(std::size_t place) {
+    return place < instrumentCount() && place % 2 == 0;
+}
+
+int naturalOf(int pitch) {
+    static constexpr std::array<int, pitchesPerOctave> naturals = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
+    return naturals[static_cast<std::size_t>(pitch % pitchesPerOctave)];
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+/// A player of the bench: a sampled instrument or a synthetic voice, and the notes that it has.
+struct Player {
+    std::string name;
+    int program;       ///< General MIDI, from 0; -1 for a voice
+    char vowel;        ///< of a voice, else 0
+    int lowestPitch;   ///< sounding, MIDI; the bench looks at C3 (48) to B5 (83) only
+    int highestPitch;  ///< sounding, MIDI
+
+    bool isVoice() const { return program < 0; }
+    bool playsOctave(int octave) const;
+};
+
+/// The sampled instruments first, then the voices. A player's place in it is its number everywhere.
+std::vector<Player> const& orchestra();
+
+/// How many of them are sampled instruments.
+std::size_t instrumentCount();
+
+/// Every second instrument, beginning with the first, is in the half that the note table was tuned on; the
+/// families are spread over both halves. No voice is.
+bool isTunedOn(std::size_t place);
+
+/// The lowest pitch of an octave: C4 is 60.
+constexpr int pitchOfC(int octave) {
+    return 12 * (octave + 1);
+}
+
+/// The scientific octave of a pitch.
+constexpr int octaveOf(int pitch) {
+    return pitch / 12 - 1;
+}
+
+/// The natural note of a pitch, 0 (C) to 6 (B), -1 for a sharp.
+int naturalOf(int pitch);

@@ -1,0 +1,130 @@
+#include "bench/hearing/SongRun.h"
+
+#include <array>
+#include <cstddef>
+#include <fstream>
+#include <stdexcept>
+
+#include "game/Score.h"
+
+namespace {
+
+constexpr double slotSeconds = 0.5;
+/// Song time 0, the middle of slot 0, in the sound of a performance.
+constexpr double originSeconds = 1.0;
+constexpr double afterwardsSeconds = 0.5;
+constexpr std::size_t detachedSongStep = 5;
+constexpr double pointsPerSlot = 100.0;
+
+constexpr std::array<int, 7> semitonesAboveC = {0, 2, 4, 5, 7, 9, 11};
+
+bool soundsInto(Song const& song, std::size_t slot) {
+    for (std::size_t earlier = 0; earlier < slot; ++earlier) {
+        for (Song::NoteMark const& mark : song.getSlots()[earlier]) {
+            if (earlier + static_cast<std::size_t>(mark.length) == slot) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void countWhatCanBeReached(ShippedSong& shipped) {
+    std::vector<std::vector<Song::NoteMark>> const& slots = shipped.song->getSlots();
+    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+        for (Song::NoteMark const& mark : slots[slot]) {
+            ++shipped.notes;
+            shipped.bestScore += pointsPerSlot * mark.length;
+        }
+        if (!slots[slot].empty() && soundsInto(*shipped.song, slot)) {
+            ++shipped.changes;
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<ShippedSong> shippedSongs(std::string const& dataFolder) {
+    std::vector<ShippedSong> songs;
+    std::ifstream listing(dataFolder + "/Songs/listing.txt");
+    std::string title;
+    std::string file;
+    while (listing >> title >> file) {
+        ShippedSong shipped;
+        shipped.title = title;
+        shipped.path = dataFolder + "/Songs/" + file;
+        auto const song = std::make_shared<Song>();
+        if (!song->load(shipped.path.c_str())) {
+            throw std::runtime_error("cannot load " + shipped.path);
+        }
+        shipped.song = song;
+        countWhatCanBeReached(shipped);
+        songs.push_back(shipped);
+    }
+    return songs;
+}
+
+std::vector<Piece> piecesOf(Player const& player, std::size_t songCount) {
+    std::vector<Piece> pieces;
+    if (player.isVoice() && player.vowel != 'a') {
+        return pieces;
+    }
+    for (double const gapSeconds : {0.0, detachedGapSeconds}) {
+        std::size_t const step = gapSeconds > 0.0 ? detachedSongStep : 1;
+        for (int const octave : {3, 4, 5}) {
+            for (std::size_t song = 0; player.playsOctave(octave) && song < songCount; song += step) {
+                pieces.push_back({song, octave, gapSeconds});
+            }
+        }
+    }
+    return pieces;
+}
+
+std::vector<NoteEvent> performance(Song const& song, int octave, double gapSeconds) {
+    std::vector<NoteEvent> notes;
+    double beat = originSeconds - slotSeconds / 2.0;
+    for (std::vector<Song::NoteMark> const& slot : song.getSlots()) {
+        for (Song::NoteMark const& mark : slot) {
+            int const pitch = pitchOfC(octave) + semitonesAboveC.at(static_cast<std::size_t>(mark.note));
+            notes.push_back({pitch, beat, beat + mark.length * slotSeconds - gapSeconds});
+        }
+        beat += slotSeconds;
+    }
+    return notes;
+}
+
+double performanceSeconds(Song const& song) {
+    return originSeconds + static_cast<double>(song.getSlots().size()) * slotSeconds + afterwardsSeconds;
+}
+
+std::vector<Outcome> outcomes(ShippedSong const& shipped, Recording const& recording, Listener& listener,
+                              std::vector<double> const& aheadSeconds) {
+    struct Play {
+        Song song;
+        Score score = Score(0.0f, 0.0f);
+    };
+    std::vector<Play> plays(aheadSeconds.size());
+    for (Play& play : plays) {
+        play.song.load(shipped.path.c_str());
+    }
+    listener.replay(recording, [&](double seconds, NoteState const& held) {
+        for (std::size_t i = 0; i < plays.size(); ++i) {
+            plays[i].song.updateScore(plays[i].score, seconds - originSeconds - aheadSeconds[i], held);
+            plays[i].song.animate(1.0 / framesPerSecond);
+        }
+    });
+
+    std::vector<Outcome> results;
+    for (Play const& play : plays) {
+        Outcome outcome;
+        outcome.score = static_cast<double>(play.score.getValue());
+        for (std::vector<Song::NoteMark> const& slot : play.song.getSlots()) {
+            for (Song::NoteMark const& mark : slot) {
+                outcome.awards += mark.hit && !mark.wrong ? 1 : 0;
+                outcome.penalties += mark.wrong ? 1 : 0;
+            }
+        }
+        results.push_back(outcome);
+    }
+    return results;
+}

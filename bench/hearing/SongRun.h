@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/hearing/Listener.h"
+#include "bench/hearing/Orchestra.h"
+#include "bench/hearing/Synth.h"
+#include "game/Song.h"
+
+/// A shipped song and what one can reach in it.
+struct ShippedSong {
+    std::string title;
+    std::string path;
+    std::shared_ptr<Song const> song;  ///< as it was loaded
+    int notes = 0;                     ///< that can be awarded
+    int changes = 0;  ///< notes that begin as another one ends, at which the old one can cost a penalty
+    double bestScore = 0.0;  ///< 100 points for every slot of every note
+};
+
+/// The songs of the listing under `dataFolder`, in its order. Throws std::runtime_error for one that does not
+/// load.
+std::vector<ShippedSong> shippedSongs(std::string const& dataFolder);
+
+/// One performance of a player.
+struct Piece {
+    std::size_t song;
+    int octave;
+    double gapSeconds;  ///< between the end of a note and the next beat
+};
+
+constexpr double detachedGapSeconds = 0.12;
+
+/// All performances of a player, always in the same order: every song in every octave that it has whole, each
+/// note at full length; then every fifth song once more, detached. Of the voices only the two that sing "ah"
+/// perform.
+std::vector<Piece> piecesOf(Player const& player, std::size_t songCount);
+
+/// What a performance of a song earned.
+struct Outcome {
+    int awards = 0;
+    int penalties = 0;
+    double score = 0.0;
+};
+
+/// The song as a faithful player plays it: every note in `octave` from the moment at which its window opens,
+/// the slot's beat, for its whole length less `gapSeconds`.
+std::vector<NoteEvent> performance(Song const& song, int octave, double gapSeconds);
+
+/// How long the sound of a performance is.
+double performanceSeconds(Song const& song);
+
+/// Scores a recorded performance as the game does, frame by frame, once for each of `aheadSeconds`, the time
+/// by which the player is ahead of the beat.
+std::vector<Outcome> outcomes(ShippedSong const& shipped, Recording const& recording, Listener& listener,
+                              std::vector<double> const& aheadSeconds);

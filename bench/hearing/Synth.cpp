@@ -1,0 +1,112 @@
+#include "bench/hearing/Synth.h"
+
+#include <fluidsynth.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <stdexcept>
+
+namespace {
+
+constexpr int channel = 0;
+/// FluidSynth acts on events at the edges of blocks of this many samples.
+constexpr std::size_t blockSamples = 64;
+constexpr double masterGain = 0.5;
+constexpr double bendRangeCents = 200.0;
+constexpr int bendCentre = 8192;
+
+// A living room.
+constexpr double roomSize = 0.6;
+constexpr double roomDamping = 0.3;
+constexpr double roomLevel = 0.5;
+constexpr int reverbController = 91;
+constexpr int reverbSend = 110;
+
+struct Event {
+    std::size_t sample;
+    bool on;
+    int pitch;
+};
+
+std::size_t sampleAt(double seconds) {
+    return static_cast<std::size_t>(std::lround(seconds * soundRateHz));
+}
+
+std::vector<Event> eventsInOrder(std::vector<NoteEvent> const& notes) {
+    std::vector<Event> events;
+    for (NoteEvent const& note : notes) {
+        events.push_back({sampleAt(note.startSeconds), true, note.pitch});
+        events.push_back({sampleAt(note.endSeconds), false, note.pitch});
+    }
+    // A note that ends where the same one begins again ends first.
+    std::stable_sort(events.begin(), events.end(), [](Event const& a, Event const& b) {
+        return a.sample != b.sample ? a.sample < b.sample : a.on < b.on;
+    });
+    return events;
+}
+
+}  // namespace
+
+struct Synth::Engine {
+    fluid_settings_t* settings = new_fluid_settings();
+    fluid_synth_t* synth = nullptr;
+
+    Engine() = default;
+    Engine(Engine const&) = delete;
+    Engine& operator=(Engine const&) = delete;
+    ~Engine() {
+        delete_fluid_synth(synth);
+        delete_fluid_settings(settings);
+    }
+};
+
+Synth::Synth(std::string const& soundfontPath) : engine(std::make_unique<Engine>()) {
+    fluid_settings_t* const settings = engine->settings;
+    fluid_settings_setnum(settings, "synth.sample-rate", soundRateHz);
+    fluid_settings_setnum(settings, "synth.gain", masterGain);
+    fluid_settings_setint(settings, "synth.chorus.active", 0);
+    fluid_settings_setint(settings, "synth.dynamic-sample-loading", 1);
+    fluid_settings_setnum(settings, "synth.reverb.room-size", roomSize);
+    fluid_settings_setnum(settings, "synth.reverb.damp", roomDamping);
+    fluid_settings_setnum(settings, "synth.reverb.level", roomLevel);
+    engine->synth = new_fluid_synth(settings);
+    if (engine->synth == nullptr || fluid_synth_sfload(engine->synth, soundfontPath.c_str(), 1) < 0) {
+        throw std::runtime_error("cannot read the soundfont " + soundfontPath);
+    }
+}
+
+Synth::~Synth() = default;
+
+std::vector<float> Synth::render(int program, std::vector<NoteEvent> const& notes, Touch const& touch,
+                                 double seconds) {
+    fluid_synth_t* const synth = engine->synth;
+    fluid_synth_system_reset(synth);
+    fluid_synth_program_change(synth, channel, program);
+    fluid_synth_reverb_on(synth, -1, touch.room ? 1 : 0);
+    fluid_synth_cc(synth, channel, reverbController, touch.room ? reverbSend : 0);
+    fluid_synth_pitch_bend(
+        synth, channel,
+        bendCentre + static_cast<int>(std::lround(touch.detuneCents / bendRangeCents * bendCentre)));
+
+    std::vector<Event> const events = eventsInOrder(notes);
+    std::vector<float> sound(sampleAt(seconds));
+    auto next = events.begin();
+    for (std::size_t done = 0; done < sound.size(); done += blockSamples) {
+        for (; next != events.end() && next->sample < done + blockSamples; ++next) {
+            if (next->on) {
+                fluid_synth_noteon(synth, channel, next->pitch, touch.velocity);
+            } else {
+                fluid_synth_noteoff(synth, channel, next->pitch);
+            }
+        }
+        float left[blockSamples];
+        float right[blockSamples];
+        fluid_synth_write_float(synth, static_cast<int>(blockSamples), left, 0, 1, right, 0, 1);
+        std::size_t const count = std::min(blockSamples, sound.size() - done);
+        for (std::size_t i = 0; i < count; ++i) {
+            sound[done + i] = 0.5f * (left[i] + right[i]);
+        }
+    }
+    return sound;
+}

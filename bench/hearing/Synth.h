@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+constexpr int soundRateHz = 48000;
+
+/// One note of a sound. Times in seconds from the sound's start.
+struct NoteEvent {
+    int pitch;  ///< MIDI
+    double startSeconds;
+    double endSeconds;
+};
+
+/// How a player plays them.
+struct Touch {
+    int velocity = 85;         ///< MIDI, 1 to 127
+    double detuneCents = 0.0;  ///< up to 200 either way
+    bool room = false;         ///< with the sound of a room
+};
+
+/// Renders sampled instruments with FluidSynth, mono at 48000 Hz. The same call always gives the same sound.
+///
+///     Synth synth("/usr/share/sounds/sf2/FluidR3_GM.sf2");
+///     std::vector<float> sound = synth.render(73, {{72, 0.2, 1.2}}, Touch(), 1.6);
+class Synth {
+public:
+    /// Throws std::runtime_error when the soundfont cannot be read.
+    explicit Synth(std::string const& soundfontPath);
+    ~Synth();
+    Synth(Synth const&) = delete;
+    Synth& operator=(Synth const&) = delete;
+
+    /// `seconds` of a General MIDI `program`, from 0. Notes begin and end within 1.4 ms of their times.
+    std::vector<float> render(int program, std::vector<NoteEvent> const& notes, Touch const& touch,
+                              double seconds);
+
+private:
+    struct Engine;
+    std::unique_ptr<Engine> engine;
+};

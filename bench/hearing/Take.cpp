@@ -1,0 +1,119 @@
+#include "bench/hearing/Take.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "bench/hearing/Voice.h"
+
+namespace {
+
+constexpr double loudestPeakDb = -3.0;
+constexpr int levelTestStep = 3;  // semitones
+
+/// Thirds, fifths and triads on the naturals of octave 4, in semitones above C4.
+constexpr int chordBasePitch = 60;
+
+double amplitudeOf(double levelDb) {
+    return std::pow(10.0, levelDb / 20.0);
+}
+
+void addChords(Player const& player, std::vector<Take>& takes) {
+    static std::vector<std::vector<int>> const chords = {
+        {0, 4}, {2, 5}, {4, 7},    {5, 9},    {7, 11},    {0, 7},    {2, 9},     {4, 11},   {0, 5},
+        {2, 7}, {4, 9}, {0, 4, 7}, {2, 5, 9}, {4, 7, 11}, {0, 5, 9}, {2, 7, 11}, {0, 4, 9},
+    };
+    for (std::vector<int> const& chord : chords) {
+        Take take{Trial::chord, {}, Touch()};
+        bool playable = true;
+        for (int const semitones : chord) {
+            int const pitch = chordBasePitch + semitones;
+            playable = playable && pitch >= player.lowestPitch && pitch <= player.highestPitch;
+            take.pitches.push_back(pitch);
+        }
+        if (playable) {
+            takes.push_back(take);
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<Take> takesOf(Player const& player) {
+    std::vector<Take> takes;
+    for (int pitch = player.lowestPitch; pitch <= player.highestPitch; ++pitch) {
+        for (bool const room : {false, true}) {
+            for (int const velocity : {softVelocity, mediumVelocity, loudVelocity}) {
+                // The voices have no room of their own.
+                if (!room || !player.isVoice()) {
+                    takes.push_back({Trial::plain, {pitch}, {velocity, 0.0, room}});
+                }
+            }
+        }
+        if (naturalOf(pitch) == -1) {
+            continue;
+        }
+        for (double const cents : {-40.0, -30.0, -20.0, -10.0, 10.0, 20.0, 30.0, 40.0}) {
+            takes.push_back({Trial::detuned, {pitch}, {mediumVelocity, cents, false}});
+        }
+        for (double const levelDb : {-10.0, -20.0, -30.0, -40.0}) {
+            takes.push_back({Trial::quiet, {pitch}, Touch(), levelDb});
+        }
+        for (Noise const noise : {Noise::white, Noise::hum}) {
+            for (double const belowDb : {20.0, 10.0}) {
+                takes.push_back({Trial::noisy, {pitch}, Touch(), 0.0, noise, belowDb});
+            }
+        }
+    }
+    addChords(player, takes);
+    return takes;
+}
+
+Studio::Studio(std::string const& soundfontPath) : synth(soundfontPath) {
+}
+
+std::vector<float> Studio::sound(Player const& player, Take const& take) {
+    std::vector<NoteEvent> notes;
+    for (int const pitch : take.pitches) {
+        notes.push_back({pitch, attackSeconds, attackSeconds + holdSeconds});
+    }
+    std::vector<float> sound = raw(player, notes, take.touch, takeSeconds);
+    double const gain = inputGain(player) * amplitudeOf(take.levelDb);
+    for (float& sample : sound) {
+        sample = static_cast<float>(gain * sample);
+    }
+    if (take.noise != Noise::none) {
+        std::vector<float> const noise =
+            take.noise == Noise::white ? whiteNoise(takeSeconds) : mainsHum(takeSeconds);
+        mix(sound, noise, rootMeanSquare(sound) * amplitudeOf(-take.noiseBelowDb));
+    }
+    return sound;
+}
+
+std::vector<float> Studio::sound(Player const& player, std::vector<NoteEvent> const& notes, double seconds) {
+    std::vector<float> sound = raw(player, notes, Touch(), seconds);
+    double const gain = inputGain(player);
+    for (float& sample : sound) {
+        sample = static_cast<float>(gain * sample);
+    }
+    return sound;
+}
+
+std::vector<float> Studio::raw(Player const& player, std::vector<NoteEvent> const& notes, Touch const& touch,
+                               double seconds) {
+    return player.isVoice() ? sing(player.vowel, notes, touch, seconds)
+                            : synth.render(player.program, notes, touch, seconds);
+}
+
+double Studio::inputGain(Player const& player) {
+    if (levelledPlayer != player.name) {
+        float peak = 0.0f;
+        for (int pitch = player.lowestPitch; pitch <= player.highestPitch; pitch += levelTestStep) {
+            for (float const sample : raw(player, {{pitch, 0.1, 0.6}}, {loudVelocity, 0.0, false}, 0.7)) {
+                peak = std::max(peak, std::abs(sample));
+            }
+        }
+        levelledPlayer = player.name;
+        levelledGain = amplitudeOf(loudestPeakDb) / peak;
+    }
+    return levelledGain;
+}

@@ -1,0 +1,61 @@
+// Records what the game hears of the bench's players, for zanto-hearing-page to replay.
+
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <string>
+
+#include "bench/hearing/SongRun.h"
+#include "bench/hearing/Take.h"
+
+namespace {
+
+constexpr char const* soundfontPath = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
+
+void recordTakes(Studio& studio, Player const& player, std::string const& path) {
+    std::vector<Recording> recordings;
+    for (Take const& take : takesOf(player)) {
+        recordings.push_back(listen(studio.sound(player, take), take.trial != Trial::detuned));
+    }
+    writeRecordings(path, recordings);
+}
+
+void recordSongs(Studio& studio, Player const& player, std::vector<ShippedSong> const& songs,
+                 std::string const& path) {
+    std::vector<Recording> recordings;
+    for (Piece const& piece : piecesOf(player, songs.size())) {
+        Song const& song = *songs[piece.song].song;
+        recordings.push_back(listen(
+            studio.sound(player, performance(song, piece.octave, piece.gapSeconds), performanceSeconds(song)),
+            false));
+    }
+    writeRecordings(path, recordings);
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    if (argc < 4) {
+        std::cerr << "usage: zanto-hearing-record DATA-FOLDER RECORDINGS-FOLDER PLAYER-NUMBER...\n";
+        return 2;
+    }
+    // The game's analysis says on standard output what it hears in every frame.
+    if (std::freopen("/dev/null", "w", stdout) == nullptr) {
+        return 1;
+    }
+    try {
+        Studio studio(soundfontPath);
+        std::vector<ShippedSong> const songs = shippedSongs(argv[1]);
+        for (int i = 3; i < argc; ++i) {
+            Player const& player = orchestra().at(std::stoul(argv[i]));
+            std::string const stem = std::string(argv[2]) + "/" + argv[i];
+            recordTakes(studio, player, stem + ".takes");
+            recordSongs(studio, player, songs, stem + ".songs");
+            std::cerr << "recorded " << player.name << '\n';
+        }
+    } catch (std::exception const& error) {
+        std::cerr << "zanto-hearing-record: " << error.what() << '\n';
+        return 1;
+    }
+    return 0;
+}
