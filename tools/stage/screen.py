@@ -13,6 +13,7 @@ from stage import processes
 LEFT_BUTTON = 1
 WHEEL_UP = 4
 WHEEL_DOWN = 5
+UNMANAGED_PLACE = 16  # pixels from the screen's top left corner
 
 
 class Screen:
@@ -33,8 +34,13 @@ class Screen:
         self.display.close()
 
     def find_window(self, process_id, seconds=60):
-        """Waits for the visible window of that process."""
-        return processes.wait_until(lambda: self.window_of(process_id), seconds, "the game's window", 0.05)
+        """Waits for the visible window of that process. Where no window manager has placed it, it is moved
+        away from the screen's edge, over which it would hang."""
+        window = processes.wait_until(lambda: self.window_of(process_id), seconds, "the game's window", 0.05)
+        if window.query_tree().parent == self.root:
+            window.configure(x=UNMANAGED_PLACE, y=UNMANAGED_PLACE)
+            self.display.sync()
+        return window
 
     def window_of(self, process_id):
         """The topmost visible window that belongs to that process, or None."""

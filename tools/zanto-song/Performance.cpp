@@ -10,6 +10,7 @@
 namespace {
 
 constexpr double shortestSoundSeconds = 0.05;
+constexpr double leadInSeconds = 2.0;  // before the centre of slot 0
 constexpr double slotsAfterTheEnd = 4.0;
 
 constexpr std::array<int, 7> semitonesAboveC = {0, 2, 4, 5, 7, 9, 11};
@@ -32,18 +33,18 @@ double songSeconds(Song const& song) {
 std::vector<PlayedNote> perform(Song const& song, PlayingStyle const& style) {
     double const end = songSeconds(song);
     std::vector<PlayedNote> played;
-    double beat = leadInSeconds;
+    double opening = firstSlotSeconds;
     for (std::vector<Song::NoteMark> const& slot : song.getSlots()) {
         for (Song::NoteMark const& mark : slot) {
             if (mark.length <= 0) {
                 continue;
             }
-            double const start = std::max(beat - style.aheadSeconds, 0.0);
-            double const stop = std::min(beat - style.aheadSeconds + mark.length * secondsPerSlot, end);
+            double const start = std::max(opening - style.aheadSeconds, 0.0);
+            double const stop = std::min(opening - style.aheadSeconds + mark.length * secondsPerSlot, end);
             double const sounding = std::max(stop - style.gapSeconds - start, shortestSoundSeconds);
             played.push_back({mark.note, pitchOf(mark.note, style.octave), start, sounding});
         }
-        beat += secondsPerSlot;
+        opening += secondsPerSlot;
     }
     return played;
 }

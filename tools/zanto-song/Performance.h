@@ -10,12 +10,12 @@ class Song;
 /// How a player plays a song, for everything that turns one into sound.
 struct PlayingStyle {
     int octave = 5;             ///< the octave of the note C, scientific: octave 5 is C5 = 523.25 Hz to B5
-    double aheadSeconds = 0.0;  ///< how far before its beat a note begins; negative for late
-    double gapSeconds = 0.0;    ///< how long before the next beat a note ends
+    double aheadSeconds = 0.0;  ///< how far before its slot opens a note begins; negative for late
+    double gapSeconds = 0.0;    ///< how long before its last slot closes a note ends, on top of that
 };
 
 /// One note as it is played. Times in seconds from the moment at which the game's song clock starts, two
-/// seconds before the song's first slot.
+/// seconds before the centre of the song's first slot.
 struct PlayedNote {
     Notes::NoteID note;
     double frequencyHz;
@@ -24,7 +24,9 @@ struct PlayedNote {
 };
 
 constexpr double secondsPerSlot = 0.5;
-constexpr double leadInSeconds = 2.0;
+/// When slot 0 opens: its centre comes after the lead-in, and it opens half a slot before. That is when its
+/// bar line and the left ends of its notes reach the time line, and when its notes are due.
+constexpr double firstSlotSeconds = 1.75;
 
 /// The equal-tempered pitch of a natural note, A4 = 440 Hz.
 double pitchOf(Notes::NoteID const& note, int octave);

@@ -14,7 +14,7 @@ constexpr double tickSeconds = 0.04;
 constexpr double tickDecaySeconds = 0.006;
 constexpr double strongTickLevel = 0.2;
 constexpr double weakTickLevel = 0.08;
-constexpr long slotsPerStrongTick = 4;
+constexpr long slotsPerBar = 4;
 
 }  // namespace
 
@@ -74,10 +74,10 @@ void Renderer::addNotes(std::vector<float>& block, std::size_t count) const {
 void Renderer::addTicks(std::vector<float>& block, std::size_t count) const {
     for (std::size_t index = 0; index < count; ++index) {
         double const t = secondsAt(position + index);
-        double const slot = std::floor(t / secondsPerSlot);
-        double const sinceTick = t - slot * secondsPerSlot;
+        double const slot = std::floor((t - firstSlotSeconds) / secondsPerSlot);
+        double const sinceTick = t - firstSlotSeconds - slot * secondsPerSlot;
         if (sinceTick < tickSeconds) {
-            bool const strong = std::lround(slot) % slotsPerStrongTick == 0;
+            bool const strong = std::lround(slot) % slotsPerBar == 0;
             block[index] += static_cast<float>((strong ? strongTickLevel : weakTickLevel) *
                                                std::exp(-sinceTick / tickDecaySeconds) *
                                                std::sin(2.0 * pi * tickHz * sinceTick));

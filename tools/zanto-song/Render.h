@@ -18,8 +18,8 @@ public:
     /// `notes` in any order; the sound lasts `totalSeconds`.
     Renderer(std::vector<PlayedNote> notes, double totalSeconds, Instrument instrument);
 
-    /// Adds a tick to every slot from the lead-in on, far above the notes, the first of each four stronger.
-    /// Ask for it before the first block.
+    /// Adds a tick to the opening of every slot and to the lead-in, far above the notes; the one at each bar
+    /// line, every four slots, is stronger. Ask for it before the first block.
     void addMetronome() { metronome = true; }
 
     /// Fills `block` with the next samples, each within -1 to 1; gives how many there were, 0 at the end.

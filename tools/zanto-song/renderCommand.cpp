@@ -18,17 +18,14 @@
 char const* const renderUsage =
     "zanto-song render FILE -o OUT.wav [--instrument NAME] [--octave N] [--ahead SECONDS] [--gap SECONDS]\n"
     "                  [--metronome]\n"
-    "    Writes the song as sound: 48000 Hz, one channel, 16 bit. The sound starts with the game's two "
-    "seconds\n"
-    "    of lead-in, so that one who starts both at once is on the beat.\n"
+    "    Writes the song as sound: 48000 Hz, one channel, 16 bit. The sound starts with the game's two\n"
+    "    seconds of lead-in, so that one who starts both at once is in time.\n"
     "    --instrument NAME   flute (unless said otherwise), clarinet, organ, piano, music-box or sine\n"
     "    --octave N          the octave of the note C, 2 to 7; 5 unless said otherwise: C5 to B5\n"
-    "    --ahead SECONDS     begin each note this much before its beat, -1 to 1; 0.08 unless said "
-    "otherwise,\n"
-    "                        which makes up for the time that hearing a note takes\n"
-    "    --gap SECONDS       end each note this much before the next beat, 0 to 0.4; 0.12 unless said "
-    "otherwise\n"
-    "    --metronome         tick on every half second\n";
+    "    --ahead SECONDS     begin each note this much before its slot opens, -1 to 1; 0.08 unless said\n"
+    "                        otherwise, which makes up for the time that hearing a note takes\n"
+    "    --gap SECONDS       end each note this much earlier still, 0 to 0.4; 0.12 unless said otherwise\n"
+    "    --metronome         tick whenever a slot opens\n";
 
 namespace {
 
