@@ -7,8 +7,12 @@
 using CommandArguments = std::vector<std::string>;
 
 constexpr int statusDone = 0;
-constexpr int statusFailed = 1;    ///< a file that cannot be read or written, one line on standard error
+constexpr int statusFailed = 1;    ///< a file that cannot be read or written, or faults in it
 constexpr int statusWrongUse = 2;  ///< arguments that make no sense, one line on standard error
+
+/// `zanto-song check`: all that is wrong with songs and listings, see checkUsage.
+int checkCommand(CommandArguments const& arguments);
+extern char const* const checkUsage;
 
 /// `zanto-song render`: the song as a sound file, see renderUsage.
 int renderCommand(CommandArguments const& arguments);

@@ -12,33 +12,55 @@ struct Command {
     char const* usage;
 };
 
-std::array<Command, 1> const commands = {{
+std::array<Command, 2> const commands = {{
+    {"check", checkCommand, checkUsage},
     {"render", renderCommand, renderUsage},
 }};
 
-void printUsage(std::ostream& out) {
-    out << "zanto-song: what one can do with a song file.\n\n";
+void printUsage() {
+    std::cout << "zanto-song: what one can do with a song file.\n\n";
     for (Command const& command : commands) {
-        out << command.usage << '\n';
+        std::cout << command.usage << '\n';
     }
-    out << "Status 0 when it is done, 1 for a file that cannot be read or written, 2 for wrong arguments.\n";
+    std::cout
+        << "zanto-song COMMAND --help tells about one of them, zanto-song --version which program this is.\n"
+           "Status 0 when all is well, 1 when there are problems, 2 for wrong arguments.\n";
+}
+
+bool asksForHelp(std::string const& argument) {
+    return argument == "--help" || argument == "-h";
+}
+
+int wrongUse(std::string const& problem) {
+    std::cerr << "zanto-song: " << problem << "; zanto-song --help lists them" << std::endl;
+    return statusWrongUse;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     CommandArguments const arguments(argv + 1, argv + argc);
-    std::string const name = arguments.empty() ? "" : arguments.front();
-    if (name == "--help" || name == "-h") {
-        printUsage(std::cout);
+    if (arguments.empty()) {
+        return wrongUse("no command");
+    }
+    if (asksForHelp(arguments.front())) {
+        printUsage();
+        return statusDone;
+    }
+    if (arguments.front() == "--version") {
+        std::cout << "zanto-song " << ZANTO_VERSION << '\n';
         return statusDone;
     }
     for (Command const& command : commands) {
-        if (name == command.name) {
-            return command.run(CommandArguments(arguments.begin() + 1, arguments.end()));
+        if (arguments.front() != command.name) {
+            continue;
         }
+        CommandArguments const own(arguments.begin() + 1, arguments.end());
+        if (!own.empty() && asksForHelp(own.front())) {
+            std::cout << command.usage;
+            return statusDone;
+        }
+        return command.run(own);
     }
-    std::cerr << "zanto-song: " << (name.empty() ? "no command" : "no such command: " + name)
-              << "; zanto-song --help lists them" << std::endl;
-    return statusWrongUse;
+    return wrongUse("no such command: " + arguments.front());
 }

@@ -1,0 +1,105 @@
+#include "tools/common/JsonWriter.h"
+
+#include <cmath>
+#include <cstdio>
+
+#include "tools/common/Text.h"
+
+JsonWriter& JsonWriter::key(std::string const& name) {
+    beginItem();
+    quote(name);
+    out += ": ";
+    afterKey = true;
+    return *this;
+}
+
+JsonWriter& JsonWriter::openObject() {
+    return open('{', '}');
+}
+
+JsonWriter& JsonWriter::openArray() {
+    return open('[', ']');
+}
+
+JsonWriter& JsonWriter::open(char opening, char closing) {
+    beginItem();
+    out += opening;
+    levels.push_back({closing, true});
+    return *this;
+}
+
+JsonWriter& JsonWriter::close() {
+    Level const level = levels.back();
+    levels.pop_back();
+    if (!level.empty) {
+        breakLine();
+    }
+    out += level.closing;
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(std::string const& text) {
+    beginItem();
+    quote(text);
+    return *this;
+}
+
+JsonWriter& JsonWriter::value(long long number) {
+    return raw(std::to_string(number));
+}
+
+JsonWriter& JsonWriter::value(double number, int decimals) {
+    return std::isfinite(number) ? raw(fixed(number, decimals)) : null();
+}
+
+JsonWriter& JsonWriter::value(bool truth) {
+    return raw(truth ? "true" : "false");
+}
+
+JsonWriter& JsonWriter::null() {
+    return raw("null");
+}
+
+JsonWriter& JsonWriter::raw(std::string const& token) {
+    beginItem();
+    out += token;
+    return *this;
+}
+
+void JsonWriter::beginItem() {
+    if (afterKey) {
+        afterKey = false;
+        return;
+    }
+    if (levels.empty()) {
+        return;
+    }
+    if (!levels.back().empty) {
+        out += ',';
+    }
+    levels.back().empty = false;
+    breakLine();
+}
+
+void JsonWriter::breakLine() {
+    out += '\n';
+    out.append(2 * levels.size(), ' ');
+}
+
+void JsonWriter::quote(std::string const& text) {
+    out += '"';
+    for (char const letter : cleanUtf8(text)) {
+        auto const byte = static_cast<unsigned char>(letter);
+        if (letter == '"' || letter == '\\') {
+            out += '\\';
+            out += letter;
+        } else if (byte < 0x20) {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(byte));
+            out += escape;
+        } else {
+            out += letter;
+        }
+    }
+    out += '"';
+}

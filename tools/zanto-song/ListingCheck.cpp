@@ -1,0 +1,114 @@
+#include "tools/zanto-song/ListingCheck.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+#include <utility>
+
+#include "tools/common/Text.h"
+
+namespace {
+
+constexpr char const* blanks = " \t\n\v\f\r";
+
+struct Word {
+    std::size_t line;
+    std::size_t column;
+    std::string text;
+};
+
+// The words of one line.
+std::vector<Word> wordsOf(std::string const& text, std::size_t line) {
+    std::vector<Word> words;
+    std::size_t at = text.find_first_not_of(blanks);
+    while (at != std::string::npos) {
+        std::size_t const end = text.find_first_of(blanks, at);
+        words.push_back({line, characterCount(text.substr(0, at)) + 1, text.substr(at, end - at)});
+        at = text.find_first_not_of(blanks, end);
+    }
+    return words;
+}
+
+class ListingChecker {
+public:
+    explicit ListingChecker(std::function<SongState(std::string const&)> const& songState_)
+        : songState(songState_) {}
+
+    std::vector<Problem> check(std::string const& contents) {
+        std::vector<Word> words;
+        std::size_t lineNumber = 1;
+        for (std::size_t start = 0; start < contents.size(); ++lineNumber) {
+            std::size_t const end = contents.find('\n', start);
+            std::vector<Word> const onLine = wordsOf(contents.substr(start, end - start), lineNumber);
+            checkCount(onLine);
+            words.insert(words.end(), onLine.begin(), onLine.end());
+            start = end == std::string::npos ? contents.size() : end + 1;
+        }
+        for (std::size_t i = 0; i + 1 < words.size(); i += 2) {
+            checkPair(words[i], words[i + 1]);
+        }
+        if (words.size() % 2 != 0) {
+            warn(words.back(), "listing-single",
+                 quoted(words.back().text) + " has no song file behind it and is left out",
+                 "write the file's name behind it");
+        }
+        if (words.empty()) {
+            warn({1, 1, ""}, "listing-empty", "the listing names no song",
+                 "write a name and a song file on each line");
+        }
+        std::stable_sort(problems.begin(), problems.end(), [](Problem const& left, Problem const& right) {
+            return std::tie(left.line, left.column) < std::tie(right.line, right.column);
+        });
+        return std::move(problems);
+    }
+
+private:
+    void warn(Word const& place, std::string code, std::string text, std::string hint) {
+        problems.push_back({place.line, place.column, Problem::Severity::warning, std::move(code),
+                            std::move(text), std::move(hint)});
+    }
+
+    void checkCount(std::vector<Word> const& onLine) {
+        if (onLine.size() > 2) {
+            std::string joined = onLine.front().text;
+            for (std::size_t i = 1; i + 1 < onLine.size(); ++i) {
+                joined += "_" + onLine[i].text;
+            }
+            warn(onLine[1], "listing-blank",
+                 counted(onLine.size(), "word") +
+                     " in a line: the game takes words in pairs, wherever lines end",
+                 "join the words of a name, as in " + quoted(joined + " " + onLine.back().text));
+        }
+    }
+
+    void checkPair(Word const& name, Word const& file) {
+        if (auto const [known, isNew] = names.emplace(name.text, name.line); !isNew) {
+            warn(name, "listing-doubled",
+                 quoted(name.text) + " is also the name in line " + std::to_string(known->second),
+                 "give each song a name of its own");
+        }
+        switch (songState(file.text)) {
+            case SongState::missing:
+                warn(file, "listing-missing", "there is no song file " + quoted(file.text),
+                     "song files stand in the same folder as the listing");
+                break;
+            case SongState::faulty:
+                warn(file, "listing-faulty", "the game does not load " + quoted(file.text),
+                     "run zanto-song check on that file");
+                break;
+            case SongState::fine:
+                break;
+        }
+    }
+
+    std::function<SongState(std::string const&)> const& songState;
+    std::map<std::string, std::size_t> names;  // with their lines
+    std::vector<Problem> problems;
+};
+
+}  // namespace
+
+std::vector<Problem> checkListing(std::string const& contents,
+                                  std::function<SongState(std::string const& fileName)> const& songState) {
+    return ListingChecker(songState).check(contents);
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/zanto-song/Problem.h"
+
+/// Everything that is wrong with the contents of a song file, in the order of its lines.
+///
+/// There is an error among it exactly when Song::load refuses a file of these contents. Where the game stops
+/// reading at the first fault, this goes on to the last one; where the game ignores the rest of a file, so
+/// does this.
+std::vector<Problem> checkSong(std::string const& contents);

@@ -1,0 +1,106 @@
+#include "tools/zanto-song/SongFix.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tools/zanto-song/SongLines.h"
+
+namespace {
+
+constexpr char const* byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t byteOrderMarkSize = 3;
+
+void note(SongChange& change, std::string const& what) {
+    change.what += (change.what.empty() ? "" : ", ") + what;
+}
+
+void dropByteOrderMark(SongChange& change) {
+    if (change.after.rfind(byteOrderMark, 0) == 0) {
+        change.after.erase(0, byteOrderMarkSize);
+        note(change, "byte-order mark");
+    }
+}
+
+void dropTrailingBlanks(SongChange& change) {
+    std::string& text = change.after;
+    std::size_t const kept = text.find_last_not_of(songBlanks) + 1;
+    std::string const blanks = text.substr(kept);
+    if (blanks.empty()) {
+        return;
+    }
+    text.erase(kept);
+    bool const hasReturn = blanks.back() == '\r';
+    if (hasReturn) {
+        note(change, "carriage return");
+    }
+    if (blanks.size() > (hasReturn ? 1u : 0u)) {
+        note(change, "blanks at the end");
+    }
+}
+
+// A letter c to g alone, or with nothing but a length behind it, can only be meant for the capital one.
+bool isLowerCaseNote(std::string const& token) {
+    return token.front() >= 'a' && token.front() <= 'g' &&
+           token.find_first_not_of("0123456789", 1) == std::string::npos;
+}
+
+void raiseCase(SongChange& change) {
+    std::string& text = change.after;
+    bool raised = false;
+    std::size_t at = text.find_first_not_of(songBlanks);
+    while (at != std::string::npos) {
+        std::size_t const end = text.find_first_of(songBlanks, at);
+        if (isLowerCaseNote(text.substr(at, end - at))) {
+            text[at] = static_cast<char>(text[at] - 'a' + 'A');
+            raised = true;
+        }
+        at = text.find_first_not_of(songBlanks, end);
+    }
+    if (raised) {
+        note(change, "capital letters");
+    }
+}
+
+// Files of an age ago end their lines in a carriage return and have no line feed at all.
+bool endsLinesInReturns(std::string const& contents) {
+    return contents.find('\n') == std::string::npos && contents.find('\r') != std::string::npos;
+}
+
+bool headerEnds(std::string const& contents) {
+    return readSongLines(contents).headerFault == HeaderFault::none;
+}
+
+}  // namespace
+
+MendedSong mendSong(std::string const& contents) {
+    bool const oldLineEnds = endsLinesInReturns(contents);
+    char const lineEnd = oldLineEnds ? '\r' : '\n';
+    MendedSong mended;
+    std::size_t start = 0;
+    for (std::size_t number = 1; start <= contents.size(); ++number) {
+        std::size_t const end = std::min(contents.find(lineEnd, start), contents.size());
+        SongChange change{number, contents.substr(start, end - start), "", ""};
+        change.after = change.before;
+        if (number == 1) {
+            dropByteOrderMark(change);
+        }
+        dropTrailingBlanks(change);
+        if (number > 1) {
+            raiseCase(change);
+        }
+        bool const hasEnd = end < contents.size();
+        if (oldLineEnds && hasEnd) {
+            note(change, "line end");
+        }
+        mended.contents += change.after + (hasEnd ? "\n" : "");
+        if (!change.what.empty()) {
+            mended.changes.push_back(std::move(change));
+        }
+        start = end + 1;
+    }
+    // The header's line has to end, be it in a blank: a song that is nothing else keeps an end to it.
+    if (headerEnds(contents) && !headerEnds(mended.contents)) {
+        mended.contents += "\n";
+    }
+    return mended;
+}
