@@ -60,7 +60,7 @@ TEST_F(SongAgainstPlainTest, LoadsAndRefusesTheSameFilesInTheSameWay) {
     Chance chance(20240607);
     int loadedWhole = 0;
     int refused = 0;
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < 1500; ++round) {
         std::string const text = randomFile(chance);
         bool const loaded = load(text);
 
@@ -72,20 +72,20 @@ TEST_F(SongAgainstPlainTest, LoadsAndRefusesTheSameFilesInTheSameWay) {
         ASSERT_EQ(slots(), words(plain.slots)) << text;
         (loaded && !plain.slots.empty() ? loadedWhole : refused) += 1;
     }
-    EXPECT_GT(loadedWhole, 500);
-    EXPECT_GT(refused, 500);
+    EXPECT_GT(loadedWhole, 200);
+    EXPECT_GT(refused, 200);
 }
 
 /// A song with long notes, now and then with very long ones and ones that reach back.
 std::string randomSong(Chance& chance) {
-    int const slotCount = chance.oneIn(4) ? chance.upTo(20) : chance.upTo(3000);
+    int const slotCount = chance.oneIn(4) ? chance.upTo(20) : chance.upTo(800);
     int const longEvery = chance.oneIn(2) ? 5 : 200;
     std::string text = "1 1\n";
     for (int i = 0; i < slotCount; ++i) {
         for (int notes = chance.upTo(3); notes > 0; --notes) {
             text += static_cast<char>('A' + chance.upTo(6));
             if (chance.oneIn(longEvery)) {
-                text += std::to_string(chance.upTo(4000) - 2000);
+                text += std::to_string(chance.upTo(1200) - 600);
             } else if (chance.oneIn(3)) {
                 text += std::to_string(chance.upTo(5));
             }
@@ -130,13 +130,13 @@ void expectSameBrightness(std::vector<std::vector<Song::NoteMark>> const& actual
     }
 }
 
-TEST_F(SongAgainstPlainTest, DrawsTheSameThroughThirtyRandomGames) {
+TEST_F(SongAgainstPlainTest, DrawsTheSameThroughRandomGames) {
     static double const aspects[] = {4.0 / 3.0, 16.0 / 9.0, 32.0 / 9.0, 0.2, 40.0};
     Chance chance(19690720);
     RecordingGL gl;
     RecordingFont const font;
     std::size_t linesCompared = 0;
-    for (int game = 0; game < 30; ++game) {
+    for (int game = 0; game < 24; ++game) {
         ASSERT_TRUE(load(randomSong(chance))) << errors;
         PlainSong plain;
         plain.follow(song.getSlots());
@@ -144,7 +144,7 @@ TEST_F(SongAgainstPlainTest, DrawsTheSameThroughThirtyRandomGames) {
         lookThroughGameCamera(aspect);
 
         double t = -2.0;
-        for (int frame = 0; frame < 60; ++frame) {
+        for (int frame = 0; frame < 40; ++frame) {
             // Most frames follow each other closely; some jump, to fade what is out of sight.
             t = chance.oneIn(10) ? chance.upTo(static_cast<int>(song.getSlots().size())) / 2.0 : t + 0.1;
             std::vector<Notes::NoteID> held;
@@ -172,7 +172,7 @@ TEST_F(SongAgainstPlainTest, DrawsTheSameThroughThirtyRandomGames) {
         }
         song.animate(5.0);
     }
-    EXPECT_GT(linesCompared, 30000u);
+    EXPECT_GT(linesCompared, 10000u);
     EXPECT_THAT(gl.errors(), testing::IsEmpty());
 }
 

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr double frameSeconds = 0.016;
+constexpr int longestNote = 5;  // slots; a longer one cannot be earned, and the shelf has none
 
 /// Plays a song from its start to its end, frame by frame, as the game's window does; `player` says which
 /// notes sound at a song time. The score.
@@ -30,23 +31,23 @@ float playThrough(Song& song, Player player) {
 /// Plays every note from the moment its slot's window opens until its last slot's window closes, and strikes
 /// it afresh if the same note comes again at once.
 std::vector<Notes::NoteID> whatIsWritten(Song const& song, double t) {
-    std::vector<Notes::NoteID> sounding;
     double const position = 2.0 * t + 0.5;  // slots since slot 0's window opened
     double const lastFrame = position - 2.0 * frameSeconds;
+    bool sounds[7] = {};
+    bool strikes[7] = {};
     auto const& slots = song.getSlots();
-    for (int note = 0; note < 7; ++note) {
-        bool sounds = false;
-        bool strikes = false;
-        for (std::size_t i = 0; i < slots.size(); ++i) {
-            auto const start = static_cast<double>(i);
-            for (Song::NoteMark const& mark : slots[i]) {
-                if (mark.note == note && !mark.wrong && start <= position && position < start + mark.length) {
-                    sounds = true;
-                    strikes = strikes || lastFrame < start;
-                }
+    for (int i = std::max(0, static_cast<int>(position) - longestNote);
+         i <= position && i < static_cast<int>(slots.size()); ++i) {
+        for (Song::NoteMark const& mark : slots[static_cast<std::size_t>(i)]) {
+            if (!mark.wrong && position < i + mark.length) {
+                sounds[mark.note] = true;
+                strikes[mark.note] = strikes[mark.note] || lastFrame < i;
             }
         }
-        if (sounds && !strikes) {
+    }
+    std::vector<Notes::NoteID> sounding;
+    for (int note = 0; note < 7; ++note) {
+        if (sounds[note] && !strikes[note]) {
             sounding.emplace_back(note);
         }
     }
@@ -59,6 +60,7 @@ float mostPoints(Song const& song) {
     float points = 0.0f;
     for (auto const& slot : song.getSlots()) {
         for (Song::NoteMark const& mark : slot) {
+            EXPECT_LE(mark.length, longestNote);
             points += 100.0f * static_cast<float>(mark.length);
         }
     }

@@ -45,7 +45,9 @@ protected:
         glLoadIdentity();
         camera.applyModelview();
     }
-    tavi::Vec3<double> seen(tavi::Vec3<double> const& world) const { return transformed(gl.modelview(), world); }
+    tavi::Vec3<double> seen(tavi::Vec3<double> const& world) const {
+        return transformed(gl.modelview(), world);
+    }
     tavi::Vec3<double> onScreen(tavi::Vec3<double> const& world) const {
         return transformed(gl.projection(), seen(world));
     }
