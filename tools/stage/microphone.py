@@ -19,8 +19,9 @@ from stage import processes
 SAMPLE_RATE = 48000
 SAMPLE_BYTES = 4  # 32-bit float, one channel
 
-# Less makes gaps in the sound on a busy machine.
-PLAYBACK_LATENCY_MS = 200
+# How far ahead of the sound the player may be. On a busy machine less makes gaps in the sound, and what comes
+# after a gap is late; more does no harm, as the marker tells when the sound begins.
+PLAYBACK_LATENCY_MS = 2000
 # Starting a player and filling its buffer takes less than this, so the sound is still to come afterwards.
 LEAD_SECONDS = 2.0
 # The first milliseconds of a new stream can get lost.

@@ -54,10 +54,13 @@ class Player:
         """Clicks on a button, once it is there."""
         self.view.click(self.window, *self.wait_to_see(label).box.centre)
 
-    def press_at(self, label, moment):
-        """Clicks on a button so that the game answers at that moment of time.monotonic()."""
+    def hold(self, label):
+        """Puts the pointer on a button and presses it without letting go."""
         self.view.move(self.window, *self.wait_to_see(label).box.centre)
         self.view.button(True)
+
+    def let_go_at(self, moment):
+        """Lets go of a held button so that the game answers at that moment of time.monotonic()."""
         _sleep_until(moment - CLICK_SECONDS)
         self.view.button(False)
 

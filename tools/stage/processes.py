@@ -1,5 +1,6 @@
 """Starting programs that are sure to end, and waiting for things to happen."""
 
+import contextlib
 import os
 import shutil
 import signal
@@ -10,6 +11,7 @@ import time
 PATIENCE = float(os.environ.get("ZANTO_PATIENCE", "1"))
 
 STOP_SECONDS = 5
+PREFERENCE = -10  # a nice value
 
 
 class TimedOut(Exception):
@@ -32,17 +34,28 @@ def start(command, **popen_arguments):
     """subprocess.Popen in a process group of its own, which the kernel kills if this process is killed."""
     keeper = shutil.which("setpriv")
     wrapped = [keeper, "--pdeathsig", "KILL", *command] if keeper else command
-    return subprocess.Popen(wrapped, start_new_session=True, **popen_arguments)
+    process = subprocess.Popen(wrapped, start_new_session=True, **popen_arguments)
+    _prefer(process.pid)
+    return process
+
+
+def _prefer(process_id):
+    """Gives a process precedence over the machine's other work, where one may: sound has to be in time."""
+    with contextlib.suppress(PermissionError, ProcessLookupError):
+        os.setpriority(os.PRIO_PROCESS, process_id, PREFERENCE)
+
+
+def prefer_this():
+    """The same for this process."""
+    _prefer(0)
 
 
 def stop(process, first_signal=signal.SIGTERM):
     """Ends the process and its group: asks, then kills. Does nothing to one that is over."""
     if process.poll() is None:
         _signal_group(process, first_signal)
-        try:
+        with contextlib.suppress(subprocess.TimeoutExpired):
             process.wait(STOP_SECONDS * PATIENCE)
-        except subprocess.TimeoutExpired:
-            pass
     # The process itself may be gone and have left children behind.
     _signal_group(process, signal.SIGKILL)
     process.wait()
@@ -52,10 +65,8 @@ def stop(process, first_signal=signal.SIGTERM):
 
 
 def _signal_group(process, number):
-    try:
+    with contextlib.suppress(ProcessLookupError, PermissionError):
         os.killpg(process.pid, number)
-    except (ProcessLookupError, PermissionError):
-        pass
 
 
 def raise_on_termination():

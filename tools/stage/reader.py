@@ -62,10 +62,16 @@ def plain(text):
 def find_text(picture, text, region=None):
     """The line that reads most like `text`, lighter or darker than what it stands on; None when none does.
     `region` is the (left, top, right, bottom) of the part to look at; the line's box is in the whole picture."""
-    lines = [line for ink in (light_ink, dark_ink) for line in read_lines(picture, ink, region)]
-    likeness, best = max(((likeness_of(line.text, text), number) for number, line in enumerate(lines)),
-                         default=(0, 0))
-    return lines[best] if likeness >= LEAST_LIKENESS else None
+    best = None
+    most = LEAST_LIKENESS
+    for ink in (light_ink, dark_ink):
+        for line in read_lines(picture, ink, region):
+            likeness = likeness_of(line.text, text)
+            if likeness >= most:
+                most, best = likeness, line
+        if most == 1:
+            break
+    return best
 
 
 def likeness_of(reading, text):

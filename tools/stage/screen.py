@@ -1,7 +1,5 @@
 """Looking at a display and working its pointer and keys."""
 
-import os
-
 from PIL import Image
 from Xlib import X, XK, error
 from Xlib import display as xdisplay
@@ -125,6 +123,44 @@ class Screen:
         return Image.frombytes("RGB", (width, height), content.data, "raw", "BGRX")
 
 
+class PoliteScreen(Screen):
+    """A display that somebody else is working at: events go to the window alone, pointer and focus stay theirs."""
+
+    def __init__(self, name):
+        super().__init__(name)
+        self.window = None
+        self.place = (0, 0)
+        self.held = 0  # the state bits of the buttons that are down
+
+    def _event(self, kind, detail, state):
+        x, y = self.place
+        fields = {"time": X.CurrentTime, "root": self.root, "window": self.window, "child": X.NONE,
+                  "root_x": x, "root_y": y, "event_x": x, "event_y": y, "state": state, "same_screen": 1,
+                  "detail": detail}
+        self.window.send_event(kind(**fields))
+        self.display.sync()
+
+    def move(self, window, x, y):
+        self.window = window
+        self.place = (round(x), round(y))
+        self._event(event.MotionNotify, 0, self.held)
+
+    def button(self, down, number=LEFT_BUTTON):
+        bit = X.Button1Mask << (number - 1)
+        self._event(event.ButtonPress if down else event.ButtonRelease, number, self.held)
+        self.held = self.held | bit if down else self.held & ~bit
+
+    def key(self, window, character):
+        self.window = window
+        code = self.display.keysym_to_keycode(XK.string_to_keysym(character))
+        state = X.ShiftMask if character.isupper() else 0
+        self._event(event.KeyPress, code, state)
+        self._event(event.KeyRelease, code, state)
+
+    def focus(self, window):
+        pass  # the keys come without it
+
+
 def usable(name):
     """Whether there is a display of that name that lets one in."""
     if not name:
@@ -134,8 +170,3 @@ def usable(name):
     except Exception:  # whatever keeps one out: no server, no authority, no protocol that is spoken here
         return False
     return True
-
-
-def here():
-    """Whether the user sits in front of a display that this program may use."""
-    return usable(os.environ.get("DISPLAY", ""))
