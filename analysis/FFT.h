@@ -18,10 +18,10 @@ int NumberOfBitsNeeded(int powerOfTwo);
 /// The lowest `numBits` bits of `index` in reverse order.
 int ReverseBits(int index, int numBits);
 
-/// ReverseBits by table for 1 to 16 bits, which InitFFT must have built.
+/// ReverseBits for `numBits` from 1 on, by table up to 16, which InitFFT must have built.
 int FastReverseBits(int index, int numBits);
 
-/// Builds the bit-reversal tables for 1 to 16 bits. Every transform does so when it is the first.
+/// Builds the bit-reversal tables for 1 to 16 bits, once for the process. Every transform sees to it itself.
 void InitFFT();
 
 /// Complex transform: realIn[n], imagIn[n] to realOut[n], imagOut[n], n = numSamples, a null `imagIn` being

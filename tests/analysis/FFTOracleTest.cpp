@@ -41,6 +41,11 @@ std::vector<float> withNegativeZeros(std::vector<float> signal) {
 
 std::map<std::string, std::vector<float>> testSignals(std::size_t count) {
     std::vector<float> const noise = signals::noise(17, 1.0f, count);
+    std::vector<float> const chord = signals::tones({{261.63, 0.3}, {329.63, 0.3}, {392.0, 0.3}}, count);
+    if (count > 4096) {
+        // The long ones differ from the others in their number of stages only.
+        return {{"noise", noise}, {"chord", chord}, {"holes of either zero", withNegativeZeros(noise)}};
+    }
     std::vector<float> impulse(count, 0.0f);
     impulse[count / 2] = -1.0f;
     return {{"noise", noise},
@@ -49,7 +54,7 @@ std::map<std::string, std::vector<float>> testSignals(std::size_t count) {
             {"noise below the normal floats", scaled(noise, 1e-39f)},
             {"loud noise", scaled(noise, 1e30f)},
             {"tone", signals::tones({{440.0, 0.5}}, count)},
-            {"chord", signals::tones({{261.63, 0.3}, {329.63, 0.3}, {392.0, 0.3}}, count)},
+            {"chord", chord},
             {"silence", std::vector<float>(count, 0.0f)},
             {"negative silence", std::vector<float>(count, -0.0f)},
             {"holes of either zero", withNegativeZeros(noise)},
@@ -105,8 +110,7 @@ TEST(FFTOracle, ComplexTransformHasTheBitsOfThePlainOne) {
         auto const count = static_cast<std::size_t>(size);
         std::vector<float> const other = signals::noise(19, 1.0f, count);
         for (auto const& [name, signal] : testSignals(count)) {
-            for (float const* const imagIn :
-                 {other.data(), signal.data(), static_cast<float const*>(nullptr)}) {
+            for (float const* const imagIn : {other.data(), static_cast<float const*>(nullptr)}) {
                 for (bool const inverse : {false, true}) {
                     Bins fast(count);
                     Bins exact(count);

@@ -91,7 +91,7 @@ TEST(BitReversal, MoreBitsThanTheTableHasAreReversedOneByOne) {
     EXPECT_EQ(FastReverseBits(3, 20), 3 << 18);
 }
 
-TEST(BitReversal, TablesMayBeBuiltAgain) {
+TEST(BitReversal, TablesAreBuiltOnce) {
     InitFFT();
     InitFFT();
     EXPECT_EQ(FastReverseBits(1, 3), 4);

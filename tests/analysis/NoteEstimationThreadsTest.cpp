@@ -73,7 +73,7 @@ TEST_F(NoteEstimationThreads, TornReadsOfARunningRecordingLeaveNothingBehind) {
     while (appended < blocksKept) {
         std::this_thread::yield();
     }
-    for (int step = 0; step < 200; ++step) {
+    for (int step = 0; step < 50; ++step) {
         estimation.update(ring, 0.02);
     }
     stopped = true;
