@@ -62,7 +62,7 @@ void pop(GLenum mode) {
 
 }  // namespace
 
-GLState::GLState() {
+GLState::GLState() : colorSumBefore(glIsEnabled(GL_COLOR_SUM) == GL_TRUE) {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
     if (haveFragmentPrograms()) {
@@ -89,6 +89,10 @@ GLState::~GLState() {
     }
     glPopClientAttrib();
     glPopAttrib();
+    // Mesa leaves this one out of every attribute group.
+    if (colorSumBefore) {
+        glEnable(GL_COLOR_SUM);
+    }
 }
 
 }  // namespace wt

@@ -13,6 +13,7 @@ public:
 
 private:
     int programBefore = 0;
+    bool colorSumBefore;
 };
 
 }  // namespace wt

@@ -79,9 +79,9 @@ struct Theme {
     float paddingEm = 0.6F;
     float titleBarEm = 1.9F;
     float buttonHeightEm = 2.1F;
-    float buttonLeastWidthEm = 6.0F;
+    float buttonLeastWidthEm = 8.0F;
     float buttonPaddingEm = 1.2F;
-    float rowEm = 1.6F;
+    float rowEm = 1.5F;
     float rowPaddingEm = 0.6F;
     float scrollBarEm = 1.0F;
     float leastThumbEm = 1.4F;

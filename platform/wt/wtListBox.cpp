@@ -66,15 +66,14 @@ void wtListBox::place(const Rect& rect) {
         range.reveal(selectedRow);
     }
     // Without a use it takes no room, and so no presses either.
-    const float barWidth = range.scrolls() ? std::min(emsX(theme().scrollBarEm), size.x / 2) : 0.0F;
-    const float side = screen().pixelX();
-    scrollBar->place({size.x - side - barWidth, border, barWidth, std::max(size.y - 2 * border, 0.0F)});
+    const Rect inside = Rect{0, 0, size.x, size.y}.inset(screen().pixelX(), border);
+    const float barWidth = range.scrolls() ? std::min(emsX(theme().scrollBarEm), inside.w / 2) : 0.0F;
+    scrollBar->place({inside.right() - barWidth, inside.y, barWidth, inside.h});
 }
 
 Rect wtListBox::rowsArea() const {
-    const float px = screen().pixelX();
-    const float py = screen().pixelY();
-    return Rect{0, 0, size.x, size.y}.without(px, px + scrollBar->rect().w, py, py);
+    const Rect inside = Rect{0, 0, size.x, size.y}.inset(screen().pixelX(), screen().pixelY());
+    return {inside.x, inside.y, inside.w - scrollBar->rect().w, inside.h};
 }
 
 Rect wtListBox::rowRect(int index) const {

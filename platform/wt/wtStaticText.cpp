@@ -17,7 +17,7 @@ constexpr float leastWidthEm = 4.0F;
 
 wtStaticText::wtStaticText(wtWidget* parent, const std::string& name, const tavi::Vec2<float>& pos,
                            const tavi::Vec2<float>& size_, const std::string& text, int alignment_)
-    : wtWidget(name, pos, size_, 0), line(text), alignment(alignment_) {
+    : wtWidget(name, pos, size_, size_.x < 0 ? 0 : expandX), line(text), alignment(alignment_) {
     if (parent != nullptr) {
         parent->add(this);
     }
@@ -37,8 +37,8 @@ SizeHint wtStaticText::sizeHint() const {
     const float em = emPixels();
     const tavi::Vec2<float> own(std::ceil(text::width(line, em)) * screen().pixelX(),
                                 std::ceil(text::height(em)) * screen().pixelY());
-    const tavi::Vec2<float> preferred(wantedSize.x < 0 ? own.x : wantedSize.x, std::max(own.y, wantedSize.y));
-    return {{std::min(preferred.x, emsX(leastWidthEm)), own.y}, preferred};
+    const float width = wantedSize.x < 0 ? own.x : wantedSize.x;
+    return {{std::min(width, emsX(leastWidthEm)), own.y}, {width, own.y}};
 }
 
 void wtStaticText::draw() {

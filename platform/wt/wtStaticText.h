@@ -9,8 +9,10 @@ namespace wt {
 /// One line of text, UTF-8. It stays inside its rectangle: what does not fit is cut with an ellipsis.
 class wtStaticText : public wtWidget {
 public:
-    /// Adds itself to `parent` unless that is null. `alignment` takes the bits of wtAlign. A width or height
-    /// of -1 is found from the text; any other stays, so that a text that changes stays in its place.
+    /// Adds itself to `parent` unless that is null. `alignment` takes the bits of wtAlign and places the line
+    /// in the rectangle. In a layout a text whose width is -1 is as wide as its line; any other takes all the
+    /// width that there is, so that it keeps its place when the line changes. Either has the height of the
+    /// line.
     wtStaticText(wtWidget* parent, const std::string& name, const tavi::Vec2<float>& pos,
                  const tavi::Vec2<float>& size, const std::string& text, int alignment);
 

@@ -62,13 +62,13 @@ TEST_F(ButtonTest, ReleaseAfterAPressElsewhereDoesNotFire) {
 }
 
 TEST_F(ButtonTest, OnlyTheLeftButtonPresses) {
-    for (const int other : std::initializer_list<int>{middle, right, wheelUp, wheelDown, 5, -1}) {
+    for (const int other : std::initializer_list<int>{middleButton, rightButton, wheelUp, wheelDown, 5, -1}) {
         press(on(*button), other);
         release(on(*button), other);
     }
     EXPECT_EQ(fired, 0);
     press(on(*button));
-    release(on(*button), right);
+    release(on(*button), rightButton);
     EXPECT_TRUE(button->isArmed());
     release(on(*button));
     EXPECT_EQ(fired, 1);

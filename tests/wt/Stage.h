@@ -14,7 +14,7 @@ protected:
     static constexpr int screenWidth = 640;   // pixels
     static constexpr int screenHeight = 480;  // pixels
 
-    enum MouseButton : int { left = 0, middle = 1, right = 2, wheelUp = 3, wheelDown = 4 };
+    enum MouseButton : int { leftButton = 0, middleButton = 1, rightButton = 2, wheelUp = 3, wheelDown = 4 };
 
     void SetUp() override {
         wt::wtWindowManager::init(screenWidth, screenHeight, false);
@@ -32,10 +32,10 @@ protected:
     static Pixel on(const wt::wtWidget& widget, float shareX = 0.5F, float shareY = 0.5F);
 
     static void move(Pixel to) { wt::wtWindowManager::motionCallback(to.x, to.y); }
-    static void press(Pixel to, int button = left) {
+    static void press(Pixel to, int button = leftButton) {
         wt::wtWindowManager::mouseCallback(button, 0, to.x, to.y);
     }
-    static void release(Pixel to, int button = left) {
+    static void release(Pixel to, int button = leftButton) {
         wt::wtWindowManager::mouseCallback(button, 1, to.x, to.y);
     }
     static void click(Pixel to) {
