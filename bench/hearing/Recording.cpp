@@ -6,6 +6,7 @@
 #include <boost/make_shared.hpp>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
@@ -70,7 +71,8 @@ Value get(std::istream& in) {
 
 }  // namespace
 
-Recording listen(std::vector<float> const& sound, bool peer) {
+Recording listen(std::vector<float> const& sound, double minDecibel, bool peer) {
+    ::setenv("ZANTO_MIN_DECIBEL", std::to_string(minDecibel).c_str(), 1);
     auto const ring = boost::make_shared<RingBuffer>(ringBlocks * static_cast<unsigned int>(blockSamples));
     NoteEstimation estimation;
     Recording recording;

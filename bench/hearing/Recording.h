@@ -22,9 +22,9 @@ struct Recording {
 
 constexpr int blockSamples = 1024;  ///< that the game's audio input delivers at a time
 
-/// Plays `sound`, mono at 48000 Hz, through the game's ring buffer and note estimation, which must find a
-/// notes.txt in the working directory or do without; with `peer`, to aubio's yinfft too.
-Recording listen(std::vector<float> const& sound, bool peer);
+/// Plays `sound`, mono at 48000 Hz, through the game's ring buffer and note estimation with the threshold
+/// `minDecibel`; with `peer`, to aubio's yinfft too. No note table is needed.
+Recording listen(std::vector<float> const& sound, double minDecibel, bool peer);
 
 /// Where the bench keeps its recordings. `read` gives an empty vector when there is no such file.
 void writeRecordings(std::string const& path, std::vector<Recording> const& recordings);

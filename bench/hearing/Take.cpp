@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "bench/hearing/Voice.h"
 
@@ -57,6 +58,8 @@ std::vector<Take> takesOf(Player const& player) {
         }
         for (double const levelDb : {-10.0, -20.0, -30.0, -40.0}) {
             takes.push_back({Trial::quiet, {pitch}, Touch(), levelDb});
+            takes.push_back(
+                {Trial::sensitive, {pitch}, Touch(), levelDb, Noise::none, 0.0, sensitiveMinDecibel});
         }
         for (Noise const noise : {Noise::white, Noise::hum}) {
             for (double const belowDb : {20.0, 10.0}) {
@@ -66,6 +69,18 @@ std::vector<Take> takesOf(Player const& player) {
     }
     addChords(player, takes);
     return takes;
+}
+
+std::vector<Quiet> quiets() {
+    std::vector<Quiet> all;
+    for (Noise const noise : {Noise::white, Noise::hum}) {
+        for (double const levelDb : {-50.0, -40.0, -30.0}) {
+            for (double const minDecibel : {sensitiveMinDecibel, usualMinDecibel, -55.0, -45.0, -35.0}) {
+                all.push_back({noise, levelDb, minDecibel});
+            }
+        }
+    }
+    return all;
 }
 
 Studio::Studio(std::string const& soundfontPath) : synth(soundfontPath) {
@@ -95,6 +110,13 @@ std::vector<float> Studio::sound(Player const& player, std::vector<NoteEvent> co
     for (float& sample : sound) {
         sample = static_cast<float>(gain * sample);
     }
+    return sound;
+}
+
+std::vector<float> Studio::sound(Quiet const& quiet) {
+    std::vector<float> sound(static_cast<std::size_t>(quietSeconds * soundRateHz), 0.0f);
+    mix(sound, quiet.noise == Noise::white ? whiteNoise(quietSeconds) : mainsHum(quietSeconds),
+        amplitudeOf(quiet.levelDb));
     return sound;
 }
 

@@ -15,7 +15,9 @@ constexpr char const* soundfontPath = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
 void recordTakes(Studio& studio, Player const& player, std::string const& path) {
     std::vector<Recording> recordings;
     for (Take const& take : takesOf(player)) {
-        recordings.push_back(listen(studio.sound(player, take), take.trial != Trial::detuned));
+        bool const peer =
+            take.trial == Trial::plain || take.trial == Trial::noisy || take.trial == Trial::chord;
+        recordings.push_back(listen(studio.sound(player, take), take.minDecibel, peer));
     }
     writeRecordings(path, recordings);
 }
@@ -27,7 +29,15 @@ void recordSongs(Studio& studio, Player const& player, std::vector<ShippedSong> 
         Song const& song = *songs[piece.song].song;
         recordings.push_back(listen(
             studio.sound(player, performance(song, piece.octave, piece.gapSeconds), performanceSeconds(song)),
-            false));
+            usualMinDecibel, false));
+    }
+    writeRecordings(path, recordings);
+}
+
+void recordQuiets(std::string const& path) {
+    std::vector<Recording> recordings;
+    for (Quiet const& quiet : quiets()) {
+        recordings.push_back(listen(Studio::sound(quiet), quiet.minDecibel, true));
     }
     writeRecordings(path, recordings);
 }
@@ -36,7 +46,8 @@ void recordSongs(Studio& studio, Player const& player, std::vector<ShippedSong> 
 
 int main(int argc, char* argv[]) {
     if (argc < 4) {
-        std::cerr << "usage: zanto-hearing-record DATA-FOLDER RECORDINGS-FOLDER PLAYER-NUMBER...\n";
+        std::cerr
+            << "usage: zanto-hearing-record DATA-FOLDER RECORDINGS-FOLDER (PLAYER-NUMBER | nobody)...\n";
         return 2;
     }
     // The game's analysis says on standard output what it hears in every frame.
@@ -47,8 +58,12 @@ int main(int argc, char* argv[]) {
         Studio studio(soundfontPath);
         std::vector<ShippedSong> const songs = shippedSongs(argv[1]);
         for (int i = 3; i < argc; ++i) {
-            Player const& player = orchestra().at(std::stoul(argv[i]));
             std::string const stem = std::string(argv[2]) + "/" + argv[i];
+            if (argv[i] == std::string("nobody")) {
+                recordQuiets(stem + ".takes");
+                continue;
+            }
+            Player const& player = orchestra().at(std::stoul(argv[i]));
             recordTakes(studio, player, stem + ".takes");
             recordSongs(studio, player, songs, stem + ".songs");
             std::cerr << "recorded " << player.name << '\n';

@@ -14,16 +14,6 @@ constexpr int lastScannedBin = 2046;
 /// The scan ends with the first peak above this.
 constexpr double scanEndHz = 1000.0;
 
-// The player.
-/// Standard deviation of a player's tuning around equal temperament.
-constexpr double tuningSpreadCents = 20.0;
-/// How often a sharp is played, where a natural counts 1.
-constexpr double sharpWeight = 0.3;
-/// A bin is listed only for a pitch that lands in it at least this often.
-constexpr double leastProbability = 0.03;
-/// Above the scan's end, a peak this near a natural stands for it: it is the second harmonic, or the note itself.
-constexpr double harmonicReachCents = 40.0;
-
 constexpr int pitchesPerOctave = 12;
 constexpr int lowestPlayedPitch = 24;
 constexpr int highestPlayedPitch = 140;
@@ -52,7 +42,7 @@ double landingProbability(TableModel const& model, int pitch, int bin) {
     double const pitchHz = pitchFrequencyHz(model.a4Hz, pitch);
     double const low = centsBetween(pitchHz, binFrequencyHz(bin) - binWidthHz / 2.0);
     double const high = centsBetween(pitchHz, binFrequencyHz(bin) + binWidthHz / 2.0);
-    return normalBelow(high / tuningSpreadCents) - normalBelow(low / tuningSpreadCents);
+    return normalBelow(high / model.tuningSpreadCents) - normalBelow(low / model.tuningSpreadCents);
 }
 
 bool inRange(TableModel const& model, int pitch) {
@@ -64,7 +54,7 @@ int fundamentalPitch(TableModel const& model, int bin) {
     int best = 0;
     double bestWeight = 0.0;
     for (int pitch = lowestPlayedPitch; pitch <= highestPlayedPitch; ++pitch) {
-        double const weight = writtenNote(model, pitch) == -1 ? sharpWeight : 1.0;
+        double const weight = writtenNote(model, pitch) == -1 ? model.sharpWeight : 1.0;
         double const likely = weight * landingProbability(model, pitch, bin);
         if (likely > bestWeight) {
             bestWeight = likely;
@@ -72,7 +62,7 @@ int fundamentalPitch(TableModel const& model, int bin) {
         }
     }
     bool const listed = best != 0 && writtenNote(model, best) != -1 && inRange(model, best) &&
-                        landingProbability(model, best, bin) >= leastProbability;
+                        landingProbability(model, best, bin) >= model.leastProbability;
     return listed ? best : 0;
 }
 
@@ -80,9 +70,9 @@ int fundamentalPitch(TableModel const& model, int bin) {
 int closingPitch(TableModel const& model, int bin) {
     for (int pitch = lowestPlayedPitch; pitch <= highestPlayedPitch; ++pitch) {
         double const pitchHz = pitchFrequencyHz(model.a4Hz, pitch);
-        bool const near = std::abs(centsBetween(pitchHz, binFrequencyHz(bin))) <= harmonicReachCents;
-        bool const octaveOfHeard =
-            inRange(model, pitch - pitchesPerOctave) && pitchHz / 2.0 <= scanEndHz;
+        bool const near = std::abs(centsBetween(pitchHz, binFrequencyHz(bin))) <= model.harmonicReachCents;
+        bool const octaveOfHeard = inRange(model, pitch - pitchesPerOctave) && pitchHz / 2.0 <= scanEndHz &&
+                                   pitch >= model.lowestHarmonicPitch;
         if (near && writtenNote(model, pitch) != -1 && (inRange(model, pitch) || octaveOfHeard)) {
             return pitch;
         }

@@ -14,6 +14,8 @@
 ///     TableModel model;
 ///     writeTable(std::cout, tableRows(model));
 struct TableModel {
+    // What the player asks for.
+
     /// Sounding frequency of A4 in Hz.
     double a4Hz = 440.0;
     /// How far a written note sounds from its name, in semitones: -2 for a B flat clarinet.
@@ -21,6 +23,21 @@ struct TableModel {
     /// The sounding range to be heard, as MIDI note numbers (A4 is 69).
     int lowestPitch = 48;
     int highestPitch = 83;
+
+    // What the model takes players to be like.
+
+    /// Standard deviation of a player's tuning around equal temperament.
+    double tuningSpreadCents = 20.0;
+    /// How often a sharp is played, where a natural counts 1.
+    double sharpWeight = 0.3;
+    /// A bin is listed only for a pitch that lands in it at least this often.
+    double leastProbability = 0.03;
+    /// Above the scan's end, a peak this near a natural stands for it: it is the second harmonic of the note,
+    /// or the note itself.
+    double harmonicReachCents = 40.0;
+    /// The lowest second harmonic that is listed, a MIDI note number. Lower ones are where third harmonics of
+    /// other notes fall.
+    int lowestHarmonicPitch = 84;
 };
 
 /// One record of the table: bin centres in Hz, rising, that stand for one pitch.

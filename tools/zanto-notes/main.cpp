@@ -1,8 +1,7 @@
 #include <iostream>
 
-#include "tools/zanto-notes/TableModel.h"
+#include "tools/zanto-notes/notesCommand.h"
 
-int main() {
-    writeTable(std::cout, tableRows(TableModel()));
-    return 0;
+int main(int argc, char** argv) {
+    return notesCommand({argv + 1, argv + argc}, std::cout, std::cerr);
 }

@@ -1,0 +1,183 @@
+#include "bench/hearing/Judge.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+
+namespace {
+
+constexpr double windowStartSeconds = 0.15;
+constexpr double windowEndSeconds = 0.9;
+constexpr double penaltyHoldSeconds = 0.35;
+constexpr int noteCount = 7;
+constexpr double a4Hz = 440.0;
+
+using NoteSet = std::array<bool, noteCount>;
+
+NoteSet notesOf(Take const& take) {
+    NoteSet played{};
+    for (int const pitch : take.pitches) {
+        if (naturalOf(pitch) != -1) {
+            played[static_cast<std::size_t>(naturalOf(pitch))] = true;
+        }
+    }
+    return played;
+}
+
+NoteSet notesDown(NoteState const& held) {
+    NoteSet down{};
+    for (int note = 0; note < noteCount; ++note) {
+        down[static_cast<std::size_t>(note)] = held.isDown(note);
+    }
+    return down;
+}
+
+NoteSet noteOfPitch(float pitchHz) {
+    NoteSet heard{};
+    if (pitchHz > 0.0f) {
+        long const pitch = std::lround(69.0 + 12.0 * std::log2(static_cast<double>(pitchHz) / a4Hz));
+        int const note = pitch >= 0 ? naturalOf(static_cast<int>(pitch)) : -1;
+        if (note != -1) {
+            heard[static_cast<std::size_t>(note)] = true;
+        }
+    }
+    return heard;
+}
+
+double shareFound(NoteSet const& played, NoteSet const& heard) {
+    int wanted = 0;
+    int found = 0;
+    for (std::size_t note = 0; note < played.size(); ++note) {
+        wanted += played[note] ? 1 : 0;
+        found += played[note] && heard[note] ? 1 : 0;
+    }
+    return wanted == 0 ? 0.0 : static_cast<double>(found) / wanted;
+}
+
+bool anyForeign(NoteSet const& played, NoteSet const& heard) {
+    for (std::size_t note = 0; note < played.size(); ++note) {
+        if (heard[note] && !played[note]) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool isInWindow(double sinceAttack) {
+    return sinceAttack >= windowStartSeconds && sinceAttack < windowEndSeconds;
+}
+
+void judgePeer(Take const& take, Recording const& recording, Hearing& hearing) {
+    NoteSet const played = notesOf(take);
+    int frames = 0;
+    for (std::size_t i = 0; i < recording.peerHz.size(); ++i) {
+        // Its i-th answer comes with the end of the i-th hop.
+        if (isInWindow(static_cast<double>(i + 1) / framesPerSecond - attackSeconds)) {
+            NoteSet const heard = noteOfPitch(recording.peerHz[i]);
+            hearing.peerRight += shareFound(played, heard);
+            hearing.peerWrong += anyForeign(played, heard) ? 1.0 : 0.0;
+            ++frames;
+        }
+    }
+    if (frames > 0) {
+        hearing.peerRight /= frames;
+        hearing.peerWrong /= frames;
+    }
+}
+
+}  // namespace
+
+Hearing judge(Take const& take, Recording const& recording, Listener& listener) {
+    NoteSet const played = notesOf(take);
+    Hearing hearing;
+    int frames = 0;
+    double lastHeard = 0.0;
+    listener.replay(recording, [&](double seconds, NoteState const& held) {
+        NoteSet const heard = notesDown(held);
+        double const sinceAttack = seconds - attackSeconds;
+        double const found = shareFound(played, heard);
+        if (found > 0.0) {
+            lastHeard = seconds;
+            if (sinceAttack > 0.0 && !hearing.latencySeconds) {
+                hearing.latencySeconds = sinceAttack;
+            }
+        }
+        if (isInWindow(sinceAttack)) {
+            hearing.right += found;
+            hearing.wrong += anyForeign(played, heard) ? 1.0 : 0.0;
+            ++frames;
+        }
+    });
+    hearing.right /= frames;
+    hearing.wrong /= frames;
+    hearing.tailSeconds = std::max(0.0, lastHeard - attackSeconds - holdSeconds);
+    judgePeer(take, recording, hearing);
+    return hearing;
+}
+
+Mean meanOf(std::vector<Heard> const& all, Which const& which) {
+    Mean mean;
+    double latency = 0.0;
+    std::size_t heardAtAll = 0;
+    for (Heard const& heard : all) {
+        if (!which(heard)) {
+            continue;
+        }
+        ++mean.takes;
+        mean.hearing.right += heard.hearing.right;
+        mean.hearing.wrong += heard.hearing.wrong;
+        mean.hearing.peerRight += heard.hearing.peerRight;
+        mean.hearing.peerWrong += heard.hearing.peerWrong;
+        mean.hearing.tailSeconds += heard.hearing.tailSeconds;
+        if (heard.hearing.latencySeconds) {
+            latency += *heard.hearing.latencySeconds;
+            ++heardAtAll;
+        }
+    }
+    if (mean.takes > 0) {
+        auto const takes = static_cast<double>(mean.takes);
+        mean.hearing.right /= takes;
+        mean.hearing.wrong /= takes;
+        mean.hearing.peerRight /= takes;
+        mean.hearing.peerWrong /= takes;
+        mean.hearing.tailSeconds /= takes;
+        mean.never = 1.0 - static_cast<double>(heardAtAll) / takes;
+    }
+    if (heardAtAll > 0) {
+        mean.hearing.latencySeconds = latency / static_cast<double>(heardAtAll);
+    }
+    return mean;
+}
+
+bool isNatural(Heard const& heard) {
+    return naturalOf(heard.take.pitches.front()) != -1;
+}
+
+bool isDry(Heard const& heard) {
+    return !heard.take.touch.room;
+}
+
+FalseNotes falseNotes(Recording const& recording, Listener& listener) {
+    FalseNotes result;
+    NoteSet before{};
+    NoteSet wasLong{};
+    int frames = 0;
+    listener.replay(recording, [&](double, NoteState const& held) {
+        NoteSet const heard = notesDown(held);
+        ++frames;
+        result.share += std::find(heard.begin(), heard.end(), true) != heard.end() ? 1.0 : 0.0;
+        for (std::size_t note = 0; note < heard.size(); ++note) {
+            result.perMinute += heard[note] && !before[note] ? 1.0 : 0.0;
+            bool const isLong = held.downCount(static_cast<int>(note)) > static_cast<float>(penaltyHoldSeconds);
+            result.longOnesPerMinute += isLong && !wasLong[note] ? 1.0 : 0.0;
+            wasLong[note] = isLong;
+        }
+        before = heard;
+    });
+    double const minutes = static_cast<double>(frames) / framesPerSecond / 60.0;
+    result.perMinute /= minutes;
+    result.longOnesPerMinute /= minutes;
+    result.share /= frames;
+    return result;
+}

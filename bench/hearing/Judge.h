@@ -1,0 +1,54 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "bench/hearing/Listener.h"
+#include "bench/hearing/Take.h"
+
+/// How well one take was heard.
+///
+/// A frame is right for as much of the chord as is among the notes heard, and wrong if some natural is heard
+/// that is not played. Frames count from 0.15 to 0.9 s after the attack.
+struct Hearing {
+    double right = 0.0;  ///< share of the frames, 0 to 1
+    double wrong = 0.0;
+    double peerRight = 0.0;
+    double peerWrong = 0.0;
+    std::optional<double> latencySeconds;  ///< from the attack to the first frame with the note; none if never
+    double tailSeconds = 0.0;              ///< from the end of the note to the last frame with it
+};
+
+Hearing judge(Take const& take, Recording const& recording, Listener& listener);
+
+/// One take of one player, and how it was heard.
+struct Heard {
+    std::size_t place;  ///< in the orchestra
+    Take take;
+    Hearing hearing;
+};
+
+using Which = std::function<bool(Heard const&)>;
+
+/// The mean over those of `all` that `which` picks.
+struct Mean {
+    std::size_t takes = 0;
+    Hearing hearing;     ///< the latency over the takes that have one
+    double never = 0.0;  ///< share of takes whose note was never heard
+};
+
+Mean meanOf(std::vector<Heard> const& all, Which const& which);
+
+/// Pickers.
+bool isNatural(Heard const& heard);
+bool isDry(Heard const& heard);
+
+/// What is heard in a room where nobody plays.
+struct FalseNotes {
+    double perMinute = 0.0;         ///< notes that begin
+    double longOnesPerMinute = 0.0;  ///< of those, held long enough to cost a penalty
+    double share = 0.0;             ///< of the frames with any note
+};
+
+FalseNotes falseNotes(Recording const& recording, Listener& listener);
