@@ -33,7 +33,7 @@ std::string hintOf(std::string const& contents) {
 
 TEST(SongCheck, aGoodSongHasNoProblem) {
     EXPECT_THAT(codesOf("120 4\nC E G\n\nD2\n"), IsEmpty());
-    EXPECT_THAT(codesOf("-1\n+3   a song for beginners\nC5\n  G\tE\nA1"), IsEmpty());
+    EXPECT_THAT(codesOf("-1\n+3   a song for beginners\nC5\n  G\tE\nA1\n\n"), IsEmpty());
 }
 
 TEST(SongCheck, everyProblemIsToldAtOnceInTheOrderOfTheLines) {
@@ -84,12 +84,13 @@ TEST(SongCheck, hintsGuessWhatWasMeant) {
 TEST(SongCheck, lengthsThatWereHardlyMeant) {
     EXPECT_THAT(codesOf("1 1\nC# Db E\u266F\n"),
                 ElementsAre("2:2 warning accidental", "2:5 warning accidental", "2:8 warning accidental"));
-    EXPECT_THAT(codesOf("1 1\nGx A4x\n"), ElementsAre("2:2 warning length-text", "2:5 warning length-text"));
+    EXPECT_THAT(codesOf("1 1\nGx A4x\n\n\n"),
+                ElementsAre("2:2 warning length-text", "2:5 warning length-text"));
     EXPECT_THAT(
         codesOf("1 1\nC0 D-2 E6\n"),
         ElementsAre("2:2 warning length-zero", "2:5 warning length-negative", "2:9 warning length-long"));
     EXPECT_THAT(codesOf("1 1\nC4294967297\n"), ElementsAre("2:2 warning length-range"));
-    EXPECT_THAT(codesOf("1 1\nC1 D5 E+3 F03\n"), IsEmpty());
+    EXPECT_THAT(codesOf("1 1\nC1 D5 E+3 F03\n\n\n\n"), IsEmpty());
 }
 
 TEST(SongCheck, notesOfTheHeadersLineAreNotPlayed) {
@@ -108,6 +109,13 @@ TEST(SongCheck, aLongNoteStraightAfterTheSameNote) {
 TEST(SongCheck, aNoteThatBeginsWhileTheSameNoteSounds) {
     EXPECT_THAT(codesOf("1 1\nC3\nE\nC\n"), ElementsAre("4:1 warning overlap"));
     EXPECT_THAT(codesOf("1 1\nC3\nC\n\nC2\n"), ElementsAre("3:1 warning overlap", "5:1 warning repeat-long"));
+}
+
+TEST(SongCheck, aNoteThatOutlastsTheSong) {
+    EXPECT_THAT(codesOf("1 1\nC3\n\n"), IsEmpty());  // the last line feed makes the third slot
+    EXPECT_THAT(codesOf("1 1\nC3\n"), ElementsAre("2:1 warning song-end"));
+    EXPECT_THAT(codesOf("1 1\nE C2"), ElementsAre("2:3 warning song-end"));
+    EXPECT_EQ(hintOf("1 1\nC5\n"), "add 3 empty lines at the end");
 }
 
 TEST(SongCheck, linesPast1023BytesAndWhatComesAfterThem) {

@@ -14,6 +14,10 @@ constexpr int statusWrongUse = 2;  ///< arguments that make no sense, one line o
 int checkCommand(CommandArguments const& arguments);
 extern char const* const checkUsage;
 
+/// `zanto-song perform`: what score a recording would have got, see performUsage.
+int performCommand(CommandArguments const& arguments);
+extern char const* const performUsage;
+
 /// `zanto-song render`: the song as a sound file, see renderUsage.
 int renderCommand(CommandArguments const& arguments);
 extern char const* const renderUsage;

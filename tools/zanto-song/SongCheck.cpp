@@ -78,6 +78,7 @@ private:
     void reportName(SongToken const& token, std::size_t line);
     void checkLength(SongToken const& token, std::size_t line, int length);
     void checkNeighbours(Mark const& mark, std::size_t line, std::size_t slot);
+    void checkEnd(Mark const& mark, std::size_t line, std::size_t slot);
 
     struct Sounding {
         std::size_t line;
@@ -88,6 +89,7 @@ private:
     std::vector<Problem> problems;
     std::map<std::int32_t, Sounding> last;  // by note, the latest one to end
     std::size_t noteCount = 0;
+    std::size_t slotCount = 0;
 };
 
 bool isNoteName(char letter) {
@@ -152,6 +154,7 @@ void SongChecker::checkHeaderRest(SongLines const& lines) {
 }
 
 void SongChecker::checkSlots(std::vector<SongLine> const& slots) {
+    slotCount = slots.size();
     for (std::size_t slot = 0; slot < slots.size(); ++slot) {
         checkLine(slots[slot], slot);
     }
@@ -173,6 +176,7 @@ void SongChecker::checkLine(SongLine const& line, std::size_t slot) {
         } else {
             checkNeighbours(mark, line.number, slot);
         }
+        checkEnd(mark, line.number, slot);
         marks.push_back(mark);
     }
     for (Mark const& mark : marks) {
@@ -275,6 +279,16 @@ void SongChecker::checkLength(SongToken const& token, std::size_t line, int leng
         warn(line, column, "length-long",
              "a note of more than 5 slots cannot be held long enough before the game stops judging it",
              "write two notes");
+    }
+}
+
+// Nothing is judged after the last slot, so a note that outlasts it never gets its time.
+void SongChecker::checkEnd(Mark const& mark, std::size_t line, std::size_t slot) {
+    auto const left = static_cast<std::int64_t>(slotCount - slot);
+    if (mark.length <= longestJudged && mark.length > left) {
+        warn(line, mark.column, "song-end",
+             "the song ends before this note does, so that it cannot be held long enough",
+             "add " + counted(static_cast<std::size_t>(mark.length - left), "empty line") + " at the end");
     }
 }
 

@@ -1,4 +1,4 @@
-#include <array>
+#include <initializer_list>
 #include <iostream>
 #include <string>
 
@@ -12,10 +12,13 @@ struct Command {
     char const* usage;
 };
 
-std::array<Command, 2> const commands = {{
+std::initializer_list<Command> const commands = {
     {"check", checkCommand, checkUsage},
     {"render", renderCommand, renderUsage},
-}};
+#ifdef ZANTO_SONG_MORE_COMMANDS
+    {"perform", performCommand, performUsage},
+#endif
+};
 
 void printUsage() {
     std::cout << "zanto-song: what one can do with a song file.\n\n";

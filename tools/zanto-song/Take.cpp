@@ -1,0 +1,297 @@
+#include "tools/zanto-song/Take.h"
+
+#include <algorithm>
+#include <boost/make_shared.hpp>
+#include <cmath>
+#include <fstream>
+#include <limits>
+
+#include "analysis/NoteEstimation.h"
+#include "audio/RingBuffer.h"
+#include "game/Score.h"
+#include "game/Song.h"
+
+namespace {
+
+constexpr int noteCount = 7;
+constexpr long framesPerSecond = 100;
+constexpr long samplesPerFrame = SoundRecording::sampleRate / framesPerSecond;
+constexpr double frameSeconds = 1.0 / framesPerSecond;
+constexpr std::size_t samplesPerBlock = 1024;  // as the game's audio input delivers them
+constexpr unsigned int blocksKept = 20;
+
+constexpr double leadInSeconds = 2.0;
+constexpr double secondsPerSlot = 0.5;
+constexpr int slotsPerSecond = 2;
+constexpr int lookBackSlots = 4;
+constexpr double holdFraction = 0.95;
+constexpr double awardPoints = 100.0;
+constexpr double penaltyPoints = -20.0;
+
+constexpr double hearingDelaySeconds = 0.1;  // by which the analysis trails the sound
+
+constexpr int lowestBin = 10;  // of those that the game looks at
+constexpr float highestHz = 1010.0f;
+
+// What was heard in one slot of the song.
+struct SlotHearing {
+    double loudestDb = -std::numeric_limits<double>::infinity();
+    std::array<int, noteCount> framesDown{};
+};
+
+// A note with the frames in which it was judged.
+struct Judged {
+    TakenNote taken;
+    std::size_t markIndex;
+};
+
+class TakePlayer {
+public:
+    TakePlayer(Song& song_, SoundRecording const& recording_, double startSeconds);
+    Take play();
+
+private:
+    double recordingSeconds(double t) const { return t + leadInSeconds + startSeconds; }
+    double slotOpens(std::size_t slot) const {
+        return recordingSeconds((static_cast<double>(slot) - 0.5) * secondsPerSlot);
+    }
+
+    void listNotes();
+    void record(long frame);
+    void hear(long frame, std::size_t slot);
+    void lookAtHolds(std::size_t slot);
+    void collectAwards(double t, std::size_t slot);
+    void collectPenalties(double t, std::size_t slot, std::size_t marksBefore);
+    void explain(TakenNote& note) const;
+    void explain(TakenPenalty& penalty) const;
+    std::size_t lastJudgedSlot(TakenNote const& note) const;
+
+    Song& song;
+    SoundRecording const& recording;
+    double startSeconds;
+    std::size_t startSample;
+    boost::shared_ptr<RingBuffer> ring;
+    NoteEstimation estimation;
+    Notes table;
+    Score score;
+    std::size_t samplesRecorded = 0;
+    std::array<double, noteCount> downSince{};  // seconds of the recording
+    std::vector<SlotHearing> heard;             // by slot
+    std::vector<std::vector<Judged>> judged;    // by slot
+    Take take{};
+};
+
+TakePlayer::TakePlayer(Song& song_, SoundRecording const& recording_, double startSeconds_)
+    : song(song_),
+      recording(recording_),
+      startSeconds(startSeconds_),
+      startSample(static_cast<std::size_t>(std::llround(startSeconds_ * SoundRecording::sampleRate))),
+      ring(boost::make_shared<RingBuffer>(static_cast<unsigned int>(samplesPerBlock) * blocksKept)),
+      score(0.0f, 0.0f),
+      heard(song_.getSlots().size()) {
+    // The estimation keeps its own table to itself; this one says which peaks became which note.
+    std::ifstream in("notes.txt");
+    table.load(in);
+    listNotes();
+}
+
+void TakePlayer::listNotes() {
+    for (std::size_t slot = 0; slot < song.getSlots().size(); ++slot) {
+        judged.emplace_back();
+        std::vector<Song::NoteMark> const& marks = song.getSlots()[slot];
+        for (std::size_t index = 0; index < marks.size(); ++index) {
+            TakenNote note{};
+            note.slot = slot;
+            note.note = marks[index].note;
+            note.length = marks[index].length;
+            note.outcome = TakenNote::Outcome::tooSoft;
+            note.dueSeconds = slotOpens(slot);
+            note.neededSeconds = holdFraction * note.length * secondsPerSlot - secondsPerSlot / 2.0;
+            judged.back().push_back({note, index});
+        }
+    }
+}
+
+// Appends the blocks that are complete by this frame. The recording is followed by silence.
+void TakePlayer::record(long frame) {
+    std::size_t const now = startSample + static_cast<std::size_t>(frame * samplesPerFrame);
+    std::array<float, samplesPerBlock> block{};
+    while (samplesRecorded + samplesPerBlock <= now) {
+        std::size_t const from = std::min(samplesRecorded, recording.samples.size());
+        std::size_t const count = std::min(samplesPerBlock, recording.samples.size() - from);
+        block.fill(0.0f);
+        std::copy_n(recording.samples.begin() + static_cast<std::ptrdiff_t>(from), count, block.begin());
+        ring->append(block.data(), static_cast<int>(samplesPerBlock));
+        samplesRecorded += samplesPerBlock;
+    }
+}
+
+void TakePlayer::hear(long frame, std::size_t slot) {
+    NoteState const& state = estimation.getNoteState();
+    std::array<bool, noteCount> wasDown{};
+    for (int note = 0; note < noteCount; ++note) {
+        wasDown.at(static_cast<std::size_t>(note)) = state.isDown(note);
+    }
+    estimation.update(ring, frameSeconds);
+    for (int note = 0; note < noteCount; ++note) {
+        auto const index = static_cast<std::size_t>(note);
+        if (state.isDown(note) && !wasDown.at(index)) {
+            downSince.at(index) = startSeconds + static_cast<double>(frame) / framesPerSecond;
+        }
+        if (slot < heard.size() && state.isDown(note)) {
+            ++heard[slot].framesDown.at(index);
+        }
+    }
+    if (slot < heard.size()) {
+        std::vector<double> const& spectrum = estimation.getPowerSpectrum();
+        for (int bin = lowestBin; estimation.indexToFrequency(bin) < highestHz; ++bin) {
+            heard[slot].loudestDb =
+                std::max(heard[slot].loudestDb, spectrum.at(static_cast<std::size_t>(bin)));
+        }
+    }
+}
+
+std::size_t TakePlayer::lastJudgedSlot(TakenNote const& note) const {
+    auto const more = static_cast<std::size_t>(std::clamp(note.length - 1, 0, lookBackSlots));
+    return std::min(note.slot + more, judged.size() - 1);
+}
+
+// Before scoring, so that a note's hold is as long as the one that it may be awarded for.
+void TakePlayer::lookAtHolds(std::size_t slot) {
+    NoteState const& state = estimation.getNoteState();
+    for (std::size_t start = slot - std::min<std::size_t>(slot, lookBackSlots); start <= slot; ++start) {
+        for (Judged& entry : judged[start]) {
+            TakenNote& note = entry.taken;
+            double const held = static_cast<double>(state.downCount(note.note));
+            bool const isOpen = slot <= lastJudgedSlot(note) && note.outcome != TakenNote::Outcome::awarded;
+            if (isOpen && state.isDown(note.note) && (!note.heardSeconds || held > note.heldSeconds)) {
+                note.heldSeconds = held;
+                note.heardSeconds = downSince.at(static_cast<std::size_t>(note.note));
+            }
+        }
+    }
+}
+
+void TakePlayer::collectAwards(double t, std::size_t slot) {
+    for (std::size_t start = slot - std::min<std::size_t>(slot, lookBackSlots); start <= slot; ++start) {
+        for (Judged& entry : judged[start]) {
+            TakenNote& note = entry.taken;
+            if (note.outcome != TakenNote::Outcome::awarded && song.getSlots()[start][entry.markIndex].hit) {
+                note.outcome = TakenNote::Outcome::awarded;
+                note.awardedSeconds = recordingSeconds(t);
+                note.points = start == slot ? awardPoints : awardPoints * note.length;
+            }
+        }
+    }
+}
+
+// Whose note a wrong one is: that of the last slot before this one in which it began in time, or that of
+// the next slot.
+void TakePlayer::explain(TakenPenalty& penalty) const {
+    auto const isIt = [&](Judged const& entry) { return entry.taken.note == penalty.note; };
+    double const began = downSince.at(static_cast<std::size_t>(penalty.note)) - hearingDelaySeconds;
+    for (std::size_t slot = penalty.slot; slot-- > 0;) {
+        auto const entry = std::find_if(judged[slot].begin(), judged[slot].end(), isIt);
+        if (entry != judged[slot].end()) {
+            double const ended = entry->taken.dueSeconds + entry->taken.length * secondsPerSlot;
+            if (began < ended) {
+                penalty.cause = TakenPenalty::Cause::heldOver;
+                penalty.causeSlot = slot;
+                return;
+            }
+            break;
+        }
+    }
+    std::size_t const next = penalty.slot + 1;
+    bool const isNext = next < judged.size() && std::any_of(judged[next].begin(), judged[next].end(), isIt);
+    penalty.cause = isNext ? TakenPenalty::Cause::early : TakenPenalty::Cause::notAskedFor;
+    penalty.causeSlot = next;
+}
+
+void TakePlayer::collectPenalties(double t, std::size_t slot, std::size_t marksBefore) {
+    std::vector<Song::NoteMark> const& marks = song.getSlots()[slot];
+    for (std::size_t index = marksBefore; index < marks.size(); ++index) {
+        TakenPenalty penalty{};
+        penalty.slot = slot;
+        penalty.note = marks[index].note;
+        penalty.atSeconds = recordingSeconds(t);
+        penalty.heldSeconds = static_cast<double>(estimation.getNoteState().downCount(penalty.note));
+        penalty.points = penaltyPoints;
+        for (auto const& [levelDb, frequencyHz] : estimation.getCandidatePeaks()) {
+            if (table.getKey(frequencyHz) == penalty.note) {
+                penalty.peaksHz.push_back(static_cast<double>(frequencyHz));
+            }
+        }
+        explain(penalty);
+        take.penalties.push_back(std::move(penalty));
+    }
+}
+
+void TakePlayer::explain(TakenNote& note) const {
+    std::array<int, noteCount> framesDown{};
+    note.loudestDb = -std::numeric_limits<double>::infinity();
+    for (std::size_t slot = note.slot; slot <= lastJudgedSlot(note); ++slot) {
+        note.loudestDb = std::max(note.loudestDb, heard[slot].loudestDb);
+        for (std::size_t other = 0; other < framesDown.size(); ++other) {
+            framesDown.at(other) += heard[slot].framesDown.at(other);
+        }
+    }
+    for (int other = 0; other < noteCount; ++other) {
+        if (other != note.note && framesDown.at(static_cast<std::size_t>(other)) > 0) {
+            note.others.emplace_back(other);
+        }
+    }
+    std::stable_sort(
+        note.others.begin(), note.others.end(), [&](Notes::NoteID const& a, Notes::NoteID const& b) {
+            return framesDown.at(static_cast<std::size_t>(a)) > framesDown.at(static_cast<std::size_t>(b));
+        });
+    if (note.outcome == TakenNote::Outcome::awarded) {
+        return;
+    }
+    if (note.heardSeconds) {
+        note.outcome = TakenNote::Outcome::tooShort;
+    } else if (!note.others.empty()) {
+        note.outcome = TakenNote::Outcome::otherNotes;
+    } else if (note.dueSeconds >= recording.seconds()) {
+        note.outcome = TakenNote::Outcome::recordingOver;
+    } else if (note.loudestDb > take.minDecibel) {
+        note.outcome = TakenNote::Outcome::noNote;
+    } else {
+        note.outcome = TakenNote::Outcome::tooSoft;
+    }
+}
+
+Take TakePlayer::play() {
+    take.minDecibel = static_cast<double>(estimation.getMinDecibel());
+    for (long frame = 0;; ++frame) {
+        double const t = static_cast<double>(frame) / framesPerSecond - leadInSeconds;
+        if (song.complete(t)) {
+            break;
+        }
+        auto const slot = static_cast<std::size_t>(std::max(std::lround(slotsPerSecond * t), -1L));
+        record(frame);
+        hear(frame, slot);
+        if (slot < judged.size()) {
+            std::size_t const marksBefore = song.getSlots()[slot].size();
+            lookAtHolds(slot);
+            song.updateScore(score, t, estimation.getNoteState());
+            collectAwards(t, slot);
+            collectPenalties(t, slot, marksBefore);
+        }
+        song.animate(frameSeconds);
+    }
+    take.score = static_cast<double>(score.getValue());
+    for (std::vector<Judged>& slot : judged) {
+        for (Judged& entry : slot) {
+            explain(entry.taken);
+            take.notes.push_back(std::move(entry.taken));
+        }
+    }
+    return std::move(take);
+}
+
+}  // namespace
+
+Take playTake(Song& song, SoundRecording const& recording, double startSeconds) {
+    return TakePlayer(song, recording, startSeconds).play();
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/zanto-song/Take.h"
+
+/// A take with the names of its files, for a report.
+struct NamedTake {
+    std::string recording;
+    Take take;
+};
+
+/// For people: the score, a line for each note, a line for each penalty. Several takes one after the other,
+/// with all scores at the end.
+std::string textReport(std::string const& song, std::vector<NamedTake> const& takes);
+
+/// For programs; times in seconds of the recording, levels in dB.
+std::string jsonReport(std::string const& song, std::vector<NamedTake> const& takes);
+
+/// For spreadsheets: a heading, then one row for each note and each penalty.
+std::string csvReport(std::string const& song, std::vector<NamedTake> const& takes);
