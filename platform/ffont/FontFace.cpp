@@ -148,29 +148,29 @@ GlyphImage FontFace::rasterise(const GlyphKey& key, int maxSamples) const {
         if (!loaded->loadOutline(key, reduction)) {
             return image;
         }
-        const FT_GlyphSlot slot = loaded->face->glyph;
+        FT_GlyphSlotRec_& slot = *loaded->face->glyph;
         FT_BBox box{};
-        FT_Outline_Get_CBox(&slot->outline, &box);
+        FT_Outline_Get_CBox(&slot.outline, &box);
         if (box.xMax - box.xMin > maxExtent || box.yMax - box.yMin > maxExtent) {
             continue;
         }
-        if (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) != FT_Err_Ok || slot->bitmap.width == 0 ||
-            slot->bitmap.rows == 0) {
+        if (FT_Render_Glyph(&slot, FT_RENDER_MODE_NORMAL) != FT_Err_Ok || slot.bitmap.width == 0 ||
+            slot.bitmap.rows == 0) {
             return image;
         }
         image.pixelsPerSample = reduction;
-        image.leftPx = (slot->bitmap_left - borderSamples) * reduction;
-        image.topPx = (slot->bitmap_top + borderSamples) * reduction;
-        image.width = static_cast<int>(slot->bitmap.width) + 2 * borderSamples;
-        image.height = static_cast<int>(slot->bitmap.rows) + 2 * borderSamples;
+        image.leftPx = (slot.bitmap_left - borderSamples) * reduction;
+        image.topPx = (slot.bitmap_top + borderSamples) * reduction;
+        image.width = static_cast<int>(slot.bitmap.width) + 2 * borderSamples;
+        image.height = static_cast<int>(slot.bitmap.rows) + 2 * borderSamples;
         image.coverage.resize(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height));
-        const unsigned char* source = slot->bitmap.buffer;
+        const unsigned char* source = slot.bitmap.buffer;
         for (int row = borderSamples; row < image.height - borderSamples;
-             ++row, source += slot->bitmap.pitch) {
+             ++row, source += slot.bitmap.pitch) {
             std::memcpy(
                 &image.coverage[static_cast<std::size_t>(row) * static_cast<std::size_t>(image.width) +
                                 borderSamples],
-                source, slot->bitmap.width);
+                source, slot.bitmap.width);
         }
         return image;
     }

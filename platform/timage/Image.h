@@ -19,11 +19,11 @@ public:
     /// All samples 0. A size of 0, or a negative one, in any argument makes the empty picture (0, 0, 0).
     Image(int width, int height, int channels);
 
-    /// Replaces the picture by the PNG file at `path`: any depth, palette or interlacing becomes 8-bit samples, with
-    /// as many channels as the file needs (a palette counts as colour, a transparent colour as alpha), for a display
-    /// gamma of 2.2 if the file names another. False, with the picture left empty and nothing printed, when the
-    /// file is missing, not a PNG, cut off before its last row, damaged, or larger than 32768 pixels on a side or
-    /// 2^26 pixels in all.
+    /// Replaces the picture by the PNG file at `path`: any depth, palette or interlacing becomes 8-bit
+    /// samples, with as many channels as the file needs (a palette counts as colour, a transparent colour as
+    /// alpha), for a display gamma of 2.2 if the file names another. False, with the picture left empty and
+    /// nothing printed, when the file is missing, not a PNG, cut off before its last row, damaged, or larger
+    /// than 32768 pixels on a side or 2^26 pixels in all.
     bool read(const char* path);
     /// Writes the picture as a PNG file with its own channels. False when empty or the file cannot be
     /// written.

@@ -83,7 +83,8 @@ TEST_P(FFontDataSharpness, LettersOnTheScreenStandOnAPixelRow) {
 
 TEST_P(FFontDataSharpness, SmallLettersOnTheScreenEndOnAPixelRow) {
     viewScreen();
-    for (float emPx = 9.0F; emPx <= 40.0F; emPx += 0.7F) {
+    for (int size = 0; size < 45; ++size) {
+        const float emPx = 9.0F + 0.7F * static_cast<float>(size);
         const float scale = emPx * 2.0F / 0.6F / static_cast<float>(gl.height());
         const auto image = drawn(gl, face, "HEFL", 0.0F, 0.0F, scale * 2.0F, scale);
         EXPECT_EQ(inkBox(image, 8).top, inkBox(image, 200).top) << "em of " << emPx << " pixels";

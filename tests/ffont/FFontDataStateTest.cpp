@@ -137,7 +137,7 @@ TEST_F(FFontDataState, WritesNoDepth) {
     glEnable(GL_DEPTH_TEST);
     glClear(GL_DEPTH_BUFFER_BIT);
     drawn(gl, face, "H", 0.0F, 0.0F, 6.0F, 6.0F);
-    std::vector<float> depths(640 * 480);
+    std::vector<float> depths(std::size_t{640} * 480);
     glReadPixels(0, 0, 640, 480, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
     EXPECT_THAT(depths, testing::Each(1.0F));
 }

@@ -120,7 +120,9 @@ TEST(FFontData, ShortensOnlyWhatIsTooWide) {
 TEST(FFontData, ShortenedTextIsTheLongestThatFits) {
     const FFontData face(vera, 24);
     const std::string text = "Choose your song";
-    for (float width = 0.0F; width < face.measureString(text.c_str(), 1.0F); width += 0.05F) {
+    const float whole = face.measureString(text.c_str(), 1.0F);
+    for (int part = 0; part < 100; ++part) {
+        const float width = whole * static_cast<float>(part) / 100;
         const std::string shown = face.shortenString(text.c_str(), 1.0F, width);
         EXPECT_LE(face.measureString(shown.c_str(), 1.0F), width);
         if (shown.empty()) {

@@ -17,7 +17,7 @@ GlyphImage plain(int width, int height, unsigned char value) {
     image.topPx = 17;
     image.width = width;
     image.height = height;
-    image.coverage.assign(static_cast<std::size_t>(width * height), value);
+    image.coverage.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), value);
     return image;
 }
 
@@ -48,7 +48,7 @@ protected:
         const auto side = static_cast<float>(atlas->maxSamples());
         for (int y = static_cast<int>(glyph.top * side); y < static_cast<int>(glyph.bottom * side); ++y) {
             for (int x = static_cast<int>(glyph.left * side); x < static_cast<int>(glyph.right * side); ++x) {
-                if (values[static_cast<std::size_t>(y * atlas->maxSamples() + x)] != value) {
+                if (values.begin()[y * atlas->maxSamples() + x] != value) {
                     return false;
                 }
             }
@@ -155,7 +155,7 @@ TEST_F(GlyphAtlasTest, UploadsRightWhateverThePixelStoreWas) {
     const std::vector<unsigned char> values = texels();
     for (int y = 0; y < 3; ++y) {
         for (int x = 0; x < 5; ++x) {
-            EXPECT_EQ(values[static_cast<std::size_t>(y * atlas->maxSamples() + x)], y * 5 + x + 1);
+            EXPECT_EQ(values.begin()[y * atlas->maxSamples() + x], y * 5 + x + 1);
         }
     }
 }

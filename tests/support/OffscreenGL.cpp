@@ -21,37 +21,37 @@ void require(bool done, const char* step) {
     }
 }
 
+// One display for the process, never terminated: that would unload the driver, and with it all that points to
+// the driver's own memory, which would then count as leaked.
+EGLDisplay openDisplay() {
+    const EGLDisplay display =
+        eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+    require(display != EGL_NO_DISPLAY, "opening the surfaceless display");
+    require(eglInitialize(display, nullptr, nullptr), "initialising EGL");
+    return display;
+}
+
 EGLConfig chooseConfig(EGLDisplay display) {
-    const EGLint wanted[] = {EGL_SURFACE_TYPE,
-                             EGL_PBUFFER_BIT,
-                             EGL_RENDERABLE_TYPE,
-                             EGL_OPENGL_BIT,
-                             EGL_RED_SIZE,
-                             8,
-                             EGL_GREEN_SIZE,
-                             8,
-                             EGL_BLUE_SIZE,
-                             8,
-                             EGL_ALPHA_SIZE,
-                             8,
-                             EGL_DEPTH_SIZE,
-                             24,
-                             EGL_STENCIL_SIZE,
-                             8,
-                             EGL_NONE};
+    const EGLint wanted[][2] = {{EGL_SURFACE_TYPE, EGL_PBUFFER_BIT},
+                                {EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT},
+                                {EGL_RED_SIZE, 8},
+                                {EGL_GREEN_SIZE, 8},
+                                {EGL_BLUE_SIZE, 8},
+                                {EGL_ALPHA_SIZE, 8},
+                                {EGL_DEPTH_SIZE, 24},
+                                {EGL_STENCIL_SIZE, 8},
+                                {EGL_NONE, EGL_NONE}};
     EGLConfig config = nullptr;
     EGLint count = 0;
-    require(eglChooseConfig(display, wanted, &config, 1, &count) && count == 1, "choosing a configuration");
+    require(eglChooseConfig(display, &wanted[0][0], &config, 1, &count) && count == 1,
+            "choosing a configuration");
     return config;
 }
 
 }  // namespace
 
-OffscreenGL::OffscreenGL(int width, int height) : widthPx(width), heightPx(height) {
+OffscreenGL::OffscreenGL(int width, int height) : widthPx(width), heightPx(height), display(openDisplay()) {
     try {
-        display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
-        require(display != EGL_NO_DISPLAY, "opening the surfaceless display");
-        require(eglInitialize(display, nullptr, nullptr), "initialising EGL");
         require(eglBindAPI(EGL_OPENGL_API), "binding desktop OpenGL");
         const EGLConfig config = chooseConfig(display);
         const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
@@ -76,9 +76,6 @@ OffscreenGL::~OffscreenGL() {
 }
 
 void OffscreenGL::release() {
-    if (display == nullptr) {
-        return;
-    }
     eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     if (context != nullptr) {
         eglDestroyContext(display, context);
@@ -86,7 +83,6 @@ void OffscreenGL::release() {
     if (surface != nullptr) {
         eglDestroySurface(display, surface);
     }
-    eglTerminate(display);
 }
 
 tavi::Image<unsigned char> OffscreenGL::read() const {

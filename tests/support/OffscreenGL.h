@@ -40,7 +40,7 @@ private:
 
     int widthPx;
     int heightPx;
-    void* display = nullptr;
+    void* display;
     void* surface = nullptr;
     void* context = nullptr;
 };
