@@ -24,8 +24,8 @@ protected:
         testing::internal::GetCapturedStderr();
     }
 
-    static int column(double x) { return static_cast<int>(std::lround(screenWidth / 2 + x * pixelsPerUnit)); }
-    static int row(double y) { return static_cast<int>(std::lround(screenHeight / 2 - y * pixelsPerUnit)); }
+    int column(double x) const { return static_cast<int>(std::lround(screenWidth / 2 + x * pixelsPerUnit)); }
+    int row(double y) const { return static_cast<int>(std::lround(screenHeight / 2 - y * pixelsPerUnit)); }
 
     /// How many pixels of a rectangle of the world are not black.
     int litPixels(double left, double right, double bottom, double top) {

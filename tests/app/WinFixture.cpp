@@ -12,18 +12,17 @@ constexpr std::int64_t noon = 43200000000;               // microseconds
 constexpr double cameraDistance = 10.0;                  // world units
 constexpr double halfFieldOfView = 0.39269908169872414;  // radians
 
-/// The data folder's files, reached from an empty folder of our own so that tests may add songs.
-void linkData(const TemporaryFolder& folder, const std::filesystem::path& data) {
-    for (const char* name : {"Fonts", "Images"}) {
-        std::filesystem::create_directory_symlink(data / name, folder.path() / name);
-    }
-    folder.write("notes.txt", "C 2 257.8 269.5\nA 2 433.6 445.3\n");
-    folder.write("Songs/listing.txt", "Scale scale.txt Short short.txt\n");
-    folder.write("Songs/scale.txt", "1 1\nC\n\nD\n\nE\n\nF\n\nG\n\nA\n\nB\n");
-    folder.write("Songs/short.txt", "1 1\nA");
-}
-
 }  // namespace
+
+void WinFixture::supply(const std::filesystem::path& data) {
+    for (const char* name : {"Fonts", "Images"}) {
+        std::filesystem::create_directory_symlink(data / name, folder->path() / name);
+    }
+    folder->write("notes.txt", "C 2 257.8 269.5\nA 2 433.6 445.3\n");
+    folder->write("Songs/listing.txt", "Scale scale.txt Short short.txt\n");
+    folder->write("Songs/scale.txt", "1 1\nC\n\nD\n\nE\n\nF\n\nG\n\nA\n\nB\n");
+    folder->write("Songs/short.txt", "1 1\nA");
+}
 
 void WinFixture::SetUp() {
     const std::filesystem::path data = std::filesystem::current_path();
@@ -33,7 +32,7 @@ void WinFixture::SetUp() {
     scriptedaudio::reset();
     gl = std::make_unique<OffscreenGL>(screenWidth, screenHeight);
     folder = std::make_unique<TemporaryFolder>();
-    linkData(*folder, data);
+    supply(data);
     audio = scriptedaudio::recording();
     testing::internal::CaptureStdout();
     win = std::make_unique<Win>(audio);
@@ -78,7 +77,7 @@ int WinFixture::analyses() const {
     return static_cast<int>(std::count(printed.begin(), printed.end(), '\n'));
 }
 
-void WinFixture::click(const wt::wtWidget& widget) {
+void WinFixture::click(const wt::wtWidget& widget) const {
     constexpr int left = 0;
     const widgets::Pixel at = widgets::middle(widget, screenWidth, screenHeight);
     fakeglut::state().passive(at.x, at.y);

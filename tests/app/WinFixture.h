@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <boost/shared_ptr.hpp>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -18,11 +19,15 @@
 /// The game's window on a software screen, with a clock, a microphone and a mouse that the test holds.
 class WinFixture : public testing::Test {
 protected:
-    static constexpr int screenWidth = 640;   // pixels
-    static constexpr int screenHeight = 480;  // pixels
+    /// A window of this many pixels.
+    explicit WinFixture(int width = 640, int height = 480) : screenWidth(width), screenHeight(height) {}
 
     void SetUp() override;
     void TearDown() override;
+
+    /// The game's own pictures and typeface, and a small note table and shelf of songs, in the folder that
+    /// the window is started in.
+    virtual void supply(const std::filesystem::path& data);
 
     /// Draws one frame; what it printed on standard output is kept in `printed`.
     void frame();
@@ -41,11 +46,13 @@ protected:
     static wt::wtWindow* title() { return widgets::window("Options"); }
     static wt::wtWindow* chooser() { return widgets::window("Play Song"); }
     static wt::wtWindow* panel() { return widgets::window("Frequency"); }
-    static void click(const wt::wtWidget& widget);
+    void click(const wt::wtWidget& widget) const;
 
     /// The colour of the pixel at a point of the world, in the plane of the staff, as 0xrrggbb.
     int worldPixel(double x, double y);
 
+    const int screenWidth;
+    const int screenHeight;
     std::unique_ptr<OffscreenGL> gl;
     std::unique_ptr<TemporaryFolder> folder;
     boost::shared_ptr<AudioInput> audio;

@@ -30,7 +30,7 @@ protected:
     /// Whether the staff's bar line of slot 0 stands at a time of the song, seconds.
     bool barLineShowsTime(double seconds) {
         const double x = -0.5 - 2.0 * seconds;
-        constexpr double onePixel = 8.28 / screenHeight;
+        const double onePixel = 8.28 / screenHeight;
         for (int offset = -1; offset <= 1; ++offset) {
             if (worldPixel(x + offset * onePixel, 2.4) == white) {
                 return true;
