@@ -28,8 +28,8 @@ STATUS_FAILED = 1
 STATUS_WRONG_USE = 2
 STATUS_INTERRUPTED = 130
 
-# The song's last slot is over and its title picture has not come back: a second and a half before the end.
-BEFORE_THE_TITLE_SECONDS = 1.5
+# The song's last slot has closed a little before, and its last awards are still floating.
+BEFORE_THE_TITLE_SECONDS = 2.1
 WATCH_SECONDS = 0.08  # between two looks at the score
 
 
@@ -66,9 +66,10 @@ class Demo:
             score = self.player.wait_for_score()
             self.book.saw(score)
             self.player.wait_to_see("New Game")
-            self._picture("title-again")
             view.press_close_button(self.player.window)
             status = game.wait()
+        if status != 0:
+            say("\n".join(game.output("err")[-20:]))
         self._report(score, status)
         return 0 if status == 0 else STATUS_FAILED
 
