@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 
 namespace wt {
 
@@ -47,7 +48,7 @@ public:
     int firstRowAt(float start, float trough, float least) const {
         const float way = trough - thumbLength(trough, least);
         const float share = way > 0 ? std::clamp(start / way, 0.0F, 1.0F) : 0.0F;
-        return static_cast<int>(share * static_cast<float>(last()) + 0.5F);
+        return static_cast<int>(std::lround(share * static_cast<float>(last())));
     }
 
 private:

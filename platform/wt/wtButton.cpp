@@ -60,12 +60,13 @@ void wtButton::draw() {
         ground = mix(mix(t.button, t.buttonHover, hoverFade.value()), t.buttonPressed, pressFade.value());
         ink = t.buttonText;
         const float depth = std::max(1.0F, std::round(em * shadowDepthEm)) * screen().pixelY();
-        const Color shadow = t.buttonShadow.faded(1 - pressFade.value());
+        const Color shadow = t.buttonShadow.faded(alpha * (1 - pressFade.value()));
         paint::fillRounded({face.x, face.y - depth, face.w, face.h}, radius, shadow, shadow);
     }
-    const Color top = mix(ground, white, t.buttonSheen * (1 - pressFade.value()));
+    ground = ground.faded(alpha);
+    const Color top = mix(ground, white.faded(alpha), t.buttonSheen * (1 - pressFade.value()));
     paint::fillRounded(face, radius, ground, top);
-    paint::strokeRounded(face, radius, 1, mix(ground, black, outlineShade));
+    paint::strokeRounded(face, radius, 1, mix(ground, black.faded(alpha), outlineShade));
     text::draw(label, face.inset(emsX(textInsetEm), 0), alignCentreX | alignCentreY, em, ink);
 }
 

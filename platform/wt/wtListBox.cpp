@@ -99,7 +99,7 @@ int wtListBox::rowAt(const tavi::Vec2<float>& point) const {
 void wtListBox::draw() {
     const Palette& colors = palette();
     const ClipScope inside(rect(), origin() - position);
-    paint::fill(rect(), colors.field);
+    paint::fill(rect(), colors.field.faded(alpha));
     for (int index = range.firstRow(); index < range.endRow(); ++index) {
         drawRow(index);
     }

@@ -126,8 +126,6 @@ void middlePanels() {
 
     wt::wtWindow* scrolled = panel("", -0.29F, -0.96F, 0.58F, 1.2F, 0);
     auto* layout = new wt::LinearLayout(wt::bottomToTop);
-    auto* row = new wt::LinearLayout(wt::leftToRight);
-    delete row;
     wt::wtListBox* rows = list(scrolled, layout, manyRows());
     scrolled->setLayoutManager(layout);
     rows->select(20);

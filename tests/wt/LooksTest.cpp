@@ -1,0 +1,105 @@
+#include <list>
+#include <string>
+
+#include "platform/wt/wt.h"
+#include "tests/wt/DrawnStage.h"
+
+namespace {
+
+using LooksTest = DrawnStage;
+
+TEST_F(LooksTest, TextStaysInsideItsWidget) {
+    noShadow();
+    wt::wtWindow* panel = window("panel", {-0.5F, -0.5F, 1, 1});
+    panel->setBackground(oneCell(colored(0, 0, 0)));
+    const auto* text = new wt::wtStaticText(panel, "text", {0.25F, 0.5F}, {0.25F, 0.1F},
+                                            "A text that is much longer than its widget", 0x24);
+    draw();
+    const Pixel upperLeft = on(*text, 0, 0.999F);
+    const Pixel lowerRight = on(*text, 0.999F, 0);
+    const int inside = litPixels(upperLeft.x, upperLeft.y, lowerRight.x + 1, lowerRight.y + 1);
+    EXPECT_GT(inside, 100);
+    EXPECT_EQ(litPixels(), inside);
+}
+
+TEST_F(LooksTest, ButtonLooksDifferentAtRestUnderThePointerPressedAndDisabled) {
+    noShadow();
+    wt::wtWindow* panel = window("panel", {-0.5F, -0.5F, 1, 1});
+    auto* button = new wt::wtButton(panel, "button", {0.2F, 0.2F}, {0.5F, 0.2F}, "");
+    const auto settle = [] {
+        for (int frame = 0; frame < 10; ++frame) {
+            wt::wtWindowManager::animate();
+        }
+    };
+    draw();
+    const Rgb rest = pixel(on(*button));
+    move(on(*button));
+    settle();
+    draw();
+    const Rgb hovered = pixel(on(*button));
+    press(on(*button));
+    draw();
+    const Rgb pressed = pixel(on(*button));
+    move(at(0.9F, 0.9F));
+    settle();
+    draw();
+    const Rgb left = pixel(on(*button));
+    button->setEnabled(0);
+    draw();
+    const Rgb disabled = pixel(on(*button));
+    EXPECT_GT(hovered.b, rest.b + 8);
+    EXPECT_LT(pressed.b, rest.b - 20);
+    EXPECT_EQ(left.b, rest.b);
+    EXPECT_LT(disabled.b - disabled.r, 40) << "grey";
+}
+
+TEST_F(LooksTest, HoverFadesInOverAFewFrames) {
+    wt::wtWindow* panel = window("panel", {-0.5F, -0.5F, 1, 1});
+    const auto* button = new wt::wtButton(panel, "button", {0.2F, 0.2F}, {0.5F, 0.2F}, "");
+    draw();
+    const Pixel middle = on(*button);
+    move(middle);
+    int last = pixel(middle).b;
+    int steps = 0;
+    for (int frame = 0; frame < 10; ++frame) {
+        wt::wtWindowManager::animate();
+        draw();
+        EXPECT_GE(pixel(middle).b, last);
+        steps += pixel(middle).b > last ? 1 : 0;
+        last = pixel(middle).b;
+    }
+    EXPECT_GE(steps, 3);
+    EXPECT_LE(steps, 8);
+}
+
+TEST_F(LooksTest, ListDrawsSelectionAndHoverAndSomethingQuietWhenEmpty) {
+    wt::wtWindow* panel = window("panel", {-0.5F, -0.5F, 1, 1});
+    auto* list = new wt::wtListBox(panel, "list", {0.1F, 0.1F}, {0.7F, 0.7F});
+    auto* layout = new wt::LinearLayout(wt::bottomToTop);
+    layout->add(list, attributes(0, 1));
+    panel->setLayoutManager(layout);
+    draw();
+    const auto field = [&] { return pixel(on(*list, 0.1F, 0.1F)); };
+    int marks = 0;
+    for (int y = on(*list, 0.5F, 0.9F).y; y < on(*list, 0.5F, 0.1F).y; ++y) {
+        marks += pixel(on(*list, 0.5F, 0).x, y).r > field().r + 10 ? 1 : 0;
+    }
+    EXPECT_EQ(marks, 5) << "the five lines of an empty staff";
+
+    std::list<std::string> rows(3, "");
+    list->append(rows);
+    wt::wtWindowManager::displayWidgets();
+    const auto middleOf = [&](int row) {
+        const wt::Rect rect = list->rowRect(row);
+        return at(list->origin().x + rect.x + rect.w / 2, list->origin().y + rect.y + rect.h / 2);
+    };
+    click(middleOf(0));
+    move(middleOf(1));
+    draw();
+    const wt::Color selected = wt::theme().selected;
+    expectColor(pixel(middleOf(0)), {static_cast<int>(selected.r * 255), static_cast<int>(selected.g * 255),
+                                     static_cast<int>(selected.b * 255)});
+    EXPECT_GT(pixel(middleOf(1)).b, pixel(middleOf(2)).b + 10);
+}
+
+}  // namespace
