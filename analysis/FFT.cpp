@@ -102,8 +102,11 @@ int ReverseBits(int index, int numBits) {
 }
 
 int FastReverseBits(int index, int numBits) {
-    return numBits <= largestTableBits ? bitReversalTables[static_cast<std::size_t>(numBits - 1)][index]
-                                       : ReverseBits(index, numBits);
+    if (numBits > largestTableBits) {
+        return ReverseBits(index, numBits);
+    }
+    int const* const table = bitReversalTables[static_cast<std::size_t>(numBits - 1)];
+    return table[index];
 }
 
 void InitFFT() {

@@ -17,15 +17,15 @@ namespace fft {
 namespace {
 
 /// The pointers are parameters, and of this one kind, because there the compiler believes that they do not
-/// overlap. `factorStep` is 1, or 0 for one factor.
-template <int factorStep>
+/// overlap.
+template <bool oneFactor>
 [[gnu::always_inline]] inline void butterflyLoop(int count, double const* __restrict factorReal,
                                                  double const* __restrict factorImag,
                                                  float* __restrict lowReal, float* __restrict lowImag,
                                                  float* __restrict highReal, float* __restrict highImag) {
     for (int i = 0; i < count; ++i) {
-        double const ar = factorReal[i * factorStep];
-        double const ai = factorImag[i * factorStep];
+        double const ar = factorReal[oneFactor ? 0 : i];
+        double const ai = factorImag[oneFactor ? 0 : i];
         double const tr = ar * highReal[i] - ai * highImag[i];
         double const ti = ar * highImag[i] + ai * highReal[i];
         double const real = lowReal[i];
@@ -57,7 +57,7 @@ template <int factorStep>
 
 [[gnu::always_inline]] inline void dealPairsLoop(int count, float const* __restrict samples,
                                                  float* __restrict real, float* __restrict imag) {
-    for (int i = 0; i < count; ++i) {
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
         real[i] = samples[2 * i];
         imag[i] = samples[2 * i + 1];
     }
@@ -75,12 +75,12 @@ template <int factorStep>
 
 ZANTO_CLONED void butterflies(int count, double const* factorReal, double const* factorImag, Complexes low,
                               Complexes high) {
-    butterflyLoop<1>(count, factorReal, factorImag, low.real, low.imag, high.real, high.imag);
+    butterflyLoop<false>(count, factorReal, factorImag, low.real, low.imag, high.real, high.imag);
 }
 
 ZANTO_CLONED void butterflies(int count, double factorReal, double factorImag, Complexes low,
                               Complexes high) {
-    butterflyLoop<0>(count, &factorReal, &factorImag, low.real, low.imag, high.real, high.imag);
+    butterflyLoop<true>(count, &factorReal, &factorImag, low.real, low.imag, high.real, high.imag);
 }
 
 ZANTO_CLONED void separatePairs(int count, float const* factorReal, float const* factorImag, Complexes low,

@@ -18,6 +18,7 @@ public:
     /// Behaves as its integer everywhere: order, equality, arithmetic and loops over 0 to 6.
     class NoteID {
     public:
+        // cppcheck-suppress noExplicitConstructor ; callers pass the numbers 0 to 6 as they are
         constexpr NoteID(std::int32_t noteIndex = -1) : index(noteIndex) {}
         constexpr operator std::int32_t() const { return index; }
 

@@ -42,7 +42,7 @@ bool PortAudioInput::isRecording() {
 }
 
 bool PortAudioInput::startRecording() {
-    if (isRecording()) {
+    if (stream != nullptr) {
         return false;
     }
     // Null for paNoDevice too, which is how a machine without a microphone shows.
@@ -68,7 +68,7 @@ bool PortAudioInput::startRecording() {
 }
 
 bool PortAudioInput::stopRecording() {
-    if (!isRecording()) {
+    if (stream == nullptr) {
         return false;
     }
     if (PaError const error = Pa_StopStream(stream); error != paNoError) {
