@@ -14,6 +14,10 @@ constexpr int statusWrongUse = 2;  ///< arguments that make no sense, one line o
 int checkCommand(CommandArguments const& arguments);
 extern char const* const checkUsage;
 
+/// `zanto-song import`: a song from MIDI, ABC or MusicXML, see importUsage.
+int importCommand(CommandArguments const& arguments);
+extern char const* const importUsage;
+
 /// `zanto-song perform`: what score a recording would have got, see performUsage.
 int performCommand(CommandArguments const& arguments);
 extern char const* const performUsage;

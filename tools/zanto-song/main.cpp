@@ -16,6 +16,7 @@ std::initializer_list<Command> const commands = {
     {"check", checkCommand, checkUsage},
     {"render", renderCommand, renderUsage},
 #ifdef ZANTO_SONG_MORE_COMMANDS
+    {"import", importCommand, importUsage},
     {"perform", performCommand, performUsage},
 #endif
 };

@@ -1,0 +1,71 @@
+#include "tests/support/MidiBytes.h"
+
+namespace {
+
+std::string bigEndian(std::size_t number, int bytes) {
+    std::string text;
+    for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
+        text += static_cast<char>((number >> shift) & 0xFF);
+    }
+    return text;
+}
+
+std::string variableLength(unsigned number) {
+    std::string text(1, static_cast<char>(number & 0x7F));
+    while (number >>= 7) {
+        text.insert(text.begin(), static_cast<char>((number & 0x7F) | 0x80));
+    }
+    return text;
+}
+
+}  // namespace
+
+MidiBytes& MidiBytes::track() {
+    tracks.emplace_back();
+    return *this;
+}
+
+MidiBytes& MidiBytes::event(unsigned ticks, std::vector<unsigned> const& bytes) {
+    tracks.back() += variableLength(ticks);
+    for (unsigned const byte : bytes) {
+        tracks.back() += static_cast<char>(byte);
+    }
+    return *this;
+}
+
+MidiBytes& MidiBytes::name(std::string const& text) {
+    event(0, {0xFF, 0x03, static_cast<unsigned>(text.size())});
+    tracks.back() += text;
+    return *this;
+}
+
+MidiBytes& MidiBytes::tempo(unsigned microsecondsPerQuarter) {
+    return event(0, {0xFF, 0x51, 3, microsecondsPerQuarter >> 16, (microsecondsPerQuarter >> 8) & 0xFF,
+                     microsecondsPerQuarter & 0xFF});
+}
+
+MidiBytes& MidiBytes::timeSignature(unsigned beats, unsigned beatPower) {
+    return event(0, {0xFF, 0x58, 4, beats, beatPower, 24, 8});
+}
+
+MidiBytes& MidiBytes::on(unsigned ticks, unsigned channel, unsigned pitch) {
+    return event(ticks, {0x90 | channel, pitch, 80});
+}
+
+MidiBytes& MidiBytes::off(unsigned ticks, unsigned channel, unsigned pitch) {
+    return event(ticks, {0x80 | channel, pitch, 0});
+}
+
+MidiBytes& MidiBytes::bend(unsigned ticks, unsigned channel) {
+    return event(ticks, {0xE0 | channel, 0, 0x50});
+}
+
+std::string MidiBytes::file() const {
+    std::string bytes =
+        "MThd" + bigEndian(6, 4) + bigEndian(1, 2) + bigEndian(tracks.size(), 2) + bigEndian(division, 2);
+    for (std::string const& events : tracks) {
+        std::string const end("\x00\xFF\x2F\x00", 4);
+        bytes += "MTrk" + bigEndian(events.size() + end.size(), 4) + events + end;
+    }
+    return bytes;
+}

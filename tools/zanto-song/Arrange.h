@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/Notes.h"
+#include "tools/zanto-song/SheetMusic.h"
+
+/// How a voice is to become a song; what is not said is chosen.
+struct ArrangeWishes {
+    std::optional<double> slotQuarters;  ///< quarter notes to a slot
+    std::optional<int> semitones;        ///< by which to transpose
+};
+
+/// A voice as a song: naturals only, in slots.
+struct Arrangement {
+    struct Mark {
+        Notes::NoteID note;
+        int length;  ///< slots, 1 to 5
+    };
+
+    double slotQuarters;
+    int semitones;
+    std::size_t kept;                      ///< notes of the voice that are in the slots
+    std::vector<std::vector<Mark>> slots;  ///< up to the end of the last note
+    std::vector<std::string> lost;         ///< what of the voice is not, one line each
+
+    /// The song file's contents.
+    std::string text() const;
+};
+
+/// Puts a voice into slots and into a key where its notes are naturals. The slot is the note value that all
+/// notes are multiples of and that lasts closest to half a second in the music's tempo. Nothing is made up: a
+/// note without a place is left out and named. None, with the reason in `problem`, when no slot fits or fewer
+/// than half of the notes find a place.
+std::optional<Arrangement> arrange(SheetVoice const& voice, SheetMusic const& sheet,
+                                   ArrangeWishes const& wishes, std::string& problem);
