@@ -195,13 +195,13 @@ void Song::indexTrack() {
     std::vector<TrackIndex::Extent> extents;
     extents.reserve(slots.size());
     for (std::size_t i = 0; i < slots.size(); ++i) {
-        // The slot itself has the bar line and the penalty marks that may come.
+        // The slot itself: bar line, the beginnings of its notes, and the penalty marks that may come.
         int const slot = static_cast<int>(i);
         double const centre = static_cast<double>(slot) * slotWidth;
         TrackIndex::Extent extent{centre - 0.5 * slotWidth, centre + 0.5 * slotWidth};
         for (NoteMark const& mark : slots[i]) {
-            Span const span = spanOf(mark, slot, slotWidth, noteFill);
-            extent.cover({std::min(span.start, span.end), std::max(span.start, span.end)});
+            double const end = spanOf(mark, slot, slotWidth, noteFill).end;
+            extent.cover({end, end});
         }
         extents.push_back(extent);
     }

@@ -288,6 +288,16 @@ TEST(NoteMarkDrawing, AMarkDrawsItselfInAnySlotWidth) {
     EXPECT_THAT(gl.errors(), IsEmpty());
 }
 
+TEST(NoteMarkDrawing, APenaltyMarkDrawsItselfWithoutFading) {
+    RecordingGL const gl;
+    Song::NoteMark mark(noteC, 1);
+    mark.hit = true;
+    mark.wrong = true;
+    mark.draw(0, 1.0f, 0.8f);
+    EXPECT_EQ(mark.brightness, 1.0f);
+    EXPECT_THAT(gl.lines(), SizeIs(2));
+}
+
 TEST(NoteHeight, IsTheFloatNearestTwoSeventhsTimesTheNote) {
     for (int note = 0; note < 7; ++note) {
         EXPECT_EQ(Song::getNoteHeight(note), 0.2857143f * static_cast<float>(note));
