@@ -169,7 +169,8 @@ FalseNotes falseNotes(Recording const& recording, Listener& listener) {
         result.share += std::find(heard.begin(), heard.end(), true) != heard.end() ? 1.0 : 0.0;
         for (std::size_t note = 0; note < heard.size(); ++note) {
             result.perMinute += heard[note] && !before[note] ? 1.0 : 0.0;
-            bool const isLong = held.downCount(static_cast<int>(note)) > static_cast<float>(penaltyHoldSeconds);
+            bool const isLong =
+                held.downCount(static_cast<int>(note)) > static_cast<float>(penaltyHoldSeconds);
             result.longOnesPerMinute += isLong && !wasLong[note] ? 1.0 : 0.0;
             wasLong[note] = isLong;
         }

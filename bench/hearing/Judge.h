@@ -16,8 +16,9 @@ struct Hearing {
     double wrong = 0.0;
     double peerRight = 0.0;
     double peerWrong = 0.0;
-    std::optional<double> latencySeconds;  ///< from the attack to the first frame with the note; none if never
-    double tailSeconds = 0.0;              ///< from the end of the note to the last frame with it
+    std::optional<double>
+        latencySeconds;        ///< from the attack to the first frame with the note; none if never
+    double tailSeconds = 0.0;  ///< from the end of the note to the last frame with it
 };
 
 Hearing judge(Take const& take, Recording const& recording, Listener& listener);
@@ -46,9 +47,9 @@ bool isDry(Heard const& heard);
 
 /// What is heard in a room where nobody plays.
 struct FalseNotes {
-    double perMinute = 0.0;         ///< notes that begin
+    double perMinute = 0.0;          ///< notes that begin
     double longOnesPerMinute = 0.0;  ///< of those, held long enough to cost a penalty
-    double share = 0.0;             ///< of the frames with any note
+    double share = 0.0;              ///< of the frames with any note
 };
 
 FalseNotes falseNotes(Recording const& recording, Listener& listener);

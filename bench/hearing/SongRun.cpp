@@ -13,31 +13,15 @@ constexpr double slotSeconds = 0.5;
 /// Song time 0, the middle of slot 0, in the sound of a performance.
 constexpr double originSeconds = 1.0;
 constexpr double afterwardsSeconds = 0.5;
-constexpr std::size_t detachedSongStep = 5;
 constexpr double pointsPerSlot = 100.0;
 
 constexpr std::array<int, 7> semitonesAboveC = {0, 2, 4, 5, 7, 9, 11};
 
-bool soundsInto(Song const& song, std::size_t slot) {
-    for (std::size_t earlier = 0; earlier < slot; ++earlier) {
-        for (Song::NoteMark const& mark : song.getSlots()[earlier]) {
-            if (earlier + static_cast<std::size_t>(mark.length) == slot) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
 void countWhatCanBeReached(ShippedSong& shipped) {
-    std::vector<std::vector<Song::NoteMark>> const& slots = shipped.song->getSlots();
-    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
-        for (Song::NoteMark const& mark : slots[slot]) {
+    for (std::vector<Song::NoteMark> const& slot : shipped.song->getSlots()) {
+        for (Song::NoteMark const& mark : slot) {
             ++shipped.notes;
             shipped.bestScore += pointsPerSlot * mark.length;
-        }
-        if (!slots[slot].empty() && soundsInto(*shipped.song, slot)) {
-            ++shipped.changes;
         }
     }
 }

@@ -16,8 +16,7 @@ struct ShippedSong {
     std::string path;
     std::shared_ptr<Song const> song;  ///< as it was loaded
     int notes = 0;                     ///< that can be awarded
-    int changes = 0;  ///< notes that begin as another one ends, at which the old one can cost a penalty
-    double bestScore = 0.0;  ///< 100 points for every slot of every note
+    double bestScore = 0.0;            ///< 100 points for every slot of every note
 };
 
 /// The songs of the listing under `dataFolder`, in its order. Throws std::runtime_error for one that does not
@@ -32,6 +31,7 @@ struct Piece {
 };
 
 constexpr double detachedGapSeconds = 0.12;
+constexpr std::size_t detachedSongStep = 5;  ///< every so manieth song is played detached too
 
 /// All performances of a player, always in the same order: every song in every octave that it has whole, each
 /// note at full length; then every fifth song once more, detached. Of the voices only the two that sing "ah"

@@ -59,7 +59,8 @@ Candidate changed(std::string const& name, std::string const& what, Change const
 
 std::vector<Candidate> ruledCandidates() {
     std::vector<Candidate> candidates;
-    candidates.push_back({"pitches", "the equal-tempered naturals A2 to C7 as they are", equalTemperedPitches()});
+    candidates.push_back(
+        {"pitches", "the equal-tempered naturals A2 to C7 as they are", equalTemperedPitches()});
     candidates.push_back({"nearest", "each line to its nearest semitone, up to C7", nearestSemitones()});
     candidates.push_back(changed("no harmonics", "the model, nothing above 1008 Hz",
                                  [](TableModel& m) { m.lowestHarmonicPitch = 200; }));

@@ -1,0 +1,109 @@
+// What the page says about the note tables that were tried, and how good any table could be.
+
+#include <cstddef>
+#include <cstdio>
+
+#include "bench/hearing/Page.h"
+#include "bench/hearing/Tables.h"
+
+namespace {
+
+using Rows = std::vector<std::vector<std::string>>;
+
+constexpr double aheadSeconds = 0.08;
+constexpr double searchedWrongWeights[] = {0.1, 0.3, 0.5, 1.0, 2.0, 5.0};
+constexpr double trainedWrongWeight = 0.5;
+
+bool isReference(Heard const& heard) {
+    return heard.place < instrumentCount() && isDry(heard) && isNatural(heard);
+}
+
+Which referenceOf(bool tunedOn, int octave) {
+    return [=](Heard const& heard) {
+        return isReference(heard) && isTunedOn(heard.place) == tunedOn &&
+               (octave == 0 || octaveOf(heard.take.pitches.front()) == octave);
+    };
+}
+
+std::string decimals(double value, char const* format) {
+    char text[32];
+    std::snprintf(text, sizeof text, format, value);
+    return text;
+}
+
+std::string songCell(SongMean const& mean) {
+    return percent(mean.awards) + " / " + decimals(mean.penaltiesPer39, "%.1f") + " / " + percent(mean.score);
+}
+
+bool isPlainTake(Take const& take) {
+    return take.trial == Trial::plain && !take.touch.room;
+}
+
+std::vector<std::string> candidateRow(Archive const& archive, Candidate const& candidate,
+                                      std::vector<ShippedSong> const& songs) {
+    Listener listener(candidate.text);
+    std::vector<Heard> const heard = archive.takes(listener, isPlainTake);
+    std::vector<Played> const played = archive.pieces(listener, {aheadSeconds}, false);
+    std::vector<std::string> row = {candidate.what};
+    for (bool const tunedOn : {true, false}) {
+        row.push_back(rightWrong(meanOf(heard, referenceOf(tunedOn, 0))));
+        row.push_back(rightWrong(meanOf(heard, referenceOf(tunedOn, 5))));
+    }
+    row.push_back(percent(meanOf(heard, [](Heard const& one) {
+                              return one.place < instrumentCount() && !isNatural(one);
+                          }).hearing.wrong));
+    for (bool const tunedOn : {true, false}) {
+        row.push_back(songCell(songMeanOf(played, songs, 0, [tunedOn](Played const& one) {
+            return one.place < instrumentCount() && isTunedOn(one.place) == tunedOn;
+        })));
+    }
+    return row;
+}
+
+BinMapSearch searchOver(Archive const& archive, bool tunedOn, int octave) {
+    BinMapSearch search;
+    archive.forEachPlainTake(tunedOn, [&](Take const& take, Recording const& recording) {
+        if (octave == 0 || octaveOf(take.pitches.front()) == octave) {
+            search.add(take, recording);
+        }
+    });
+    return search;
+}
+
+/// The best maps for exactly the notes they are judged on, from "right at any price" to "nothing wrong".
+std::string bestMaps(Archive const& archive, BinMap const& shipped, bool tunedOn) {
+    Rows rows;
+    for (double const weight : searchedWrongWeights) {
+        std::vector<std::string> row = {decimals(weight, "%.1f")};
+        for (int const octave : {0, 5}) {
+            Listener listener(tableText(searchOver(archive, tunedOn, octave).best(shipped, weight)));
+            row.push_back(
+                rightWrong(meanOf(archive.takes(listener, isPlainTake), referenceOf(tunedOn, octave))));
+        }
+        rows.push_back(row);
+    }
+    return markdownTable({"a wrong frame costs as much as so many right ones give", "C3 to B5", "C5 to B5"},
+                         rows);
+}
+
+}  // namespace
+
+void addTableFigures(Archive const& archive, std::string const& shippedTable,
+                     std::vector<ShippedSong> const& songs, Figures& figures) {
+    BinMap const shipped = binMapOf(shippedTable);
+    std::vector<Candidate> candidates = ruledCandidates();
+    candidates.push_back({"trained", "the best map found for the tuned half, wrong frames weighing 0.5",
+                          tableText(searchOver(archive, true, 0).best(shipped, trainedWrongWeight))});
+    candidates.push_back({"shipped", "**the table that comes with the game**", shippedTable});
+
+    Rows rows;
+    for (Candidate const& candidate : candidates) {
+        rows.push_back(candidateRow(archive, candidate, songs));
+    }
+    figures["tables candidates"] = markdownTable(
+        {"table", "tuned half, C3 to B5", "tuned half, C5 to B5", "other half, C3 to B5",
+         "other half, C5 to B5", "sharps heard as naturals", "songs, tuned half", "songs, other half"},
+        rows);
+    figures["tables best other half"] = bestMaps(archive, shipped, false);
+    figures["tables best tuned half"] = bestMaps(archive, shipped, true);
+}
