@@ -47,8 +47,8 @@ public:
     /// `descender()` * `scaleY`, `boxHeight` upwards, in world units: what is outside is cut off, in the
     /// middle of a glyph too. A width or height that is not positive sets no limit in its direction.
     ///
-    /// Depth test, stencil and scissor apply as the caller has set them; lighting, alpha test, culling and
-    /// fragment programs do not. All OpenGL state is left as it was.
+    /// Depth test, stencil and scissor apply as the caller has set them, and no depth is written; lighting,
+    /// alpha test, culling and fragment programs do not apply. All OpenGL state is left as it was.
     float drawString(const char* text, float& x, float& y, float scaleX, float scaleY, float boxWidth,
                      float boxHeight);
 

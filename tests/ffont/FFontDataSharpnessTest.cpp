@@ -125,6 +125,23 @@ TEST_P(FFontDataSharpness, DriftingTextFollowsInSmallSteps) {
     }
 }
 
+TEST_P(FFontDataSharpness, RisingTextFollowsInSmallSteps) {
+    const WorldView view(gl);
+    const double start = gl.height() / 2.0;
+    // The ink of the uppermost grey row makes its edge finer than whole rows.
+    const auto top = [&](double rowPx) {
+        const auto image = drawn(gl, face, "H", 0.0F, view.yOf(rowPx), 0.5F, 0.5F);
+        const InkBox solid = inkBox(image, 250);
+        const int column = solid.left;
+        return solid.top - inkAt(image, column, solid.top - 1) / 255.0;
+    };
+    const double atRest = top(start);
+    for (int step = 0; step <= 32; ++step) {
+        const double rise = step / 16.0;
+        EXPECT_NEAR(atRest - top(start - rise), rise, 0.15) << "rise " << rise;
+    }
+}
+
 TEST_P(FFontDataSharpness, SpacingIsEven) {
     const WorldView view(gl);
     // Stems of one kind at equal distances: none may stand more than a quarter of a pixel off.

@@ -24,8 +24,7 @@ void require(bool done, const char* step) {
 // One display for the process, never terminated: that would unload the driver, and with it all that points to
 // the driver's own memory, which would then count as leaked.
 EGLDisplay openDisplay() {
-    const EGLDisplay display =
-        eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+    EGLDisplay display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
     require(display != EGL_NO_DISPLAY, "opening the surfaceless display");
     require(eglInitialize(display, nullptr, nullptr), "initialising EGL");
     return display;
@@ -53,7 +52,7 @@ EGLConfig chooseConfig(EGLDisplay display) {
 OffscreenGL::OffscreenGL(int width, int height) : widthPx(width), heightPx(height), display(openDisplay()) {
     try {
         require(eglBindAPI(EGL_OPENGL_API), "binding desktop OpenGL");
-        const EGLConfig config = chooseConfig(display);
+        EGLConfig config = chooseConfig(display);
         const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
         surface = eglCreatePbufferSurface(display, config, size);
         require(surface != EGL_NO_SURFACE, "creating the surface");
