@@ -180,6 +180,19 @@ TEST_F(FFontDataDrawing, TheBoxCutsTurnedTextInItsOwnPlane) {
     EXPECT_EQ(inkBox(cut).bottom, inkBox(whole).bottom);
 }
 
+TEST_F(FFontDataDrawing, LettersAcrossTheWindowsEdgesShowTheirPartInside) {
+    const auto inside = drawn(gl, face, "M", view.xOf(100), view.yOf(240), 2.0F, 2.0F);
+    const InkBox ink = inkBox(inside);
+    const double half = inkPixels(inside, ink.left, ink.left + ink.width() / 2);
+    const double originToMiddle = ink.left + ink.width() / 2 - 100;
+    const auto left = drawn(gl, face, "M", view.xOf(-originToMiddle), view.yOf(240), 2.0F, 2.0F);
+    EXPECT_NEAR(inkPixels(left), half, 0.1 * half);
+    const auto right = drawn(gl, face, "M", view.xOf(640 - originToMiddle), view.yOf(240), 2.0F, 2.0F);
+    EXPECT_NEAR(inkPixels(right), half, 0.1 * half);
+    EXPECT_FALSE(inkBox(drawn(gl, face, "M", view.xOf(100), view.yOf(480 + 10), 2.0F, 2.0F)).empty());
+    EXPECT_FALSE(inkBox(drawn(gl, face, "j", view.xOf(100), view.yOf(-2), 2.0F, 2.0F)).empty());
+}
+
 TEST_F(FFontDataDrawing, CutTextStillAdvancesWhole) {
     float x = 0.0F;
     float y = 0.0F;

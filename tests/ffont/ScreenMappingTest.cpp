@@ -72,7 +72,7 @@ TEST_F(ScreenMappingInContext, IdentityIsAlignedAndParallel) {
     EXPECT_FALSE(mapping.inViewport(20.0, 121.0, 30.0, 130.0));
 }
 
-TEST_F(ScreenMappingInContext, TurnedMirroredOrTiltedIsNotAligned) {
+TEST_F(ScreenMappingInContext, TurnedShearedMirroredOrTiltedIsNotAligned) {
     const WorldView view(gl);
     const auto alignedAfter = [](auto transform) {
         glPushMatrix();
@@ -87,6 +87,10 @@ TEST_F(ScreenMappingInContext, TurnedMirroredOrTiltedIsNotAligned) {
     EXPECT_FALSE(alignedAfter([] { glRotatef(180.0F, 0.0F, 0.0F, 1.0F); }));
     EXPECT_FALSE(alignedAfter([] { glRotatef(5.0F, 0.0F, 1.0F, 0.0F); }));
     EXPECT_FALSE(alignedAfter([] { glRotatef(5.0F, 1.0F, 0.0F, 0.0F); }));
+    const double alongX[] = {1, 0, 0, 0, 0.2, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    const double alongY[] = {1, 0.2, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    EXPECT_FALSE(alignedAfter([&] { glMultMatrixd(alongX); }));
+    EXPECT_FALSE(alignedAfter([&] { glMultMatrixd(alongY); }));
     EXPECT_FALSE(alignedAfter([] { glScalef(-1.0F, 1.0F, 1.0F); }));
     EXPECT_FALSE(alignedAfter([] { glScalef(1.0F, -1.0F, 1.0F); }));
     EXPECT_FALSE(alignedAfter([] { glScalef(0.0F, 0.0F, 0.0F); }));
