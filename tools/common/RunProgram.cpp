@@ -9,8 +9,6 @@
 #include <array>
 #include <cerrno>
 
-extern char** environ;
-
 namespace {
 
 // A file in memory that takes what a program writes; a pipe would have to be read while the program runs.
@@ -53,6 +51,7 @@ int waitFor(pid_t process) {
 std::optional<ProgramResult> runProgram(std::vector<std::string> const& command) {
     std::vector<std::string> words = command;
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) {
         arguments.push_back(word.data());
     }

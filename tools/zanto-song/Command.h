@@ -25,3 +25,7 @@ extern char const* const performUsage;
 /// `zanto-song render`: the song as a sound file, see renderUsage.
 int renderCommand(CommandArguments const& arguments);
 extern char const* const renderUsage;
+
+/// `zanto-song show`: the staff as a picture, see showUsage.
+int showCommand(CommandArguments const& arguments);
+extern char const* const showUsage;

@@ -13,11 +13,10 @@ struct Command {
 };
 
 std::initializer_list<Command> const commands = {
-    {"check", checkCommand, checkUsage},
-    {"render", renderCommand, renderUsage},
+    {"check", checkCommand, checkUsage},    {"render", renderCommand, renderUsage},
 #ifdef ZANTO_SONG_MORE_COMMANDS
-    {"import", importCommand, importUsage},
-    {"perform", performCommand, performUsage},
+    {"import", importCommand, importUsage}, {"perform", performCommand, performUsage},
+    {"show", showCommand, showUsage},
 #endif
 };
 

@@ -1,0 +1,107 @@
+#include <cairo/cairo-ft.h>
+#include <cairo/cairo.h>
+
+#include <cmath>
+#include <memory>
+
+#include "tools/common/Text.h"
+#include "tools/zanto-song/Page.h"
+
+namespace {
+
+constexpr double mostPixels = 32767.0;  // to a side, cairo's limit
+
+using Surface = std::unique_ptr<cairo_surface_t, void (*)(cairo_surface_t*)>;
+using Context = std::unique_ptr<cairo_t, void (*)(cairo_t*)>;
+
+// The typeface of a file, for as long as this lives.
+class Face {
+public:
+    explicit Face(std::string const& path) {
+        if (FT_Init_FreeType(&library) != 0) {
+            library = nullptr;
+        } else if (FT_New_Face(library, path.c_str(), 0, &face) != 0) {
+            face = nullptr;
+        }
+    }
+    ~Face() {
+        if (face != nullptr) {
+            FT_Done_Face(face);
+        }
+        if (library != nullptr) {
+            FT_Done_FreeType(library);
+        }
+    }
+    Face(Face const&) = delete;
+    Face& operator=(Face const&) = delete;
+
+    FT_Face get() const { return face; }
+
+private:
+    FT_Library library = nullptr;
+    FT_Face face = nullptr;
+};
+
+void choose(cairo_t* context, Face const& face) {
+    if (face.get() == nullptr) {
+        cairo_select_font_face(context, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+        return;
+    }
+    cairo_font_face_t* const chosen = cairo_ft_font_face_create_for_ft_face(face.get(), 0);
+    cairo_set_font_face(context, chosen);
+    cairo_font_face_destroy(chosen);
+}
+
+void drawLines(cairo_t* context, Page const& page) {
+    for (Page::Line const& line : page.lines) {
+        cairo_set_source_rgb(context, line.grey, line.grey, line.grey);
+        cairo_set_line_width(context, line.width);
+        cairo_move_to(context, line.x1, line.y1);
+        cairo_line_to(context, line.x2, line.y2);
+        cairo_stroke(context);
+    }
+}
+
+void drawTexts(cairo_t* context, Page const& page) {
+    for (Page::Text const& text : page.texts) {
+        std::string const clean = cleanUtf8(text.text);
+        cairo_set_font_size(context, text.size);
+        cairo_text_extents_t extents{};
+        cairo_text_extents(context, clean.c_str(), &extents);
+        double const share =
+            text.anchor == Page::Anchor::start ? 0.0 : (text.anchor == Page::Anchor::end ? 1.0 : 0.5);
+        cairo_set_source_rgb(context, text.grey, text.grey, text.grey);
+        cairo_move_to(context, text.x - share * extents.x_advance, text.baseline);
+        cairo_show_text(context, clean.c_str());
+    }
+}
+
+}  // namespace
+
+std::string writePng(Page const& page, double pixelsPerMillimetre, std::string const& facePath,
+                     std::string const& path) {
+    double const width = std::ceil(page.width * pixelsPerMillimetre);
+    double const height = std::ceil(page.height * pixelsPerMillimetre);
+    if (width > mostPixels || height > mostPixels) {
+        return "the song is too long for one PNG picture; SVG has no such limit";
+    }
+    // Longer than the context, whose font refers to it.
+    Face const face(facePath);
+    Surface const surface(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(width), static_cast<int>(height)),
+        cairo_surface_destroy);
+    {
+        Context const context(cairo_create(surface.get()), cairo_destroy);
+        cairo_set_source_rgb(context.get(), page.background, page.background, page.background);
+        cairo_paint(context.get());
+        cairo_scale(context.get(), pixelsPerMillimetre, pixelsPerMillimetre);
+        choose(context.get(), face);
+        drawLines(context.get(), page);
+        drawTexts(context.get(), page);
+        if (cairo_status_t const status = cairo_status(context.get()); status != CAIRO_STATUS_SUCCESS) {
+            return cairo_status_to_string(status);
+        }
+    }
+    cairo_status_t const status = cairo_surface_write_to_png(surface.get(), path.c_str());
+    return status == CAIRO_STATUS_SUCCESS ? "" : cairo_status_to_string(status);
+}

@@ -1,0 +1,74 @@
+#include "tools/common/Text.h"
+#include "tools/zanto-song/Page.h"
+
+namespace {
+
+std::string number(double value) {
+    std::string text = fixed(value, 3);
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.') {
+        text.pop_back();
+    }
+    return text;
+}
+
+std::string color(double grey) {
+    std::string const share = number(100.0 * grey) + "%";
+    return "rgb(" + share + "," + share + "," + share + ")";
+}
+
+std::string escaped(std::string const& text) {
+    std::string safe;
+    for (char const letter : cleanUtf8(text)) {
+        switch (letter) {
+            case '&':
+                safe += "&amp;";
+                break;
+            case '<':
+                safe += "&lt;";
+                break;
+            case '>':
+                safe += "&gt;";
+                break;
+            default:
+                // XML has no place for other control characters, not even escaped.
+                safe += static_cast<unsigned char>(letter) < 0x20 ? ' ' : letter;
+        }
+    }
+    return safe;
+}
+
+char const* nameOf(Page::Anchor anchor) {
+    switch (anchor) {
+        case Page::Anchor::start:
+            return "start";
+        case Page::Anchor::middle:
+            return "middle";
+        case Page::Anchor::end:
+            return "end";
+    }
+    return "";
+}
+
+}  // namespace
+
+std::string toSvg(Page const& page) {
+    std::string const size = number(page.width) + " " + number(page.height);
+    std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + number(page.width) +
+                      "mm\" height=\"" + number(page.height) + "mm\" viewBox=\"0 0 " + size +
+                      "\" role=\"img\">\n";
+    svg += "<title>" + escaped(page.title) + "</title>\n<desc>" + escaped(page.description) + "</desc>\n";
+    svg += "<rect width=\"100%\" height=\"100%\" fill=\"" + color(page.background) + "\"/>\n<g>\n";
+    for (Page::Line const& line : page.lines) {
+        svg += "<line x1=\"" + number(line.x1) + "\" y1=\"" + number(line.y1) + "\" x2=\"" + number(line.x2) +
+               "\" y2=\"" + number(line.y2) + "\" stroke=\"" + color(line.grey) + "\" stroke-width=\"" +
+               number(line.width) + "\"/>\n";
+    }
+    svg += "</g>\n<g font-family=\"'Bitstream Vera Sans', 'DejaVu Sans', Verdana, sans-serif\">\n";
+    for (Page::Text const& text : page.texts) {
+        svg += "<text x=\"" + number(text.x) + "\" y=\"" + number(text.baseline) + "\" font-size=\"" +
+               number(text.size) + "\" text-anchor=\"" + nameOf(text.anchor) + "\" fill=\"" +
+               color(text.grey) + "\">" + escaped(text.text) + "</text>\n";
+    }
+    return svg + "</g>\n</svg>\n";
+}
