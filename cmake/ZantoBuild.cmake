@@ -16,7 +16,7 @@ target_include_directories(zanto_options INTERFACE "${PROJECT_SOURCE_DIR}")
 # Contraction off: a fused multiply-add rounds once where the arithmetic of the analysis rounds twice.
 target_compile_options(zanto_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
-target_compile_definitions(zanto_options INTERFACE GL_GLEXT_PROTOTYPES BOOST_BIND_NO_PLACEHOLDERS)
+target_compile_definitions(zanto_options INTERFACE GL_GLEXT_PROTOTYPES)
 
 if(ZANTO_SANITIZE)
   add_compile_options(-fsanitize=${ZANTO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
