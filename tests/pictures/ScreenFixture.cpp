@@ -1,0 +1,160 @@
+#include "tests/pictures/ScreenFixture.h"
+
+#include <GL/gl.h>
+
+#include <map>
+
+namespace {
+
+constexpr double leadInSeconds = 2.0;
+constexpr double frameSeconds = 0.01;
+constexpr double loud = 0.2;  // amplitude of one note
+
+/// Middles of bins, in Hz, an octave above middle C.
+const std::map<char, double>& pitches() {
+    static const std::map<char, double> hertz = {{'C', 515.625}, {'D', 585.9375},  {'E', 656.25},
+                                                 {'F', 703.125}, {'G', 785.15625}, {'A', 878.90625},
+                                                 {'B', 984.375}};
+    return hertz;
+}
+
+const char* const noteTable = "C 1 515.6\nD 1 585.9\nE 1 656.2\nF 1 703.1\nG 1 785.2\nA 1 878.9\nB 1 984.4\n";
+
+/// Sixteen slots with notes of all lengths, a chord and rests.
+const char* const songText = "120 4\nC\nD\nE2\n\nG\nA\nB\nC\nC E G\n\nA3\n\n\nG\nE\nC2\n";
+constexpr double songEndSeconds = 9.4;
+
+/// What sounds from a time of the song on: hits, a wrong note in slot 4, nothing in slot 6.
+const std::vector<std::pair<double, std::string>>& performance() {
+    static const std::vector<std::pair<double, std::string>> turns = {
+        {-0.3, "C"}, {0.2, ""}, {0.28, "D"}, {0.7, ""}, {0.78, "E"},   {1.7, ""}, {1.78, "F"}, {2.25, ""},
+        {2.3, "A"},  {2.7, ""}, {3.3, "C"},  {3.7, ""}, {3.78, "CEG"}, {4.2, ""}, {4.8, "A"},  {6.2, ""},
+        {6.3, "G"},  {6.7, ""}, {6.8, "D"},  {7.2, ""}, {7.3, "C"},    {8.2, ""}};
+    return turns;
+}
+
+/// Names as they occur: short, long, accented, and too long for any list.
+std::string listing(int songs) {
+    static const std::vector<std::string> names = {
+        "First_notes", "Hänschen_klein", "Frère_Jacques", "Row_row_row_your_Boat",
+        "The_very_long_name_of_a_song_that_nobody_remembers_in_full_and_that_fits_no_list_at_all"};
+    std::string text;
+    for (int i = 0; i < songs; ++i) {
+        const std::string& name = names[static_cast<std::size_t>(i) % names.size()];
+        text += name + " song" + std::to_string(i) + ".txt\n";
+    }
+    return text;
+}
+
+}  // namespace
+
+const std::vector<std::string>& ScreenFixture::screens() {
+    static const std::vector<std::string> names = {"title",        "chooser-few",   "chooser-many",
+                                                   "chooser-none", "song-start",    "song-middle",
+                                                   "song-end",     "panel-silence", "panel-chord"};
+    return names;
+}
+
+void ScreenFixture::supply(const std::filesystem::path& data) {
+    WinFixture::supply(data);
+    folder->write("notes.txt", noteTable);
+    folder->write("Songs/pictures.txt", songText);
+    folder->write("Songs/listing.txt", listing(songs));
+}
+
+void ScreenFixture::show(const std::string& screen) {
+    const std::map<std::string, int> shelves = {{"chooser-few", 3}, {"chooser-many", 24}};
+    const auto shelf = shelves.find(screen);
+    songs = shelf == shelves.end() ? 0 : shelf->second;
+    WinFixture::SetUp();
+    ASSERT_NE(win, nullptr);
+
+    if (screen == "title") {
+        fullSize();
+    } else if (screen == "song-start") {
+        song(-1.0);
+    } else if (screen == "song-middle") {
+        song(4.1);
+    } else if (screen == "song-end") {
+        song(songEndSeconds);
+    } else if (screen == "panel-silence") {
+        spectrumPanel(false);
+    } else if (screen == "panel-chord") {
+        spectrumPanel(true);
+    } else {
+        openChooser();
+    }
+}
+
+void ScreenFixture::openChooser() {
+    frame();
+    click(*widgets::in<wt::wtButton>("Options", "New Game"));
+    frame();
+    if (songs > 0) {
+        const auto* list = widgets::in<wt::wtListBox>("Play Song", "List");
+        const tavi::Vec2<float> corner = list->origin();
+        const wt::Rect row = list->rowRect(1);
+        const float x = corner.x + row.x + row.w / 3.0f;
+        const float y = corner.y + row.y + row.h / 2.0f;
+        widgets::click({static_cast<int>((x + 1.0f) / 2.0f * static_cast<float>(screenWidth)),
+                        static_cast<int>((1.0f - y) / 2.0f * static_cast<float>(screenHeight))});
+    }
+    constexpr int framesToSettle = 30;
+    frames(framesToSettle);
+    fullSize();
+}
+
+void ScreenFixture::song(double seconds) {
+    small();
+    win->playSong("pictures.txt");
+    auto turn = performance().begin();
+    for (double now = -leadInSeconds; now < seconds; now += frameSeconds) {
+        for (; turn != performance().end() && turn->first <= now; ++turn) {
+            hear(turn->second);
+        }
+        frame();
+    }
+    fullSize();
+}
+
+void ScreenFixture::spectrumPanel(bool chord) {
+    small();
+    win->playSong("pictures.txt");
+    fakeglut::state().keyboard('f', 0, 0);
+    hear(chord ? "CEG" : "");
+    constexpr int framesToSettle = 30;
+    frames(framesToSettle);
+    fullSize();
+}
+
+void ScreenFixture::small() {
+    constexpr int width = 64;   // pixels
+    constexpr int height = 48;  // pixels
+    fakeglut::state().width = width;
+    fakeglut::state().height = height;
+    fakeglut::state().reshape(width, height);
+}
+
+void ScreenFixture::fullSize() {
+    fakeglut::state().width = screenWidth;
+    fakeglut::state().height = screenHeight;
+    fakeglut::state().reshape(screenWidth, screenHeight);
+    constexpr int framesToLook = 2;
+    frames(framesToLook);
+}
+
+void ScreenFixture::hear(const std::string& notes) {
+    if (notes == sounding) {
+        return;
+    }
+    sounding = notes;
+    constexpr double wholeBuffer = 0.5;  // seconds
+    std::vector<float> mixed = scriptedaudio::tone(0.0, 0.0, wholeBuffer);
+    for (const char note : notes) {
+        const std::vector<float> tone = scriptedaudio::tone(pitches().at(note), loud, wholeBuffer);
+        for (std::size_t i = 0; i < mixed.size(); ++i) {
+            mixed[i] += tone[i];
+        }
+    }
+    scriptedaudio::speak(*audio, mixed);
+}
