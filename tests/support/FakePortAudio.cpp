@@ -55,9 +55,28 @@ PaDeviceIndex Pa_GetDefaultInputDevice() {
 
 PaDeviceInfo const* Pa_GetDeviceInfo(PaDeviceIndex device) {
     static PaDeviceInfo info{};
+    info.name = "fake microphone";
+    info.maxInputChannels = 2;
+    info.defaultSampleRate = 44100.0;
     info.defaultLowInputLatency = state().defaultLowInputLatency;
     bool const known = device >= 0 && device == state().defaultInputDevice && state().deviceInfoKnown;
     return known ? &info : nullptr;
+}
+
+PaDeviceIndex Pa_GetDeviceCount() {
+    return state().defaultInputDevice + 1;
+}
+
+PaHostApiInfo const* Pa_GetHostApiInfo(PaHostApiIndex) {
+    static PaHostApiInfo info{};
+    info.name = "fake host";
+    return &info;
+}
+
+PaError Pa_IsFormatSupported(PaStreamParameters const* input, PaStreamParameters const*, double sampleRate) {
+    state().inputParameters = *input;
+    state().sampleRate = sampleRate;
+    return state().formatError;
 }
 
 PaError Pa_OpenStream(PaStream** stream, PaStreamParameters const* input, PaStreamParameters const* output,

@@ -20,6 +20,7 @@ struct State {
     bool deviceInfoKnown = true;             ///< false: the device exists and nothing is known of it
     PaTime defaultLowInputLatency = 0.0125;  ///< seconds
 
+    PaError formatError = paNoError;  ///< of asking whether a format is supported
     PaError openError = paNoError;
     PaError startError = paNoError;
     PaError stopError = paNoError;

@@ -96,7 +96,7 @@ bool MidiListing::read(std::string const& listing, std::string& problem) {
             std::string text;
             if (event.rfind("Meta Text", 0) == 0 && std::getline(lines, text)) {
                 text = text.substr(std::min(text.find('<') + 1, text.size()));
-                text = text.substr(0, text.rfind('>'));
+                text.resize(std::min(text.rfind('>'), text.size()));
             }
             readEvent(ticks, event, text);
         }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <portaudio.h>
+
+#include "audio/AudioInput.h"
+#include "tools/zanto-mic/Microphone.h"
+
+/// The real microphone: PortAudio's devices, and the game's own audio input. What sound systems print while
+/// they look for devices is dropped.
+class GameMicrophone : public Microphone {
+public:
+    GameMicrophone();
+    ~GameMicrophone() override;
+
+    std::vector<InputDevice> devices() override;
+    bool start(std::string& problem) override;
+    boost::shared_ptr<RingBuffer const> samples() override;
+    void wait(double seconds) override;
+
+private:
+    boost::shared_ptr<AudioInput> input;
+    bool isSessionOpen;  ///< a session of PortAudio's besides the input's own
+};
+
+/// What an error of PortAudio's means for a player, and what to do about it.
+std::string adviceFor(PaError error);
