@@ -44,5 +44,5 @@ function(zanto_test name)
   gtest_discover_tests(${name}_tests
     DISCOVERY_MODE PRE_TEST
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}/data"
-    PROPERTIES LABELS "${test_LABELS}" TIMEOUT 120)
+    PROPERTIES LABELS "${test_LABELS}" TIMEOUT 600)
 endfunction()
