@@ -101,3 +101,12 @@ SongMean songMeanOf(std::vector<Played> const& all, std::vector<ShippedSong> con
     }
     return mean;
 }
+
+bool isMelody(ShippedSong const& song) {
+    for (std::vector<Song::NoteMark> const& slot : song.song->getSlots()) {
+        if (slot.size() > 1) {
+            return false;
+        }
+    }
+    return true;
+}

@@ -46,3 +46,6 @@ struct SongMean {
 
 SongMean songMeanOf(std::vector<Played> const& all, std::vector<ShippedSong> const& songs, std::size_t timing,
                     std::function<bool(Played const&)> const& which);
+
+/// Whether no two notes of the song begin together.
+bool isMelody(ShippedSong const& song);

@@ -177,6 +177,13 @@ void addNoteFigures(Archive const& archive, std::string const& shippedTable, Fig
     figures["notes noise"] = noises(all);
     figures["notes nobody"] = quietRooms(archive, listener);
     figures["notes takes"] = std::to_string(all.size());
+    for (int const octave : {0, 5}) {
+        Which const asked = octave == 0 ? Which(isReference) : both(isReference, inOctave(octave));
+        std::string const suffix = octave == 0 ? "" : " top";
+        figures["notes all" + suffix] = rightWrong(meanOf(all, asked));
+        figures["notes other half" + suffix] =
+            rightWrong(meanOf(all, both(asked, [](Heard const& heard) { return !isTunedOn(heard.place); })));
+    }
     Mean const reference = meanOf(all, isReference);
     figures["notes latency"] = milliseconds(reference.hearing.latencySeconds.value_or(0.0));
     figures["notes never"] = percent(reference.never);

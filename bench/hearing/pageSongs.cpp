@@ -43,15 +43,6 @@ WhichPlayed full(int octave) {
     };
 }
 
-bool isMelody(ShippedSong const& song) {
-    for (std::vector<Song::NoteMark> const& slot : song.song->getSlots()) {
-        if (slot.size() > 1) {
-            return false;
-        }
-    }
-    return true;
-}
-
 std::string songTable(std::vector<Played> const& all, std::vector<ShippedSong> const& songs,
                       std::size_t timing) {
     Rows rows;

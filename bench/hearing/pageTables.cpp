@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <utility>
 
 #include "bench/hearing/Page.h"
 #include "bench/hearing/Tables.h"
@@ -13,6 +14,7 @@ using Rows = std::vector<std::vector<std::string>>;
 constexpr double aheadSeconds = 0.08;
 constexpr double searchedWrongWeights[] = {0.1, 0.3, 0.5, 1.0, 2.0, 5.0};
 constexpr double trainedWrongWeight = 0.5;
+constexpr int topOctave = 5;
 
 bool isReference(Heard const& heard) {
     return heard.place < instrumentCount() && isDry(heard) && isNatural(heard);
@@ -47,7 +49,7 @@ std::vector<std::string> candidateRow(Archive const& archive, Candidate const& c
     std::vector<std::string> row = {candidate.what};
     for (bool const tunedOn : {true, false}) {
         row.push_back(rightWrong(meanOf(heard, referenceOf(tunedOn, 0))));
-        row.push_back(rightWrong(meanOf(heard, referenceOf(tunedOn, 5))));
+        row.push_back(rightWrong(meanOf(heard, referenceOf(tunedOn, topOctave))));
     }
     row.push_back(percent(meanOf(heard, [](Heard const& one) {
                               return one.place < instrumentCount() && !isNatural(one);
@@ -75,7 +77,7 @@ std::string bestMaps(Archive const& archive, BinMap const& shipped, bool tunedOn
     Rows rows;
     for (double const weight : searchedWrongWeights) {
         std::vector<std::string> row = {decimals(weight, "%.1f")};
-        for (int const octave : {0, 5}) {
+        for (int const octave : {0, topOctave}) {
             Listener listener(tableText(searchOver(archive, tunedOn, octave).best(shipped, weight)));
             row.push_back(
                 rightWrong(meanOf(archive.takes(listener, isPlainTake), referenceOf(tunedOn, octave))));
@@ -84,6 +86,39 @@ std::string bestMaps(Archive const& archive, BinMap const& shipped, bool tunedOn
     }
     return markdownTable({"a wrong frame costs as much as so many right ones give", "C3 to B5", "C5 to B5"},
                          rows);
+}
+
+/// What melodies earn in the top octave with the best maps for its notes, all instruments together.
+std::string bestMapsInSongs(Archive const& archive, std::string const& shippedTable,
+                            std::vector<ShippedSong> const& songs) {
+    BinMapSearch search;
+    for (bool const tunedOn : {true, false}) {
+        archive.forEachPlainTake(tunedOn, [&](Take const& take, Recording const& recording) {
+            if (octaveOf(take.pitches.front()) == topOctave) {
+                search.add(take, recording);
+            }
+        });
+    }
+    std::vector<std::pair<std::string, std::string>> tables = {{"the shipped table", shippedTable}};
+    for (double const weight : searchedWrongWeights) {
+        tables.emplace_back("best map, wrong frames at " + decimals(weight, "%.1f"),
+                            tableText(search.best(binMapOf(shippedTable), weight)));
+    }
+    Rows rows;
+    for (auto const& [name, text] : tables) {
+        Listener listener(text);
+        std::vector<Played> const played = archive.pieces(listener, {aheadSeconds}, false);
+        std::vector<std::string> row = {name};
+        for (bool const withOrgan : {true, false}) {
+            row.push_back(songCell(songMeanOf(played, songs, 0, [&](Played const& one) {
+                return one.place < instrumentCount() && one.piece.octave == topOctave &&
+                       isMelody(songs[one.piece.song]) &&
+                       (withOrgan || orchestra()[one.place].name != "church organ");
+            })));
+        }
+        rows.push_back(row);
+    }
+    return markdownTable({"", "all instruments", "all but the church organ"}, rows);
 }
 
 }  // namespace
@@ -104,6 +139,7 @@ void addTableFigures(Archive const& archive, std::string const& shippedTable,
         {"table", "tuned half, C3 to B5", "tuned half, C5 to B5", "other half, C3 to B5",
          "other half, C5 to B5", "sharps heard as naturals", "songs, tuned half", "songs, other half"},
         rows);
+    figures["tables best songs"] = bestMapsInSongs(archive, shippedTable, songs);
     figures["tables best other half"] = bestMaps(archive, shipped, false);
     figures["tables best tuned half"] = bestMaps(archive, shipped, true);
 }

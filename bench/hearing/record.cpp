@@ -1,7 +1,9 @@
-// Records what the game hears of the bench's players, for zanto-hearing-page to replay.
+// Records what the game hears of the bench's players, for zanto-hearing-page to replay. Recordings that are
+// there already are kept.
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <string>
 
@@ -11,6 +13,10 @@
 namespace {
 
 constexpr char const* soundfontPath = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
+
+bool isMissing(std::string const& path) {
+    return !std::filesystem::exists(path);
+}
 
 void recordTakes(Studio& studio, Player const& player, std::string const& path) {
     std::vector<Recording> recordings;
@@ -60,13 +66,19 @@ int main(int argc, char* argv[]) {
         for (int i = 3; i < argc; ++i) {
             std::string const stem = std::string(argv[2]) + "/" + argv[i];
             if (argv[i] == std::string("nobody")) {
-                recordQuiets(stem + ".takes");
+                if (isMissing(stem + ".takes")) {
+                    recordQuiets(stem + ".takes");
+                }
                 continue;
             }
             Player const& player = orchestra().at(std::stoul(argv[i]));
-            recordTakes(studio, player, stem + ".takes");
-            recordSongs(studio, player, songs, stem + ".songs");
-            std::cerr << "recorded " << player.name << '\n';
+            if (isMissing(stem + ".takes")) {
+                recordTakes(studio, player, stem + ".takes");
+            }
+            if (isMissing(stem + ".songs")) {
+                recordSongs(studio, player, songs, stem + ".songs");
+            }
+            std::cerr << player.name << '\n';
         }
     } catch (std::exception const& error) {
         std::cerr << "zanto-hearing-record: " << error.what() << '\n';
