@@ -35,14 +35,33 @@ function(zanto_room name)
   target_link_libraries(zanto_${name} PUBLIC zanto_options ${room_PUBLIC} PRIVATE ${room_PRIVATE})
 endfunction()
 
-# zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABELS label ...])
-# One GoogleTest program, NAME_tests, run in the game's data folder; each of its cases is a CTest test.
+# Tests are compiled as they stand, what they test as the player gets it: optimising GoogleTest's templates would
+# take longer than everything else together.
+set(zanto_test_options -O0 -pthread)
+
+# The headers that most tests read, compiled once.
+function(zanto_test_headers)
+  add_library(zanto_test_headers OBJECT "${PROJECT_SOURCE_DIR}/tests/support/testHeaders.cpp")
+  target_link_libraries(zanto_test_headers PUBLIC zanto_options GTest::gmock)
+  target_precompile_headers(zanto_test_headers PRIVATE
+    <boost/bind/bind.hpp> <boost/signals2.hpp> <gmock/gmock.h> <gtest/gtest.h>)
+  target_compile_options(zanto_test_headers PRIVATE ${zanto_test_options})
+endfunction()
+
+# zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABEL label])
+# One GoogleTest program, NAME_tests, run in the game's data folder; each of its cases is a CTest test, with the
+# label "unit" if no other is given.
 function(zanto_test name)
-  cmake_parse_arguments(test "" "" "SOURCES;LINK;LABELS" ${ARGN})
+  cmake_parse_arguments(test "" "LABEL" "SOURCES;LINK" ${ARGN})
+  if(NOT test_LABEL)
+    set(test_LABEL unit)
+  endif()
   add_executable(${name}_tests ${test_SOURCES})
   target_link_libraries(${name}_tests PRIVATE ${test_LINK} GTest::gmock GTest::gtest_main)
+  target_compile_options(${name}_tests PRIVATE ${zanto_test_options})
+  target_precompile_headers(${name}_tests REUSE_FROM zanto_test_headers)
   gtest_discover_tests(${name}_tests
     DISCOVERY_MODE PRE_TEST
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}/data"
-    PROPERTIES LABELS "${test_LABELS}" TIMEOUT 600)
+    PROPERTIES LABELS ${test_LABEL} TIMEOUT 600)
 endfunction()

@@ -32,7 +32,7 @@ struct Theme {
     /// takes up no more than the largest share.
     float emShare = 1.0F / 42;
     float leastEmPx = 14;
-    float mostEmShare = 1.0F / 20;
+    float mostEmShare = 1.0F / 23;
     /// How much larger text is in a maximised window.
     float maximizedTextScale = 1.5F;
 

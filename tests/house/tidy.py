@@ -13,18 +13,24 @@ import sys
 
 
 def compile_command(build, source):
-    """(folder, words) of the command that compiles the source."""
+    """(folder, compiler, options) of the compilation of the source, without a precompiled header: clang cannot
+    read another compiler's."""
     for entry in json.loads((build / "compile_commands.json").read_text()):
         if pathlib.Path(entry["directory"], entry["file"]).resolve() == source:
-            return entry["directory"], shlex.split(entry["command"])
+            words = shlex.split(entry["command"])
+            options = words[1:words.index("-o")]
+            for place, word in enumerate(options[:-1]):
+                if word == "-include" and options[place + 1].endswith("cmake_pch.hxx"):
+                    options[place:place + 2] = []
+                    break
+            return entry["directory"], words[0], options
     sys.exit(f"{source} is not compiled in {build}")
 
 
 def digest_of(tidy, build, source):
     """What a clean finding depends on, as a hexadecimal digest; None when the source does not preprocess."""
-    folder, words = compile_command(build, source)
-    output = words.index("-o")
-    preprocess = words[:output] + ["-E", "-o", "-"] + words[output + 2:]
+    folder, compiler, options = compile_command(build, source)
+    preprocess = [compiler, *options, "-E", "-o", "-", str(source)]
     preprocessed = subprocess.run(preprocess, cwd=folder, capture_output=True, check=False)
     if preprocessed.returncode != 0:
         return None
@@ -42,7 +48,8 @@ def main(tidy, build, source):
     if digest and clean_file.exists() and clean_file.read_text() == digest:
         print("unchanged since it was found clean")
         return 0
-    status = subprocess.run([tidy, "--quiet", "-p", str(build), str(source)], check=False).returncode
+    folder, _, options = compile_command(build, source)
+    status = subprocess.run([tidy, "--quiet", str(source), "--", *options], cwd=folder, check=False).returncode
     if status == 0 and digest:
         clean_file.parent.mkdir(exist_ok=True)
         clean_file.write_text(digest)

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <boost/make_shared.hpp>
 #include <cmath>
 #include <string>
@@ -31,6 +32,8 @@ constexpr double c5Hz = 523.25;
 constexpr double cSharp5Hz = 554.37;
 constexpr double d5Hz = 587.33;
 constexpr double e5Hz = 659.26;
+
+constexpr char const* variedSong = "1 1\nC\nE\nG2\n\nC E\n\nF3\n\n\nD\nC\n";
 
 class TakeTest : public testing::Test {
 protected:
@@ -132,21 +135,20 @@ TEST_F(TakeTest, theSongMayBeginLaterInTheRecording) {
 }
 
 TEST_F(TakeTest, theScoreIsTheSumOfWhatIsTold) {
-    for (char const* name : {"twinkle_twinkle.txt", "swan_lake.txt", "evening_chords.txt"}) {
-        ASSERT_TRUE(song.load((std::string("Songs/") + name).c_str()));
-        // Played without a gap and late: with awards, misses and penalties of all kinds.
-        Take const take = play(rendered(song, {4, -0.12, 0.0}));
-        EXPECT_EQ(take.score, sumOf(take)) << name;
-        EXPECT_THAT(take.penalties, testing::Not(IsEmpty())) << name;
-    }
+    // Played late and without a gap, an octave low: with awards, misses and penalties.
+    Take const take = play(variedSong, rendered(load(variedSong), {4, -0.2, 0.0}));
+    EXPECT_EQ(take.score, sumOf(take));
+    EXPECT_THAT(take.penalties, testing::Not(IsEmpty()));
+    auto const isAwarded = [](TakenNote const& note) { return note.outcome == Outcome::awarded; };
+    EXPECT_TRUE(std::any_of(take.notes.begin(), take.notes.end(), isAwarded));
+    EXPECT_FALSE(std::all_of(take.notes.begin(), take.notes.end(), isAwarded));
 }
 
 TEST_F(TakeTest, theScoreIsWhatTheGamesOwnStepsGive) {
-    ASSERT_TRUE(song.load("Songs/twinkle_twinkle.txt"));
-    SoundRecording const recording = rendered(song, {5, -0.05, 0.05});
+    SoundRecording const recording = rendered(load(variedSong), {5, -0.05, 0.05});
     double const told = play(recording).score;
 
-    ASSERT_TRUE(song.load("Songs/twinkle_twinkle.txt"));
+    load(variedSong);
     QuietDescriptor const quiet(1);
     NoteEstimation estimation;
     auto const ring = boost::make_shared<RingBuffer>(20480u);
@@ -160,7 +162,7 @@ TEST_F(TakeTest, theScoreIsWhatTheGamesOwnStepsGive) {
         song.updateScore(score, frame / 100.0 - 2.0, estimation.getNoteState());
     }
     EXPECT_EQ(told, static_cast<double>(score.getValue()));
-    EXPECT_GT(told, 3000.0);
+    EXPECT_GT(told, 300.0);
 }
 
 TEST_F(TakeTest, aNoteThatIsNotHeldLongEnough) {
@@ -246,10 +248,10 @@ TEST_F(TakeTest, aSongWithoutSlotsGivesAnEmptyTake) {
 TEST_F(TakeTest, equalRecordingsGiveEqualReportsByteForByte) {
     std::vector<std::string> reports[2];
     for (auto& report : reports) {
-        ASSERT_TRUE(song.load("Songs/twinkle_twinkle.txt"));
-        std::vector<NamedTake> const takes = {{"a.wav", play(rendered(song, {4, -0.1, 0.0}))}};
+        SoundRecording const recording = rendered(load(variedSong), {4, -0.1, 0.0});
+        std::vector<NamedTake> const takes = {{"a.wav", play(recording)}};
         report = {textReport("s", takes), jsonReport("s", takes), csvReport("s", takes)};
     }
     EXPECT_EQ(reports[0], reports[1]);
-    EXPECT_GT(reports[0][0].size(), 2000u);
+    EXPECT_GT(reports[0][0].size(), 500u);
 }

@@ -35,7 +35,7 @@ struct Page {
 /// The page as SVG, its texts as text in a typeface like the game's.
 std::string toSvg(Page const& page);
 
-/// Writes the page as PNG, with so many pixels to a millimetre, its texts in the TrueType face at `facePath`,
-/// or in some sans serif if that cannot be read. Empty when the file was written, else what was in the way.
+/// Writes the page as PNG, with so many pixels to a millimetre, its texts in the TrueType face at `facePath`.
+/// Empty when the file was written, else what was in the way.
 std::string writePng(Page const& page, double pixelsPerMillimetre, std::string const& facePath,
                      std::string const& path);

@@ -42,12 +42,8 @@ private:
     FT_Face face = nullptr;
 };
 
-void choose(cairo_t* context, Face const& face) {
-    if (face.get() == nullptr) {
-        cairo_select_font_face(context, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-        return;
-    }
-    cairo_font_face_t* const chosen = cairo_ft_font_face_create_for_ft_face(face.get(), 0);
+void choose(cairo_t* context, FT_Face face) {
+    cairo_font_face_t* const chosen = cairo_ft_font_face_create_for_ft_face(face, 0);
     cairo_set_font_face(context, chosen);
     cairo_font_face_destroy(chosen);
 }
@@ -87,6 +83,9 @@ std::string writePng(Page const& page, double pixelsPerMillimetre, std::string c
     }
     // Longer than the context, whose font refers to it.
     Face const face(facePath);
+    if (face.get() == nullptr) {
+        return "the typeface " + facePath + " cannot be read";
+    }
     Surface const surface(
         cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(width), static_cast<int>(height)),
         cairo_surface_destroy);
@@ -95,7 +94,7 @@ std::string writePng(Page const& page, double pixelsPerMillimetre, std::string c
         cairo_set_source_rgb(context.get(), page.background, page.background, page.background);
         cairo_paint(context.get());
         cairo_scale(context.get(), pixelsPerMillimetre, pixelsPerMillimetre);
-        choose(context.get(), face);
+        choose(context.get(), face.get());
         drawLines(context.get(), page);
         drawTexts(context.get(), page);
         if (cairo_status_t const status = cairo_status(context.get()); status != CAIRO_STATUS_SUCCESS) {

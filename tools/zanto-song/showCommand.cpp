@@ -13,13 +13,14 @@
 #include "tools/zanto-song/SongPage.h"
 
 char const* const showUsage =
-    "zanto-song show FILE -o OUT.png|OUT.svg [--title TEXT] [--bars N] [--night]\n"
+    "zanto-song show FILE -o OUT.png|OUT.svg [--title TEXT] [--bars N] [--night] [--data FOLDER]\n"
     "    Draws the song's staff as the game does, for paper: in lines, with the bars' numbers and the "
     "notes'\n"
     "    names. The page is A4; a song that is too long for it makes it longer.\n"
     "    --title TEXT   instead of the song's name in the listing, or else the file's\n"
     "    --bars N       bars of four slots to a line, 2 to 16, instead of as many as fit well\n"
     "    --night        white on black, as in the game\n"
+    "    --data FOLDER  where the game's data is, if it is not found; PNG takes the typeface from there\n"
     "    Try it: zanto-song show song.txt -o song.svg\n";
 
 namespace {
@@ -63,7 +64,7 @@ std::string writeSvg(Page const& page, std::string const& path) {
 }  // namespace
 
 int showCommand(CommandArguments const& arguments) {
-    Arguments const given(arguments, {"--night"}, {"-o", "--title", "--bars"});
+    Arguments const given(arguments, {"--night"}, {"-o", "--title", "--bars", "--data"});
     if (!given.problem().empty()) {
         return fail(statusWrongUse, given.problem());
     }
@@ -91,7 +92,7 @@ int showCommand(CommandArguments const& arguments) {
         return fail(statusFailed, path + ": does not load; zanto-song check says why");
     }
     Page const page = layOut(song, style);
-    fs::path const data = findDataFolder(std::nullopt).value_or(".");
+    fs::path const data = findDataFolder(given.value("--data")).value_or(".");
     std::string const problem =
         kind == ".svg" ? writeSvg(page, out)
                        : writePng(page, pixelsPerMillimetre, (data / "Fonts" / "Vera.ttf").string(), out);
