@@ -1,0 +1,90 @@
+"""The shell completes names, options and values of all programs."""
+
+import os
+import re
+import shlex
+import subprocess
+
+import pytest
+
+from conftest import BUILD, TOOLS, run
+
+OPTION = re.compile(r"(?<![\w-])(--[a-z][a-z0-9-]+|-o)\b")
+COMMANDS = [("zanto-song", "check"), ("zanto-song", "render"), ("zanto-song", "perform"), ("zanto-song", "import"),
+            ("zanto-song", "show"), ("zanto-mic", "list"), ("zanto-mic", "level"), ("zanto-mic", "check")]
+
+# What bash does when the key is pressed at the end of a line.
+PRESS = """
+source /usr/share/bash-completion/bash_completion
+source "$1"; shift
+COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)) COMP_LINE="$*" COMP_POINT=${#COMP_LINE} COMP_TYPE=9 COMP_KEY=9
+function=$(complete -p "$1" | sed 's/.*-F \\([^ ]*\\) .*/\\1/')
+"$function" "$1" "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"
+printf '%s\\n' "${COMPREPLY[@]}"
+"""
+
+
+@pytest.fixture
+def complete(root, tmp_path):
+    """complete(WORD...): what is offered for the last word; `folder` is where, and whose home, it is asked."""
+    script = root / "usr/share/bash-completion/completions/zanto"
+    moved = tmp_path / "completion"
+    # The script asks for songs where it was configured to be installed.
+    moved.write_text(re.sub(r'"/\S+/share/games/zanto"', shlex.quote(f"{root}/usr/share/games/zanto"),
+                            script.read_text()))
+
+    def offered(*words):
+        outcome = subprocess.run(
+            ["bash", "-c", PRESS, "bash", moved, *words], capture_output=True, text=True, check=False, cwd=tmp_path,
+            env={"PATH": f"{root}/usr/bin:{os.environ['PATH']}", "HOME": str(tmp_path), "LC_ALL": "C.UTF-8"})
+        assert (outcome.returncode, outcome.stderr) == (0, "")
+        return set(outcome.stdout.split("\n")) - {""}
+
+    return offered
+
+
+def test_every_program_has_its_completion_under_its_own_name(root):
+    folder = root / "usr/share/bash-completion/completions"
+    for name in ("zanto", *TOOLS):
+        shown = run("bash", "-c", f"source {shlex.quote(str(folder / name))} && complete -p {name}")
+        assert shown.returncode == 0, shown.stdout
+
+
+def test_songs_of_the_game_and_of_the_player_are_offered_and_the_listing_is_not(complete, tmp_path):
+    own = tmp_path / ".local/share/zanto/Songs"
+    own.mkdir(parents=True)
+    for name in ("tune of mine.txt", "t$(touch expanded).txt"):
+        (own / name).touch()
+    assert complete("zanto", "t") == {"tune of mine.txt", "t$(touch expanded).txt", "twinkle_twinkle.txt"}
+    assert not (tmp_path / "expanded").exists()
+    assert "listing.txt" not in complete("zanto", "")
+    assert complete("zanto", "twinkle_twinkle.txt", "") == set()
+
+
+@pytest.mark.parametrize("tool, command", COMMANDS)
+def test_every_option_of_every_command_is_offered(complete, tool, command):
+    assert command in complete(tool, "")
+    told = run(BUILD / "tools" / tool, command, "--help").stdout.split("Try it:")[0]  # which may show others
+    known = set(OPTION.findall(told))
+    assert complete(tool, command, "-") == known | {"--help"}
+
+
+def test_options_of_programs_without_commands_are_offered(complete):
+    known = set(OPTION.findall(run(BUILD / "tools/zanto-notes", "--help").stdout))
+    assert len(known) > 4 and complete("zanto-notes", "-") == known
+
+
+def test_instruments_are_offered(complete):
+    assert "b-flat-clarinet" in complete("zanto-notes", "--instrument", "b")
+    for name in complete("zanto-song", "render", "song.txt", "--instrument", ""):
+        refused = run(BUILD / "tools/zanto-song", "render", "none.txt", "-o", "none.wav", "--instrument", name)
+        assert "--instrument" not in refused.stdout
+    assert complete("zanto-song", "render", "song.txt", "--instrument", "f") == {"flute"}
+
+
+def test_files_and_folders_are_offered_where_they_belong(complete, tmp_path):
+    (tmp_path / "song.txt").touch()
+    (tmp_path / "songs").mkdir()
+    assert complete("zanto-song", "check", "so") == {"song.txt", "songs"}
+    assert complete("zanto-mic", "check", "--data", "so") == {"songs"}
+    assert complete("zanto-song", "render", "song.txt", "--gap", "") == set()
