@@ -16,21 +16,20 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${ZANTO_HOMEPAGE}")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-if(ZANTO_SYSTEM_TYPEFACE)
-  set(CPACK_DEBIAN_PACKAGE_DEPENDS ttf-bitstream-vera)
-endif()
+set(CPACK_DEBIAN_PACKAGE_DEPENDS ttf-bitstream-vera)
 # Sheet music is read by abcmidi's programs, OpenGL brought by Mesa's drivers, desktop sound by ALSA's plugins.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "abcmidi, libasound2-plugins, libgl1-mesa-dri")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "music game that listens to what you play")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"Pick a song, watch its notes scroll past on a staff, and play them on whatever
-you have: recorder, piano, guitar, voice. Zanto listens to the microphone, hears
-which notes sound, scores what you play while you play it, and shows you the
-spectrum of your own sound.
+"Pick a song, watch its notes scroll past on a staff, and play them on
+whatever you have: recorder, piano, guitar, voice. Zanto listens to the
+microphone, hears which notes sound, scores what you play while you play it,
+and shows you the spectrum of your own sound.
 
-Twenty traditional songs come with it, and companions that check songs, render
-them as sound, grade recordings of them, import sheet music, draw songs for
-paper, and test a microphone.")
+Twenty traditional songs come with it, and companions that check songs,
+render them as sound, grade recordings of them, import sheet music, draw
+songs for paper, and test a microphone.")
 
 zanto_compressed(debian/changelog "${documents}" changelog.Debian)
+install(FILES debian/lintian-overrides DESTINATION "${CMAKE_INSTALL_DATADIR}/lintian/overrides" RENAME zanto)
 include(CPack)

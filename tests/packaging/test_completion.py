@@ -36,7 +36,7 @@ def complete(root, tmp_path):
     def offered(*words):
         outcome = subprocess.run(
             ["bash", "-c", PRESS, "bash", moved, *words], capture_output=True, text=True, check=False, cwd=tmp_path,
-            env={"PATH": f"{root}/usr/bin:{os.environ['PATH']}", "HOME": str(tmp_path), "LC_ALL": "C.UTF-8"})
+            env={"PATH": f"{root}/usr/games:{os.environ['PATH']}", "HOME": str(tmp_path), "LC_ALL": "C.UTF-8"})
         assert (outcome.returncode, outcome.stderr) == (0, "")
         return set(outcome.stdout.split("\n")) - {""}
 
