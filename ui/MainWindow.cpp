@@ -59,6 +59,11 @@ wt::GridGraphic titleBackground() {
     return grid;
 }
 
+/// A function of a plain type: signals and a function that never returns do not go together everywhere.
+void leave() {
+    std::exit(exitStatus);
+}
+
 }  // namespace
 
 MainWindow::MainWindow() : window(nullptr), newGameButton(nullptr) {
@@ -90,7 +95,7 @@ wt::wtWindow* MainWindow::createMainWindow() {
     layout->add(newGameButton, ui::plainAttributes());
     title->setLayoutManager(layout);
 
-    exitButton->connectButtonPressed(boost::bind(&std::exit, exitStatus));
+    exitButton->connectButtonPressed(boost::bind(&leave));
     newGameButton->connectButtonPressed(boost::bind(&wt::wtWindow::setShowing, title, false));
 
     title->setBackground(titleBackground());

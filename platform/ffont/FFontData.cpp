@@ -126,7 +126,7 @@ std::string FFontData::shortenString(const char* text, float scaleX, float width
     std::string start;
     for (const char* end = text; *end != '\0';) {
         const std::string candidate = start.substr(0, start.find_last_not_of(' ') + 1) + ellipsis;
-        if (measureString(candidate.c_str(), scaleX) > width) {
+        if (!(measureString(candidate.c_str(), scaleX) <= width)) {
             break;
         }
         best = candidate;

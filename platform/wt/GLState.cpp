@@ -16,13 +16,20 @@ namespace {
 /// As many fixed-function texture units as a polygon can use; the game uses one.
 constexpr int mostUnits = 4;
 
+constexpr GLenum textureTargets[] = {GL_TEXTURE_1D,       GL_TEXTURE_2D,    GL_TEXTURE_3D,
+                                     GL_TEXTURE_CUBE_MAP, GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T,
+                                     GL_TEXTURE_GEN_R,    GL_TEXTURE_GEN_Q};
+
+constexpr GLenum fragmentTests[] = {
+    GL_ALPHA_TEST,  GL_COLOR_LOGIC_OP, GL_CULL_FACE,      GL_DEPTH_TEST,      GL_FOG,          GL_LIGHTING,
+    GL_LINE_SMOOTH, GL_LINE_STIPPLE,   GL_POLYGON_SMOOTH, GL_POLYGON_STIPPLE, GL_STENCIL_TEST, GL_COLOR_SUM};
+
 void plainTextureUnits() {
     GLint units = 1;
     glGetIntegerv(GL_MAX_TEXTURE_UNITS, &units);
     for (int unit = std::min(units, mostUnits) - 1; unit >= 0; --unit) {
         glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
-        for (const GLenum target : {GL_TEXTURE_1D, GL_TEXTURE_2D, GL_TEXTURE_3D, GL_TEXTURE_CUBE_MAP,
-                                    GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T, GL_TEXTURE_GEN_R, GL_TEXTURE_GEN_Q}) {
+        for (const GLenum target : textureTargets) {
             glDisable(target);
         }
         glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
@@ -30,9 +37,7 @@ void plainTextureUnits() {
 }
 
 void plainFragments() {
-    for (const GLenum test :
-         {GL_ALPHA_TEST, GL_COLOR_LOGIC_OP, GL_CULL_FACE, GL_DEPTH_TEST, GL_FOG, GL_LIGHTING, GL_LINE_SMOOTH,
-          GL_LINE_STIPPLE, GL_POLYGON_SMOOTH, GL_POLYGON_STIPPLE, GL_STENCIL_TEST, GL_COLOR_SUM}) {
+    for (const GLenum test : fragmentTests) {
         glDisable(test);
     }
     for (GLenum plane = GL_CLIP_PLANE0; plane <= GL_CLIP_PLANE5; ++plane) {

@@ -3,6 +3,7 @@
 #include "platform/ffont/FFontData.h"
 
 #include <functional>
+#include <limits>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -148,6 +149,11 @@ TEST(FFontData, ShorteningLeavesNoBlankBeforeTheEllipsis) {
     const FFontData face(vera, 24);
     const float width = face.measureString("ab \xE2\x80\xA6", 1.0F);
     EXPECT_EQ(face.shortenString("ab WWWW", 1.0F, width), "ab\xE2\x80\xA6");
+}
+
+TEST(FFontData, NothingFitsAWidthThatIsNoNumber) {
+    const FFontData face(vera, 24);
+    EXPECT_EQ(face.shortenString("text", 1.0F, std::numeric_limits<float>::quiet_NaN()), "");
 }
 
 TEST(FFontData, WithoutAFaceShorteningHasNothingToGoBy) {

@@ -90,7 +90,7 @@ void get(GLenum name, T* values) {
         case GL_TEXTURE_MATRIX:
             return put(s.textureMatrix.back());
         case GL_VIEWPORT:
-            return put(std::array<int, 4>{0, 0, 640, 480});
+            return put(s.viewport);
         case GL_CURRENT_COLOR:
             return put(s.attributes.color);
         case GL_LINE_WIDTH:
@@ -223,6 +223,14 @@ void glDisable(GLenum capability) {
 }
 GLboolean glIsEnabled(GLenum capability) {
     return state().attributes.enabled.count(capability) != 0 ? GL_TRUE : GL_FALSE;
+}
+
+void glViewport(GLint x, GLint y, GLsizei width, GLsizei height) {
+    if (width < 0 || height < 0) {
+        state().fail(GL_INVALID_VALUE, "glViewport of a negative size");
+    } else if (state().outsideGroup("glViewport")) {
+        state().viewport = {x, y, width, height};
+    }
 }
 
 void glGenTextures(GLsizei count, GLuint* names) {

@@ -49,6 +49,7 @@ struct State {
     std::vector<RecordingGL::Matrix> modelview;
     std::vector<RecordingGL::Matrix> projection;
     std::vector<RecordingGL::Matrix> textureMatrix;
+    std::array<int, 4> viewport{0, 0, 640, 480};
     std::set<GLuint> textures;
     GLuint lastTexture = 0;
 

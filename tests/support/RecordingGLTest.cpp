@@ -122,6 +122,18 @@ TEST(RecordingGL, TakesTheCallsOfTheUtilityLibraryAndGivesMatricesBack) {
     EXPECT_FLOAT_EQ(matrix[0], 0.5f);
 }
 
+TEST(RecordingGL, GivesTheViewportBack) {
+    RecordingGL const gl;
+    int viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    EXPECT_THAT(viewport, ElementsAre(0, 0, 640, 480));
+    glViewport(1, 2, 0, 300);
+    glViewport(0, 0, -1, 5);
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    EXPECT_THAT(viewport, ElementsAre(1, 2, 0, 300));
+    EXPECT_THAT(gl.errors(), SizeIs(1));
+}
+
 TEST(RecordingGL, RefusesWhatOpenGLRefuses) {
     RecordingGL const gl;
     glBegin(GL_LINES);

@@ -1,0 +1,21 @@
+#include "tests/fuzz/MemoryFile.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include "tests/fuzz/Input.h"
+
+MemoryFile::MemoryFile()
+    : descriptor(memfd_create("fuzz", 0)), name("/proc/self/fd/" + std::to_string(descriptor)) {
+    require(descriptor >= 0, "there are files in memory");
+}
+
+MemoryFile::~MemoryFile() {
+    close(descriptor);
+}
+
+void MemoryFile::write(std::string const& contents) const {
+    bool const done = ftruncate(descriptor, 0) == 0 && pwrite(descriptor, contents.data(), contents.size(),
+                                                              0) == static_cast<ssize_t>(contents.size());
+    require(done, "a file in memory can be written");
+}

@@ -1,0 +1,84 @@
+// Any bytes as a note table: Notes::load and getKey against a plain list that is searched from end to end.
+
+#include <cmath>
+#include <limits>
+#include <optional>
+#include <sstream>
+#include <vector>
+
+#include "analysis/Notes.h"
+#include "tests/fuzz/Input.h"
+
+namespace {
+
+struct Entry {
+    float frequencyHz;
+    int note;
+};
+
+std::vector<Entry> plainTable(std::string const& text) {
+    std::istringstream in(text);
+    std::vector<Entry> table;
+    std::string name;
+    int count = 0;
+    while (in >> name && in >> count && count >= 0) {
+        float frequencyHz = 0.0f;
+        for (int i = 0; i < count && in >> frequencyHz; ++i) {
+            table.push_back({frequencyHz, Notes::nameToId(name)});
+        }
+    }
+    return table;
+}
+
+int plainKey(std::vector<Entry> const& table, float frequencyHz) {
+    std::optional<Entry> upper;
+    std::optional<Entry> lower;
+    // Of equal frequencies the later one counts.
+    for (Entry const& entry : table) {
+        if (entry.frequencyHz > frequencyHz && (!upper || entry.frequencyHz <= upper->frequencyHz)) {
+            upper = entry;
+        }
+        if (!(entry.frequencyHz > frequencyHz) && (!lower || entry.frequencyHz >= lower->frequencyHz)) {
+            lower = entry;
+        }
+    }
+    float const none = std::numeric_limits<float>::infinity();
+    float const toUpper = upper ? std::abs(upper->frequencyHz - frequencyHz) : none;
+    float const toLower = lower ? std::abs(lower->frequencyHz - frequencyHz) : none;
+    if (toUpper > toLower && toLower < 5.0f) {
+        return lower->note;
+    }
+    return toUpper < 5.0f ? upper->note : -1;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    Input input(data, size);
+    float asked[4];
+    for (float& frequencyHz : asked) {
+        frequencyHz = static_cast<float>(input.raw<std::int16_t>()) / 16.0f;
+    }
+    auto const anything = input.raw<float>();
+    std::string const text = input.text(size);
+
+    Notes notes;
+    std::istringstream in(text);
+    require(notes.load(in), "loading always succeeds");
+    std::vector<Entry> const table = plainTable(text);
+    for (float const frequencyHz : asked) {
+        require(notes.getKey(frequencyHz) == plainKey(table, frequencyHz), "the nearest note is found");
+    }
+    for (Entry const& entry : table) {
+        require(notes.getKey(entry.frequencyHz) == plainKey(table, entry.frequencyHz), "an entry is found");
+    }
+    if (std::isfinite(anything)) {
+        require(notes.getKey(anything) == plainKey(table, anything), "any number may be asked for");
+    }
+    Notes::NoteID const key = notes.getKey(std::numeric_limits<float>::quiet_NaN());
+    require(key == -1, "what is no number is no note");
+    std::istringstream again(text);
+    notes.load(again);
+    require(notes.getKey(asked[0]) == plainKey(table, asked[0]), "loading twice is loading once");
+    return 0;
+}
