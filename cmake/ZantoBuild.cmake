@@ -38,6 +38,10 @@ endfunction()
 # Tests are compiled as they stand, what they test as the player gets it: optimising GoogleTest's templates would
 # take longer than everything else together.
 set(zanto_test_options -O0 -pthread)
+if(ZANTO_SANITIZE MATCHES undefined)
+  # For the same reason its checks are for what is tested; the other sanitizers' are for the tests too.
+  list(APPEND zanto_test_options -fno-sanitize=undefined)
+endif()
 
 # The headers that most tests read, compiled once.
 function(zanto_test_headers)
@@ -48,11 +52,12 @@ function(zanto_test_headers)
   target_compile_options(zanto_test_headers PRIVATE ${zanto_test_options})
 endfunction()
 
-# zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABEL label])
+# zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABEL label] [APART])
 # One GoogleTest program, NAME_tests, run in the game's data folder; each of its cases is a CTest test, with the
-# label "unit" if no other is given.
+# label "unit" if no other is given. Under a sanitizer, where a process takes long to start, the whole program is
+# one test, unless it is APART: a process has one game window, so what opens one needs a process for each case.
 function(zanto_test name)
-  cmake_parse_arguments(test "" "LABEL" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(test "APART" "LABEL" "SOURCES;LINK" ${ARGN})
   if(NOT test_LABEL)
     set(test_LABEL unit)
   endif()
@@ -60,6 +65,11 @@ function(zanto_test name)
   target_link_libraries(${name}_tests PRIVATE ${test_LINK} GTest::gmock GTest::gtest_main)
   target_compile_options(${name}_tests PRIVATE ${zanto_test_options})
   target_precompile_headers(${name}_tests REUSE_FROM zanto_test_headers)
+  if(ZANTO_SANITIZE AND NOT test_APART)
+    add_test(NAME ${name}_tests COMMAND ${name}_tests WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}/data")
+    set_tests_properties(${name}_tests PROPERTIES LABELS ${test_LABEL} TIMEOUT 600)
+    return()
+  endif()
   gtest_discover_tests(${name}_tests
     DISCOVERY_MODE PRE_TEST
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}/data"

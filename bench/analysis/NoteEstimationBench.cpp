@@ -4,20 +4,16 @@
 #include <aubio/aubio.h>
 #include <benchmark/benchmark.h>
 #include <fftw3.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <boost/shared_ptr.hpp>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <random>
-#include <sstream>
 #include <vector>
 
 #include "analysis/NoteEstimation.h"
 #include "audio/RingBuffer.h"
-#include "bench/analysis/RatioReporter.h"
+#include "bench/support/RatioReporter.h"
 
 namespace {
 
@@ -134,22 +130,5 @@ BENCHMARK(aubioYinfft)->Unit(benchmark::kMicrosecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return EXIT_FAILURE;
-    }
-    // The analysis writes a line at each update, so it gets a standard output of its own that goes nowhere.
-    int const console = dup(STDOUT_FILENO);
-    if (console < 0 || std::freopen("/dev/null", "w", stdout) == nullptr) {
-        std::perror("analysis_bench");
-        return EXIT_FAILURE;
-    }
-    std::ostringstream report;
-    RatioReporter reporter("ownUpdate");
-    reporter.SetOutputStream(&report);
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    std::FILE* const out = fdopen(console, "w");
-    std::fputs(report.str().c_str(), out);
-    std::fclose(out);
-    return EXIT_SUCCESS;
+    return runBenchmarks(argc, argv, {{"ownUpdate", "fftwUpdate"}, {"ownUpdate", "aubioYinfft"}});
 }

@@ -1,0 +1,45 @@
+// The least program of the game's kind: a window of its size that is drawn again and again, and a recording
+// whose samples go nowhere.
+
+#include <GL/freeglut.h>
+#include <portaudio.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr double sampleRateHz = 48000.0;
+constexpr unsigned long framesPerBuffer = 1024;
+constexpr unsigned int pauseMicroseconds = 10000;
+
+int ignore(void const*, void*, unsigned long, PaStreamCallbackTimeInfo const*, PaStreamCallbackFlags, void*) {
+    return paContinue;
+}
+
+void display() {
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    usleep(pauseMicroseconds);
+    glutPostRedisplay();
+    glutSwapBuffers();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Pa_Initialize();
+    PaStream* stream = nullptr;
+    if (Pa_OpenDefaultStream(&stream, 1, 0, paFloat32, sampleRateHz, framesPerBuffer, ignore, nullptr) !=
+            paNoError ||
+        Pa_StartStream(stream) != paNoError) {
+        std::fputs("the recording did not start\n", stderr);
+        return EXIT_FAILURE;
+    }
+    glutInit(&argc, argv);
+    glutInitWindowSize(640, 480);
+    glutInitDisplayMode(GLUT_DOUBLE | GLUT_ALPHA | GLUT_DEPTH | GLUT_STENCIL);
+    glutCreateWindow("");
+    glutDisplayFunc(display);
+    glutMainLoop();
+}
