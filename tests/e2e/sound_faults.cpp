@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-// Preloaded in front of PortAudio: failures that no real machine brings about at will, picked by the environment
-// variable SOUND_FAULT.
+// Preloaded in front of PortAudio: failures that no real machine brings about at will, picked by the
+// environment variable SOUND_FAULT.
 
 namespace {
 
@@ -26,7 +26,8 @@ extern "C" {
 
 /// No back-end could be set up; the library then knows no device, and says so to every question.
 PaError Pa_Initialize() {
-    return fault("no back-end") ? static_cast<PaError>(paInternalError) : next(Pa_Initialize, "Pa_Initialize")();
+    return fault("no back-end") ? static_cast<PaError>(paInternalError)
+                                : next(Pa_Initialize, "Pa_Initialize")();
 }
 
 /// A device that takes no 48000 Hz, or not one channel.
