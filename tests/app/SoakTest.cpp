@@ -1,0 +1,172 @@
+// Ten thousand songs without a pause: the window, its menus and its rules, with doubles for screen, clock and
+// microphone, so that hours of play take minutes. Label "long".
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include "app/Win.h"
+#include "tests/support/FakeClock.h"
+#include "tests/support/FakeGlut.h"
+#include "tests/support/RecordingGL.h"
+#include "tests/support/ScriptedAudioInput.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/Widgets.h"
+
+namespace {
+
+constexpr int songs = 10000;
+constexpr int songsOfTheFirstMinute = 3000;  // a song takes some 20 ms here
+constexpr int width = 640;                   // pixels
+constexpr int height = 480;
+constexpr double aHz = 445.3125;  // in the middle of a bin that the test's table calls an A
+constexpr double frameSeconds = 0.05;
+constexpr double pauseSeconds = 0.01;  // of which each frame sleeps this much
+constexpr long oneMebibyte = 1 << 20;  // bytes
+
+long residentBytes() {
+    std::ifstream in("/proc/self/statm");
+    long total = 0;
+    long resident = 0;
+    in >> total >> resident;
+    return resident * sysconf(_SC_PAGESIZE);
+}
+
+/// Keeps standard output to itself: one line for each analysis would be a gigabyte in the end.
+class QuietOutput {
+public:
+    QuietOutput() : kept(dup(STDOUT_FILENO)) {
+        std::fflush(stdout);
+        std::FILE* const nowhere = std::fopen("/dev/null", "w");
+        dup2(fileno(nowhere), STDOUT_FILENO);
+        std::fclose(nowhere);
+    }
+    ~QuietOutput() {
+        std::fflush(stdout);
+        dup2(kept, STDOUT_FILENO);
+        close(kept);
+    }
+    QuietOutput(QuietOutput const&) = delete;
+    QuietOutput& operator=(QuietOutput const&) = delete;
+
+private:
+    int kept;
+};
+
+/// What stands in a picture, without where its glyphs lie in the texture.
+struct Shape {
+    unsigned mode;
+    std::vector<RecordingGL::Point> points;
+    std::vector<RecordingGL::Color> colors;
+    bool operator!=(Shape const& other) const {
+        return mode != other.mode || points != other.points || colors != other.colors;
+    }
+};
+using Picture = std::vector<Shape>;
+
+bool operator!=(Picture const& left, Picture const& right) {
+    return !std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                       [](Shape const& a, Shape const& b) { return !(a != b); });
+}
+
+class Soak : public testing::Test {
+protected:
+    void SetUp() override {
+        fakeclock::set(43200000000);
+        fakeglut::reset(width, height);
+        scriptedaudio::reset();
+    }
+    void TearDown() override { wt::wtWindowManager::clear(); }
+
+    void frame() {
+        gl.forget();
+        fakeglut::state().display();
+        fakeclock::advance(frameSeconds - pauseSeconds);
+    }
+
+    static void click(char const* window, char const* button) {
+        auto const at = widgets::middle(*widgets::in<wt::wtButton>(window, button), width, height);
+        fakeglut::state().passive(at.x, at.y);
+        fakeglut::state().mouse(0, 0, at.x, at.y);
+        fakeglut::state().mouse(0, 1, at.x, at.y);
+    }
+
+    Picture picture() const {
+        Picture shapes;
+        for (auto const& primitive : gl.primitives()) {
+            shapes.push_back({primitive.mode, {}, {}});
+            for (auto const& vertex : primitive.vertices) {
+                shapes.back().points.push_back(vertex.at);
+                shapes.back().colors.push_back(vertex.color);
+            }
+        }
+        return shapes;
+    }
+
+    /// Picks the song from the menus and plays it to its end; gives the picture once all of it is judged.
+    Picture playOne() {
+        constexpr int allIsJudged = 70;  // frames: one and a half seconds after the song's first slot
+        frame();
+        click("Options", "New Game");
+        frame();
+        click("Play Song", "play_button");
+        Picture judged;
+        for (int frames = 1; widgets::window("Options")->isShowing() == 0; ++frames) {
+            frame();
+            if (frames == allIsJudged) {
+                judged = picture();
+            }
+        }
+        return judged;
+    }
+
+    RecordingGL gl;
+};
+
+TEST_F(Soak, TenThousandSongsTakeNoMoreThanOne) {
+    std::filesystem::path const data = std::filesystem::current_path();
+    TemporaryFolder const folder;
+    for (char const* name : {"Fonts", "Images"}) {
+        std::filesystem::create_directory_symlink(data / name, folder.path() / name);
+    }
+    folder.write("notes.txt", "A 2 433.6 445.3\n");
+    folder.write("Songs/listing.txt", "Short short.txt\n");
+    // An A that is asked for, and a slot in which it goes on and is wrong.
+    folder.write("Songs/short.txt", "1 1\nA\n");
+    auto const audio = scriptedaudio::recording();
+    scriptedaudio::speak(*audio, scriptedaudio::tone(aHz, 0.5, 0.5));
+    Picture first;
+    int otherSong = 0;
+    long residentAfterAMinute = 0;
+    int texturesAfterAMinute = 0;
+    {
+        QuietOutput const quiet;
+        Win win(audio);
+        for (int song = 1; song <= songs && otherSong == 0; ++song) {
+            Picture const last = playOne();
+            if (song == 2) {
+                // The very first song has frames of another length: nothing was measured yet.
+                first = last;
+            } else if (song > 2 && last != first) {
+                otherSong = song;
+            }
+            if (song == songsOfTheFirstMinute) {
+                residentAfterAMinute = residentBytes();
+                texturesAfterAMinute = gl.textures();
+            }
+        }
+        EXPECT_EQ(gl.textures(), texturesAfterAMinute);
+    }
+    EXPECT_GT(first.size(), 5u);
+    EXPECT_EQ(otherSong, 0) << "this song looks other than the second one once it is judged";
+    EXPECT_LT(residentBytes() - residentAfterAMinute, oneMebibyte);
+    EXPECT_EQ(gl.pushed(), 0);
+    EXPECT_TRUE(gl.errors().empty()) << gl.errors()[0];
+}
+
+}  // namespace
