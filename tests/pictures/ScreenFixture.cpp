@@ -7,7 +7,8 @@
 namespace {
 
 constexpr double leadInSeconds = 2.0;
-constexpr double frameSeconds = 0.01;
+constexpr double frameSeconds = 0.03;  // what a slow machine takes
+constexpr double pauseSeconds = 0.01;  // of it, what the game sleeps
 constexpr double loud = 0.2;  // amplitude of one note
 
 /// Middles of bins, in Hz, an octave above middle C.
@@ -113,6 +114,7 @@ void ScreenFixture::song(double seconds) {
             hear(turn->second);
         }
         frame();
+        fakeclock::advance(frameSeconds - pauseSeconds);
     }
     fullSize();
 }
@@ -133,9 +135,13 @@ void ScreenFixture::small() {
     fakeglut::state().width = width;
     fakeglut::state().height = height;
     fakeglut::state().reshape(width, height);
+    // Clearing knows no viewport.
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(0, 0, width, height);
 }
 
 void ScreenFixture::fullSize() {
+    glDisable(GL_SCISSOR_TEST);
     fakeglut::state().width = screenWidth;
     fakeglut::state().height = screenHeight;
     fakeglut::state().reshape(screenWidth, screenHeight);
