@@ -1,0 +1,69 @@
+"""Half an hour of play in real time: song after song through the virtual microphone.
+
+ZANTO_SOAK_MINUTES changes how long; what it measured is printed (pytest -s).
+"""
+
+import os
+import pathlib
+import time
+
+from conftest import close
+from stage.songs import ScoreBook, Song
+
+MINUTES = float(os.environ.get("ZANTO_SOAK_MINUTES", "30"))
+WARM_UP_SECONDS = 60
+MOST_GROWTH = 2 << 20  # bytes, for half an hour
+LEAST_EARNED = 0.8     # of what the song is worth; one note may get lost on a busy machine
+TITLE_IS_BACK_SECONDS = 1.5
+SONG_TEXT = "120 4\nC\n\nE\n\nG2\n\n\nA\n\nD2\n\n\nB\n\nF\n\nC2\n\n\nE\n"
+
+
+def resident(process_id):
+    fields = pathlib.Path(f"/proc/{process_id}/statm").read_text().split()
+    return int(fields[1]) * os.sysconf("SC_PAGESIZE")
+
+
+def processor_seconds(process_id):
+    fields = pathlib.Path(f"/proc/{process_id}/stat").read_text().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def play_one(player, mic, sound):
+    """Starts the song with the sound; gives what was earned, as read off the screen."""
+    player.press("New Game")
+    player.hold("Play")
+    performance = mic.play(sound)
+    player.let_go_at(performance.begins_at)
+    book = ScoreBook()
+    while time.monotonic() < performance.ends_at - TITLE_IS_BACK_SECONDS:
+        book.saw(player.score())
+        time.sleep(0.1)
+    book.saw(player.wait_for_score())
+    performance.wait()
+    player.wait_to_see("New Game")
+    return book
+
+
+def test_half_an_hour_of_songs_leaves_memory_speed_and_scores_as_they_were(play, mic, data, perform):
+    (data / "Songs" / "soak.txt").write_text(SONG_TEXT)
+    (data / "Songs" / "listing.txt").write_text("Soak soak.txt\n")
+    worth = Song("soak.txt", SONG_TEXT).worth
+    sound = perform(data / "Songs" / "soak.txt", "--gap", "0.18")
+    player = play(folder=data)
+    started = time.monotonic()
+    earned = []
+    settled = None
+    loads = []
+    while time.monotonic() - started < MINUTES * 60 or len(earned) < 3:
+        before = processor_seconds(player.game.id), time.monotonic()
+        earned.append(play_one(player, mic, sound).earned)
+        loads.append((processor_seconds(player.game.id) - before[0]) / (time.monotonic() - before[1]))
+        if settled is None and time.monotonic() - started > min(WARM_UP_SECONDS, MINUTES * 30):
+            settled = resident(player.game.id)
+    grown = resident(player.game.id) - settled
+    print(f"{len(earned)} songs, worth {worth}: earned {min(earned)} to {max(earned)}; grown by {grown} bytes; "
+          f"processor share {loads[0]:.2f} for the first song, {loads[-1]:.2f} for the last")
+    assert min(earned) >= LEAST_EARNED * worth, earned
+    assert grown < MOST_GROWTH
+    assert loads[-1] < 1.5 * loads[0] + 0.05
+    assert close(player) == 0
