@@ -1,5 +1,6 @@
 // Any bytes as a note table: Notes::load and getKey against a plain list that is searched from end to end.
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -69,7 +70,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     for (float const frequencyHz : asked) {
         require(notes.getKey(frequencyHz) == plainKey(table, frequencyHz), "the nearest note is found");
     }
-    for (Entry const& entry : table) {
+    constexpr std::size_t mostAsked = 12;  // each is a walk through the whole list
+    for (std::size_t i = 0; i < std::min(table.size(), mostAsked); ++i) {
+        Entry const& entry = table[table.size() - 1 - i];
         require(notes.getKey(entry.frequencyHz) == plainKey(table, entry.frequencyHz), "an entry is found");
     }
     if (std::isfinite(anything)) {

