@@ -1,4 +1,7 @@
-"""Prints what part of each room's lines was executed. Usage: coverage_table.py SUMMARY, as gcovr --json-summary wrote it."""
+"""Prints what part of each room's lines was executed. Usage: coverage_table.py SUMMARY.
+
+SUMMARY is what gcovr --json-summary wrote.
+"""
 
 import collections
 import json
