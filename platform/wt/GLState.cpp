@@ -11,6 +11,11 @@
 #include "platform/wt/Theme.h"
 
 namespace wt {
+
+void blendByAlpha() {
+    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+}
+
 namespace {
 
 /// As many fixed-function texture units as a polygon can use; the game uses one.
@@ -49,7 +54,7 @@ void plainFragments() {
     glDepthMask(GL_FALSE);
     glEnable(GL_BLEND);
     glBlendEquation(GL_FUNC_ADD);
-    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    blendByAlpha();
     // Lines of one pixel would vanish on a large screen.
     glLineWidth(std::max(1.0F, std::round(screen().emPixels() / theme().leastEmPx)));
 }

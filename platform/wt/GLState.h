@@ -16,4 +16,7 @@ private:
     bool colorSumBefore;
 };
 
+/// The toolkit's blend function: what is drawn over what was there, by its alpha.
+void blendByAlpha();
+
 }  // namespace wt

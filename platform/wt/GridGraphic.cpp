@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "platform/wt/Painter.h"
+#include "platform/wt/Screen.h"
 #include "platform/wt/Theme.h"
 
 namespace wt {
@@ -98,7 +99,8 @@ void GridGraphic::draw(const Rect& target, float opacity) const {
     const std::vector<float> ys = rowEdges(target);
     for (std::size_t r = 0; r < sizeY.size(); ++r) {
         for (std::size_t c = 0; c < sizeX.size(); ++c) {
-            cells[r * sizeX.size() + c].draw({xs[c], ys[r], xs[c + 1] - xs[c], ys[r + 1] - ys[r]}, opacity);
+            const Rect cell{xs[c], ys[r], xs[c + 1] - xs[c], ys[r + 1] - ys[r]};
+            cells[r * sizeX.size() + c].draw(screen().onPixels(cell), opacity);
         }
     }
     if (border != 0) {

@@ -49,7 +49,8 @@ public:
     /// Whether a picture covers it.
     bool hasTexture() const;
 
-    /// Draws it with its bounding box stretched over `target`, its opacity multiplied by `opacity`.
+    /// Draws it with its bounding box stretched over `target`, its opacity multiplied by `opacity`. A picture
+    /// is sharpest where the target's edges lie between pixels.
     void draw(const Rect& target, float opacity) const;
 
 private:
@@ -59,6 +60,9 @@ private:
     };
     Rect bounds() const;
     Layer* layer(int unit);
+    bool coversBox(const Layer& layer) const;
+    bool isPlainPicture(const Color& tint) const;
+    void bindTextures(const Rect& target) const;
 
     std::vector<tavi::Vec2<float>> points;
     std::optional<Color> color;

@@ -27,6 +27,12 @@ Rect Screen::snapped(const Rect& rect) const {
     return {left, bottom, snap(rect.right(), pixelX()) - left, snap(rect.top(), pixelY()) - bottom};
 }
 
+Rect Screen::onPixels(const Rect& rect) const {
+    constexpr float low = -1.0F;
+    const Rect inCorner = snapped({rect.x - low, rect.y - low, rect.w, rect.h});
+    return {inCorner.x + low, inCorner.y + low, inCorner.w, inCorner.h};
+}
+
 float Screen::emPixels() const {
     const Theme& t = theme();
     // A window narrower than 4:3 has less room across than its height says.

@@ -23,6 +23,8 @@ struct Screen {
     /// The rectangle with each edge on the nearest edge between pixels: neighbours stay neighbours. Right for
     /// coordinates whose origin is itself on such an edge, as those inside every window are.
     Rect snapped(const Rect& rect) const;
+    /// The same for screen coordinates, which count from the screen's middle.
+    Rect onPixels(const Rect& rect) const;
     /// The em of ordinary text, whole pixels.
     float emPixels() const;
 

@@ -2,6 +2,8 @@
 
 #include <GL/gl.h>
 
+#include "platform/wt/Resample.h"
+
 namespace wt {
 namespace {
 
@@ -18,27 +20,40 @@ GLenum formatOf(int channels) {
     }
 }
 
-}  // namespace
-
-Texture::Texture(const tavi::Image<unsigned char>& image) {
+GLint largestSide() {
     GLint largest = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-    if (image.empty() || image.channels() > 4 || image.width() > largest || image.height() > largest) {
-        return;
+    return largest;
+}
+
+bool hasAlpha(const tavi::Image<unsigned char>& image) {
+    if (image.channels() % 2 != 0) {
+        return false;
     }
+    const std::size_t channels = static_cast<std::size_t>(image.channels());
+    const std::size_t samples =
+        static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()) * channels;
+    for (std::size_t sample = channels - 1; sample < samples; sample += channels) {
+        if (image.data()[sample] != 255) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Makes a texture of the image in `name`, a new name if that is 0, by `filter`: what is asked of it while it
+/// is bound.
+void upload(const tavi::Image<unsigned char>& image, GLuint& name, void (*filter)()) {
     const GLenum format = formatOf(image.channels());
     glPushAttrib(GL_TEXTURE_BIT);
     glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-    glGenTextures(1, &name);
+    if (name == 0) {
+        glGenTextures(1, &name);
+    }
     glBindTexture(GL_TEXTURE_2D, name);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    // The smallest level that is at least as large as what is drawn: sharper than a mixture of two, and much
-    // quicker in software.
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST);
-    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_LOD_BIAS, -0.5F);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_TRUE);
+    filter();
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     glPixelStorei(GL_UNPACK_SKIP_ROWS, 0);
@@ -49,14 +64,64 @@ Texture::Texture(const tavi::Image<unsigned char>& image) {
     glPopAttrib();
 }
 
+void filterAnySize() {
+    // The smallest level that is at least as large as what is drawn: sharper than a mixture of two, and much
+    // quicker in software.
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST);
+    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_LOD_BIAS, -0.5F);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_TRUE);
+}
+
+void takeEachTexel() {
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+}
+
+}  // namespace
+
+Texture::Texture(const tavi::Image<unsigned char>& image) {
+    const GLint largest = largestSide();
+    if (image.empty() || image.channels() > 4 || image.width() > largest || image.height() > largest) {
+        return;
+    }
+    upload(image, mipmapped, filterAnySize);
+    if (!hasAlpha(image)) {
+        picture = image;
+    }
+}
+
 Texture::~Texture() {
-    if (name != 0) {
-        glDeleteTextures(1, &name);
+    for (const GLuint name : {mipmapped, fitted}) {
+        if (name != 0) {
+            glDeleteTextures(1, &name);
+        }
     }
 }
 
 void Texture::bind() const {
-    glBindTexture(GL_TEXTURE_2D, name);
+    glBindTexture(GL_TEXTURE_2D, mipmapped);
+}
+
+void Texture::bindFor(int widthPx, int heightPx) const {
+    const Size size{widthPx, heightPx};
+    // Not while the size changes with every frame.
+    const bool stays = size == askedFor;
+    askedFor = size;
+    const GLint largest = largestSide();
+    if (picture.empty() || widthPx < 1 || heightPx < 1 || widthPx > largest || heightPx > largest || !stays) {
+        bind();
+        return;
+    }
+    if (!(fittedSize == size)) {
+        fit(size);
+    }
+    glBindTexture(GL_TEXTURE_2D, fitted);
+}
+
+void Texture::fit(const Size& size) const {
+    upload(resampled(picture, size.width, size.height), fitted, takeEachTexel);
+    fittedSize = size;
 }
 
 }  // namespace wt

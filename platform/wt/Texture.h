@@ -4,22 +4,43 @@
 
 namespace wt {
 
-/// A GL texture of its own, freed with it. Freeing it after the context is gone does nothing.
+/// A picture as GL textures of its own, freed with it. Freeing it after the context is gone does nothing.
 class Texture {
 public:
-    /// Uploads a picture of 1 to 4 channels with mipmaps, rows from the top; GL's state is left as it was.
+    /// Uploads a picture of 1 to 4 channels with mipmaps, rows from the top; GL's state is left as it was. An
+    /// opaque picture is kept, to be fitted to the size at which it is seen.
     explicit Texture(const tavi::Image<unsigned char>& image);
     Texture(const Texture&) = delete;
     Texture& operator=(const Texture&) = delete;
     ~Texture();
 
     /// Whether there is a picture: false for an empty image and one that GL refused.
-    explicit operator bool() const { return name != 0; }
-    /// Binds it to the active texture unit.
+    explicit operator bool() const { return mipmapped != 0; }
+
+    /// Whether no pixel of it is transparent.
+    bool isOpaque() const { return !picture.empty(); }
+
+    /// Binds it to the active texture unit, mipmapped.
     void bind() const;
 
+    /// Binds it for covering so many whole pixels exactly. From the second time in a row on, that is a copy
+    /// of just this size, of which every texel becomes a pixel: sharper, and in software more than twice as
+    /// fast.
+    void bindFor(int widthPx, int heightPx) const;
+
 private:
-    unsigned int name = 0;
+    struct Size {
+        int width = 0;
+        int height = 0;
+        bool operator==(const Size& other) const { return width == other.width && height == other.height; }
+    };
+    void fit(const Size& size) const;
+
+    unsigned int mipmapped = 0;
+    tavi::Image<unsigned char> picture{0, 0, 0};  ///< empty unless opaque
+    mutable unsigned int fitted = 0;
+    mutable Size fittedSize;
+    mutable Size askedFor;  ///< pixels, the last time
 };
 
 }  // namespace wt

@@ -5,6 +5,7 @@
 
 #include "platform/wt/Defaults.h"
 #include "platform/wt/Painter.h"
+#include "platform/wt/Screen.h"
 #include "platform/wt/Theme.h"
 #include "platform/wt/TitleBar.h"
 
@@ -17,12 +18,6 @@ constexpr float screenSize = 2.0F;
 /// The nearest place for `length` from `start` that is on the screen.
 float onScreen(float start, float length) {
     return std::max(screenLow, std::min(start, screenLow + screenSize - length));
-}
-
-/// The rectangle with its edges between pixels, which count from the screen's corner.
-Rect onPixels(const Rect& rect) {
-    const Rect inCorner = screen().snapped({rect.x - screenLow, rect.y - screenLow, rect.w, rect.h});
-    return {inCorner.x + screenLow, inCorner.y + screenLow, inCorner.w, inCorner.h};
 }
 
 /// Whether dark text suits a ground of this colour, seen over black.
@@ -115,7 +110,7 @@ Rect wtWindow::wantedRect() const {
 
 void wtWindow::ensureLayout() {
     if (!upToDate || !(placedOn == screen())) {
-        place(onPixels(wantedRect()));
+        place(screen().onPixels(wantedRect()));
         placedOn = screen();
         upToDate = true;
     }

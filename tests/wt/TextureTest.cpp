@@ -6,6 +6,7 @@
 #include <array>
 #include <memory>
 
+#include "platform/wt/Defaults.h"
 #include "tests/support/OffscreenGL.h"
 #include "tests/wt/Stage.h"
 
@@ -110,6 +111,72 @@ TEST_F(TextureTest, FinePatternIsAveragedWhenItIsDrawnSmall) {
             EXPECT_NEAR(screen.at(x, y, 0), 128, 3);
         }
     }
+}
+
+/// Columns that differ from each other, in three channels.
+tavi::Image<unsigned char> stripes(int width, int height) {
+    tavi::Image<unsigned char> image(width, height, 3);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            for (int channel = 0; channel < 3; ++channel) {
+                image.at(x, y, channel) = static_cast<unsigned char>((x * 37 + y * 11 + channel * 80) % 256);
+            }
+        }
+    }
+    return image;
+}
+
+TEST_F(TextureTest, OpaquePictureOfTheScreensSizeIsShownTexelForPixel) {
+    tavi::Image<unsigned char> image = stripes(screenWidth, screenHeight);
+    show(pictured(image));
+    drawn();
+    const auto screen = drawn();
+    for (int y = 0; y < screenHeight; ++y) {
+        for (int x = 0; x < screenWidth; ++x) {
+            for (int channel = 0; channel < 3; ++channel) {
+                ASSERT_EQ(screen.at(x, y, channel), image.at(x, y, channel)) << x << ", " << y;
+            }
+        }
+    }
+}
+
+TEST_F(TextureTest, OpaquePictureFollowsTheWindowsSize) {
+    tavi::Image<unsigned char> image = stripes(320, 240);
+    show(pictured(image));
+    drawn();
+    drawn();
+    glViewport(0, 0, 320, 240);
+    drawn();
+    const auto screen = drawn();
+    for (int y = 0; y < 240; ++y) {
+        ASSERT_EQ(screen.at(100, screenHeight - 240 + y, 0), image.at(100, y, 0)) << y;
+    }
+}
+
+TEST_F(TextureTest, FadedPictureLetsThroughWhatIsBehindItAndLeavesBlendingAsItWas) {
+    tavi::Image<unsigned char> image(8, 8, 3);
+    std::fill(image.data(), image.data() + 8 * 8 * 3, static_cast<unsigned char>(200));
+    wt::wtDefaults::Window::shadow_bg(0, 0).setAlpha(0.0F);
+    wt::Polygon faded = pictured(image);
+    faded.setAlpha(0.5F);
+    wt::wtWindow* panel = show(faded);
+    panel->setAlpha(1.0F);
+    // Over it, a half transparent black, blended as ever.
+    wt::wtWindow* veil = window("veil", {-1, -1, 1, 2});
+    wt::GridGraphic grid(1, 1);
+    grid(0, 0) = wt::Polygon(wt::makeQuad({0, 0}, {1, 1}));
+    grid(0, 0).setColor(wt::Color(0, 0, 0));
+    grid(0, 0).setAlpha(0.5F);
+    veil->setBackground(grid);
+    veil->setAlpha(1.0F);
+    glClearColor(0, 0.4F, 0, 1);
+    const auto screen = drawn();
+    glClearColor(0, 0, 0, 0);
+    const int bare = screenWidth * 3 / 4;
+    EXPECT_NEAR(screen.at(bare, 200, 0), 100, 1);
+    EXPECT_NEAR(screen.at(bare, 200, 1), 151, 1);
+    EXPECT_NEAR(screen.at(screenWidth / 4, 200, 0), 50, 1);
+    EXPECT_NEAR(screen.at(screenWidth / 4, 200, 1), 76, 1);
 }
 
 TEST_F(TextureTest, TextureIsFreedWithTheLastCopyOfItsPolygon) {
