@@ -52,6 +52,10 @@ void TextPainter::paint(const TextLine& line, const TextPlacement& placement) {
         screen.scaleAt({placement.x + line.advanceEm * placement.emWidth, placement.y});
     const double emWidthPx = placement.emWidth * std::max(start.x, end.x);
     const double emHeightPx = placement.emHeight * std::max(start.y, end.y);
+    // A transform with values near the largest ones: there is no saying how large the text would be.
+    if (std::isnan(emWidthPx) || std::isnan(emHeightPx)) {
+        return;
+    }
     GlyphKey key;
     key.emWidthSteps = toSteps(std::abs(emWidthPx));
     key.emHeightSteps = toSteps(std::abs(emHeightPx));

@@ -3,17 +3,26 @@
 
 #include <GL/gl.h>
 
+#include <cstddef>
+
 #include "tests/fuzz/Input.h"
+
+namespace {
+
+/// Written and never read, so that the reading is done.
+volatile unsigned char lastRead;
+
+}  // namespace
 
 extern "C" void glTexSubImage2D(GLenum /*target*/, GLint /*level*/, GLint x, GLint y, GLsizei width,
                                 GLsizei height, GLenum format, GLenum type, void const* picture) {
     require(x >= 0 && y >= 0 && width > 0 && height > 0, "a picture lies in its texture");
     require(format == GL_ALPHA && type == GL_UNSIGNED_BYTE, "a glyph's picture has one byte a sample");
     auto const* const bytes = static_cast<unsigned char const*>(picture);
-    std::size_t const count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-    std::size_t sum = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        sum += bytes[i];
+    // The ends of each row are enough to see whether it is there.
+    for (GLsizei row = 0; row < height; ++row) {
+        auto const* const first = bytes + static_cast<std::ptrdiff_t>(row) * width;
+        lastRead = first[0];
+        lastRead = first[width - 1];
     }
-    require(sum <= 255 * count, "a sample is a byte");
 }
