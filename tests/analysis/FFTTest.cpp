@@ -66,6 +66,7 @@ TEST(PowersOfTwo, NeedAsManyBitsAsTheirLogarithm) {
     EXPECT_EQ(NumberOfBitsNeeded(4096), 12);
     EXPECT_EQ(NumberOfBitsNeeded(1 << 30), 30);
     EXPECT_EQ(NumberOfBitsNeeded(12), 2);
+    EXPECT_EQ(NumberOfBitsNeeded(7), 0);
 }
 
 TEST(BitReversal, ReversesTheLowestBits) {
