@@ -187,7 +187,7 @@ def test_signals_end_the_game_at_once_at_any_moment(play, launch, mic):
     ends(player.game, signal.SIGTERM)
 
 
-def test_two_games_at_once_hear_the_same_and_do_not_disturb_each_other(launch, mic, view, long_song):
+def test_two_games_at_once_do_not_disturb_each_other(launch, mic, view, long_song):
     first = Player(launch(mic, "long.txt", folder=long_song), view)
     first.wait_for_score()
     second = Player(launch(mic, "long.txt", folder=long_song), view)
