@@ -39,7 +39,8 @@ Watch Watch::operator-(const Watch& earlier) const {
 }
 
 double Watch::asDouble() const {
-    return seconds + (microseconds / microsecondsPerMillisecond) / millisecondsPerSecond;
+    const std::int32_t wholeMilliseconds = microseconds / microsecondsPerMillisecond;
+    return seconds + wholeMilliseconds / millisecondsPerSecond;
 }
 
 }  // namespace tavi

@@ -128,13 +128,13 @@ void wtListBox::drawRow(int index) const {
 void wtListBox::drawEmpty() const {
     // An empty staff: five quiet lines, and nothing to play on them.
     constexpr int lines = 5;
+    constexpr int below = lines / 2;  // the middle one
     constexpr float widthShare = 0.5F;
     constexpr float gapEm = 0.55F;
     const float gap = emsY(gapEm);
     const float thickness = std::max(1.0F, std::round(emPixels() / theme().leastEmPx)) * screen().pixelY();
-    const Rect lowest =
-        screen().snapped({position.x + size.x * (1 - widthShare) / 2,
-                          position.y + size.y / 2 - gap * (lines / 2), size.x * widthShare, 0});
+    const Rect lowest = screen().snapped({position.x + size.x * (1 - widthShare) / 2,
+                                          position.y + size.y / 2 - gap * below, size.x * widthShare, 0});
     for (int line = 0; line < lines; ++line) {
         paint::fill({lowest.x, lowest.y + static_cast<float>(line) * gap, lowest.w, thickness},
                     palette().emptyMark);
