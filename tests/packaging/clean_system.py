@@ -93,7 +93,7 @@ class CleanSystem:
     def run(self, *command):
         """Runs a command in the system, as root."""
         return run("chroot", self.folder, *command, env={
-            "PATH": ROOT_PATH, "HOME": "/root", "LC_ALL": "C.UTF-8", "DEBIAN_FRONTEND": "noninteractive"})
+            "PATH": ROOT_PATH, "HOME": "/nonexistent", "LC_ALL": "C.UTF-8", "DEBIAN_FRONTEND": "noninteractive"})
 
     def as_user(self, folder):
         """The beginning of a command that the ordinary user gives in that folder, as for Game's prefix."""

@@ -59,9 +59,9 @@ def before(system):
 def installed(system, before, package):
     """The system with the package installed, as the README says."""
     assert before
-    target = system.path("/root") / package.name
+    target = system.path("/srv") / package.name
     target.write_bytes(package.read_bytes())
-    system.run("apt-get", "install", "--yes", f"/root/{package.name}")
+    system.run("apt-get", "install", "--yes", f"/srv/{package.name}")
     target.unlink()
     return system
 
