@@ -42,6 +42,13 @@ TEST(SongFix, theByteOrderMarkGoes) {
               "120 4\nC\n");
 }
 
+TEST(SongFix, everyByteOrderMarkGoesAtOnce) {
+    EXPECT_EQ(mendSong("\xEF\xBB\xBF\xEF\xBB\xBF"
+                       "120 4\nC\n")
+                  .contents,
+              "120 4\nC\n");
+}
+
 TEST(SongFix, aHeaderWithoutSlotsKeepsAnEndToItsLine) {
     EXPECT_EQ(mendSong("120 4 ").contents, "120 4\n");
 }

@@ -15,8 +15,12 @@ void note(SongChange& change, std::string const& what) {
 }
 
 void dropByteOrderMark(SongChange& change) {
-    if (change.after.rfind(byteOrderMark, 0) == 0) {
+    // Programs that put one there do not look whether there is one.
+    bool any = false;
+    for (; change.after.rfind(byteOrderMark, 0) == 0; any = true) {
         change.after.erase(0, byteOrderMarkSize);
+    }
+    if (any) {
         note(change, "byte-order mark");
     }
 }
