@@ -9,7 +9,7 @@ namespace {
 constexpr double leadInSeconds = 2.0;
 constexpr double frameSeconds = 0.03;  // what a slow machine takes
 constexpr double pauseSeconds = 0.01;  // of it, what the game sleeps
-constexpr double loud = 0.2;  // amplitude of one note
+constexpr double loud = 0.2;           // amplitude of one note
 
 /// Middles of bins, in Hz, an octave above middle C.
 const std::map<char, double>& pitches() {

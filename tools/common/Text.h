@@ -12,8 +12,8 @@ std::string cleanUtf8(std::string const& text);
 /// How many characters `text` has: well-formed UTF-8 sequences, and bytes that belong to none.
 std::size_t characterCount(std::string const& text);
 
-/// `text` between double quotes, as one would show it in a message: control characters as `\t`, `\r` or `\xNN`,
-/// and everything past 40 characters as "...".
+/// `text` between double quotes, as one would show it in a message: control characters as `\t`, `\r` or
+/// `\xNN`, and everything past 40 characters as "...".
 std::string quoted(std::string const& text);
 
 /// "1 note", "2 notes".
