@@ -6,6 +6,7 @@ every file ends with a line break.
 """
 
 import pathlib
+import shutil
 import subprocess
 import sys
 
@@ -17,11 +18,12 @@ TEXTS = SOURCES | {".cmake", ".json"}
 
 
 def project_files(project):
-    listing = subprocess.run(["git", "-C", str(project), "ls-files", "-z", "--cached", "--others",
-                              "--exclude-standard"], capture_output=True, check=False)
-    if listing.returncode == 0:
-        return [project / name for name in listing.stdout.decode().split("\0") if name]
-    # An unpacked archive has no history to ask.
+    if shutil.which("git"):
+        listing = subprocess.run(["git", "-C", str(project), "ls-files", "-z", "--cached", "--others",
+                                  "--exclude-standard"], capture_output=True, check=False)
+        if listing.returncode == 0:
+            return [project / name for name in listing.stdout.decode().split("\0") if name]
+    # An unpacked archive has no history to ask, and not every machine has git.
     return [path for path in project.rglob("*") if path.is_file()
             and not {"build", ".git", "__pycache__"} & set(path.relative_to(project).parts)]
 
