@@ -23,7 +23,7 @@ namespace {
 constexpr std::int64_t noonMicroseconds = 43200000000;
 constexpr int framesToSettle = 60;
 constexpr const char* songName = "twinkle_twinkle.txt";
-constexpr double songSeconds = 10.0;  // of playing before the measurement
+constexpr double songSeconds = 4.0;  // of playing before the measurement
 
 struct Screen {
     std::string name;
