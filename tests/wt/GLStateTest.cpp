@@ -196,6 +196,26 @@ TEST_F(GLStateTest, PictureDoesNotDependOnTheStateThatItFinds) {
     EXPECT_EQ(different, 0);
 }
 
+TEST_F(GLStateTest, FittingAPictureDoesNotDependOnTheStateThatItFinds) {
+    wt::wtWindowManager::displayWidgets();
+    glClear(GL_COLOR_BUFFER_BIT);
+    wt::wtWindowManager::displayWidgets();
+    const tavi::Image<unsigned char> plain = gl.read();
+    // Fitted to another size, and seen once in the first one, it is fitted anew in the next frame.
+    glViewport(0, 0, screenWidth / 2, screenHeight / 2);
+    wt::wtWindowManager::displayWidgets();
+    wt::wtWindowManager::displayWidgets();
+    glViewport(0, 0, screenWidth, screenHeight);
+    wt::wtWindowManager::displayWidgets();
+    glClear(GL_COLOR_BUFFER_BIT);
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
+    disturb(wt::wtSymbols::fragProgs["solid_shader"], texture);
+    wt::wtWindowManager::displayWidgets();
+    const tavi::Image<unsigned char> disturbed = gl.read();
+    EXPECT_TRUE(std::equal(plain.data(), plain.data() + screenWidth * screenHeight * 4, disturbed.data()));
+}
+
 TEST_F(GLStateTest, DrawingWithinTheWidgetsMayLeaveAnythingBehind) {
     class Careless : public wt::wtWidget {
     public:

@@ -5,8 +5,10 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <utility>
 
 #include "platform/wt/Defaults.h"
+#include "platform/wt/Resample.h"
 #include "tests/support/OffscreenGL.h"
 #include "tests/wt/Stage.h"
 
@@ -140,16 +142,19 @@ TEST_F(TextureTest, OpaquePictureOfTheScreensSizeIsShownTexelForPixel) {
     }
 }
 
-TEST_F(TextureTest, OpaquePictureFollowsTheWindowsSize) {
-    tavi::Image<unsigned char> image = stripes(320, 240);
+TEST_F(TextureTest, OpaquePictureOfAnotherSizeIsFittedToTheWindowAndFollowsIt) {
+    tavi::Image<unsigned char> image = stripes(500, 333);
     show(pictured(image));
-    drawn();
-    drawn();
-    glViewport(0, 0, 320, 240);
-    drawn();
-    const auto screen = drawn();
-    for (int y = 0; y < 240; ++y) {
-        ASSERT_EQ(screen.at(100, screenHeight - 240 + y, 0), image.at(100, y, 0)) << y;
+    for (const auto& [width, height] : {std::pair(screenWidth, screenHeight), std::pair(320, 200)}) {
+        glViewport(0, 0, width, height);
+        drawn();
+        const auto screen = drawn();
+        const auto fitted = wt::resampled(image, width, height);
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                ASSERT_EQ(screen.at(x, screenHeight - height + y, 1), fitted.at(x, y, 1)) << x << ", " << y;
+            }
+        }
     }
 }
 
