@@ -1,5 +1,6 @@
 // The least program of the game's kind: a window of its size that is drawn again and again, and a recording
-// whose samples go nowhere.
+// whose samples go nowhere. With the argument "triangle" it draws one: what a driver needs for anything at
+// all.
 
 #include <GL/freeglut.h>
 #include <portaudio.h>
@@ -7,6 +8,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -18,8 +20,17 @@ int ignore(void const*, void*, unsigned long, PaStreamCallbackTimeInfo const*, P
     return paContinue;
 }
 
+bool drawsTriangle = false;
+
 void display() {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    if (drawsTriangle) {
+        glBegin(GL_TRIANGLES);
+        glVertex2f(-0.5F, -0.5F);
+        glVertex2f(0.5F, -0.5F);
+        glVertex2f(0.0F, 0.5F);
+        glEnd();
+    }
     usleep(pauseMicroseconds);
     glutPostRedisplay();
     glutSwapBuffers();
@@ -28,6 +39,7 @@ void display() {
 }  // namespace
 
 int main(int argc, char** argv) {
+    drawsTriangle = argc > 1 && std::string(argv[1]) == "triangle";
     Pa_Initialize();
     PaStream* stream = nullptr;
     if (Pa_OpenDefaultStream(&stream, 1, 0, paFloat32, sampleRateHz, framesPerBuffer, ignore, nullptr) !=

@@ -8,6 +8,7 @@
 
 #include "platform/wt/GLState.h"
 #include "platform/wt/Screen.h"
+#include "platform/wt/Symbols.h"
 #include "platform/wt/Texture.h"
 #include "platform/wt/Theme.h"
 
@@ -116,10 +117,11 @@ void Polygon::draw(const Rect& target, float opacity) const {
         return;
     }
     bindTextures(target);
-    if (shader != 0) {
-        glUseProgram(shader);
-    }
     const bool plain = isPlainPicture(c);
+    const unsigned int program = plain ? wtSymbols::fragProgs["picture_shader"] : shader;
+    if (program != 0) {
+        glUseProgram(program);
+    }
     if (plain) {
         // The same for every pixel, which software blends in half the time.
         glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
@@ -142,7 +144,7 @@ void Polygon::draw(const Rect& target, float opacity) const {
         glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
         blendByAlpha();
     }
-    if (shader != 0) {
+    if (program != 0) {
         glUseProgram(0);
     }
     for (std::size_t unit = 0; unit < layers.size(); ++unit) {

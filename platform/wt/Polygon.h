@@ -36,7 +36,7 @@ public:
     /// Opacity, 0 to 1; initially 1.
     void setAlpha(float alpha_) { alpha = alpha_; }
 
-    /// Uploads the image at once, with mipmaps, for texture unit `unit` (0 to 3; any other is ignored). An
+    /// Uploads the image at once for texture unit `unit` (0 to 3; any other is ignored). An
     /// empty image, or one that GL refuses, leaves the unit without a picture.
     void setTexture(tavi::Image<unsigned char>& image, int unit);
     /// One coordinate for each corner in their order; corners past the list's end have (0, 0).

@@ -3,12 +3,27 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 
+#include <algorithm>
+#include <iterator>
+#include <sstream>
+#include <utility>
+
 namespace wt {
 namespace {
 
 const char* const solidSource =
     "#version 110\n"
     "void main() { gl_FragColor = gl_Color; }\n";
+
+// For the fixed function a coordinate may have to be divided; a program that says otherwise takes less time
+// in software.
+const char* const pictureSource =
+    "#version 110\n"
+    "uniform sampler2D picture;\n"
+    "void main() { gl_FragColor = texture2D(picture, gl_TexCoord[0].st); }\n";
+
+constexpr std::pair<const char*, const char*> sources[] = {{"solid_shader", solidSource},
+                                                           {"picture_shader", pictureSource}};
 
 /// A program of this fragment source alone, 0 when GL refuses it.
 unsigned int link(const char* source) {
@@ -42,12 +57,26 @@ bool haveFragmentPrograms() {
     return version != nullptr && version[0] >= '2' && version[0] <= '9';
 }
 
+bool haveExtension(const std::string& name) {
+    const GLubyte* const all = glGetString(GL_EXTENSIONS);
+    std::istringstream names(all != nullptr ? reinterpret_cast<const char*>(all) : "");
+    return std::find(std::istream_iterator<std::string>(names), {}, name) !=
+           std::istream_iterator<std::string>();
+}
+
 void loadFragmentPrograms() {
-    unsigned int& solid = wtSymbols::fragProgs["solid_shader"];
-    if (!haveFragmentPrograms()) {
-        solid = 0;
-    } else if (solid == 0 || glIsProgram(solid) == GL_FALSE) {
-        solid = link(solidSource);
+    const bool have = haveFragmentPrograms();
+    for (const auto& [name, source] : sources) {
+        unsigned int& program = wtSymbols::fragProgs[name];
+        if (!have) {
+            program = 0;
+        } else if (program == 0 || glIsProgram(program) == GL_FALSE) {
+            program = link(source);
+        }
+    }
+    if (have && haveExtension("GL_ARB_ES2_compatibility")) {
+        // Everything is compiled, and what did it is several MiB large.
+        glReleaseShaderCompiler();
     }
 }
 

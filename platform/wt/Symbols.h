@@ -7,8 +7,9 @@ namespace wt {
 
 /// Things looked up by name.
 struct wtSymbols {
-    /// Fragment programs, GL program names. "solid_shader" fills with the polygon's colour and opacity; where
-    /// GL has no programs it is 0, the fixed function, which looks the same.
+    /// Fragment programs, GL program names: "solid_shader" fills with the polygon's colour and opacity,
+    /// "picture_shader" with the picture of unit 0 as it is. Where GL has no programs they are 0, the fixed
+    /// function, which looks the same.
     static std::unordered_map<std::string, unsigned int> fragProgs;
 };
 
@@ -17,5 +18,8 @@ void loadFragmentPrograms();
 
 /// Whether the current GL context has programs at all.
 bool haveFragmentPrograms();
+
+/// Whether the current GL context has this extension.
+bool haveExtension(const std::string& name);
 
 }  // namespace wt

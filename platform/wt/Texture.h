@@ -7,25 +7,24 @@ namespace wt {
 /// A picture as GL textures of its own, freed with it. Freeing it after the context is gone does nothing.
 class Texture {
 public:
-    /// Uploads a picture of 1 to 4 channels with mipmaps, rows from the top; GL's state is left as it was. An
-    /// opaque picture is kept, to be fitted to the size at which it is seen.
+    /// Uploads a picture of 1 to 4 channels, rows from the top; GL's state is left as it was.
     explicit Texture(const tavi::Image<unsigned char>& image);
     Texture(const Texture&) = delete;
     Texture& operator=(const Texture&) = delete;
     ~Texture();
 
     /// Whether there is a picture: false for an empty image and one that GL refused.
-    explicit operator bool() const { return mipmapped != 0; }
+    explicit operator bool() const { return whole != 0; }
 
     /// Whether no pixel of it is transparent.
-    bool isOpaque() const { return !picture.empty(); }
+    bool isOpaque() const { return opaque; }
 
-    /// Binds it to the active texture unit, mipmapped.
+    /// Binds it to the active texture unit. Only one that is not opaque has mipmaps.
     void bind() const;
 
-    /// Binds it for covering so many whole pixels exactly. From the second time in a row on, that is a copy
-    /// of just this size, of which every texel becomes a pixel: sharper, and in software more than twice as
-    /// fast.
+    /// Binds it for covering so many whole pixels exactly. An opaque picture is then a copy of just this
+    /// size, of which every texel becomes a pixel: sharper, and in software more than twice as fast. The copy
+    /// follows another size when that is asked for twice in a row.
     void bindFor(int widthPx, int heightPx) const;
 
 private:
@@ -36,8 +35,8 @@ private:
     };
     void fit(const Size& size) const;
 
-    unsigned int mipmapped = 0;
-    tavi::Image<unsigned char> picture{0, 0, 0};  ///< empty unless opaque
+    unsigned int whole = 0;
+    bool opaque = false;
     mutable unsigned int fitted = 0;
     mutable Size fittedSize;
     mutable Size askedFor;  ///< pixels, the last time

@@ -214,8 +214,12 @@ void wtWindowManager::displayWidgets() {
     ensureLayout();
     updateHover();
 
+    const auto& windows = state().backToFront;
+    if (std::none_of(windows.begin(), windows.end(), [](const auto& w) { return w->isShowing() != 0; })) {
+        return;
+    }
     const GLState toolkitState;
-    for (const auto& window : state().backToFront) {
+    for (const auto& window : windows) {
         window->drawTree();
     }
 }

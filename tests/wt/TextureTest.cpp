@@ -9,6 +9,7 @@
 
 #include "platform/wt/Defaults.h"
 #include "platform/wt/Resample.h"
+#include "platform/wt/Symbols.h"
 #include "tests/support/OffscreenGL.h"
 #include "tests/wt/Stage.h"
 
@@ -156,6 +157,18 @@ TEST_F(TextureTest, OpaquePictureOfAnotherSizeIsFittedToTheWindowAndFollowsIt) {
             }
         }
     }
+}
+
+TEST_F(TextureTest, OpaquePictureLooksTheSameWhereGLHasNoPrograms) {
+    tavi::Image<unsigned char> image = stripes(500, 333);
+    show(pictured(image));
+    const auto byProgram = drawn();
+    unsigned int& program = wt::wtSymbols::fragProgs["picture_shader"];
+    ASSERT_NE(program, 0U);
+    const unsigned int before = std::exchange(program, 0);
+    const auto fixed = drawn();
+    program = before;
+    EXPECT_TRUE(std::equal(fixed.data(), fixed.data() + screenWidth * screenHeight * 4, byProgram.data()));
 }
 
 TEST_F(TextureTest, FadedPictureLetsThroughWhatIsBehindItAndLeavesBlendingAsItWas) {
