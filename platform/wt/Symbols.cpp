@@ -22,8 +22,8 @@ const char* const pictureSource =
     "uniform sampler2D picture;\n"
     "void main() { gl_FragColor = texture2D(picture, gl_TexCoord[0].st); }\n";
 
-constexpr std::pair<const char*, const char*> sources[] = {{"solid_shader", solidSource},
-                                                           {"picture_shader", pictureSource}};
+const std::pair<const char*, const char*> sources[] = {{"solid_shader", solidSource},
+                                                       {"picture_shader", pictureSource}};
 
 /// A program of this fragment source alone, 0 when GL refuses it.
 unsigned int link(const char* source) {

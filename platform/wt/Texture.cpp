@@ -4,6 +4,7 @@
 #include <GL/glext.h>
 
 #include <cstddef>
+#include <initializer_list>
 
 #include "platform/wt/Resample.h"
 
@@ -55,11 +56,12 @@ public:
     TextureState() {
         glPushAttrib(GL_TEXTURE_BIT);
         glPushClientAttrib(GL_CLIENT_PIXEL_STORE_BIT);
-        for (const GLenum direction : {GL_UNPACK_ALIGNMENT, GL_PACK_ALIGNMENT}) {
+        for (const GLenum direction : std::initializer_list<GLenum>{GL_UNPACK_ALIGNMENT, GL_PACK_ALIGNMENT}) {
             glPixelStorei(direction, 1);
         }
-        for (const GLenum skipped : {GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS,
-                                     GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
+        for (const GLenum skipped :
+             std::initializer_list<GLenum>{GL_UNPACK_ROW_LENGTH, GL_UNPACK_SKIP_ROWS, GL_UNPACK_SKIP_PIXELS,
+                                           GL_PACK_ROW_LENGTH, GL_PACK_SKIP_ROWS, GL_PACK_SKIP_PIXELS}) {
             glPixelStorei(skipped, 0);
         }
     }

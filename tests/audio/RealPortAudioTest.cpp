@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <portaudio.h>
-#ifdef __SANITIZE_ADDRESS__
+#ifdef ZANTO_LEAKS_ARE_WATCHED
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -17,12 +17,12 @@ namespace {
 class LeaksOfOthers {
 public:
     LeaksOfOthers() {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef ZANTO_LEAKS_ARE_WATCHED
         __lsan_disable();
 #endif
     }
     ~LeaksOfOthers() {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef ZANTO_LEAKS_ARE_WATCHED
         __lsan_enable();
 #endif
     }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <initializer_list>
 #include <vector>
 
 #include <GL/gl.h>
@@ -18,41 +19,41 @@ namespace {
 
 std::vector<double> state() {
     std::vector<double> values;
-    for (const GLenum name :
-         {GL_TEXTURE_2D, GL_BLEND, GL_ALPHA_TEST, GL_CULL_FACE, GL_LIGHTING, GL_DEPTH_TEST, GL_STENCIL_TEST,
-          GL_SCISSOR_TEST, GL_FRAGMENT_PROGRAM_ARB, GL_VERTEX_PROGRAM_ARB, GL_COLOR_LOGIC_OP, GL_FOG,
-          GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY}) {
+    for (const GLenum name : std::initializer_list<GLenum>{
+             GL_TEXTURE_2D, GL_BLEND, GL_ALPHA_TEST, GL_CULL_FACE, GL_LIGHTING, GL_DEPTH_TEST,
+             GL_STENCIL_TEST, GL_SCISSOR_TEST, GL_FRAGMENT_PROGRAM_ARB, GL_VERTEX_PROGRAM_ARB,
+             GL_COLOR_LOGIC_OP, GL_FOG, GL_VERTEX_ARRAY, GL_COLOR_ARRAY, GL_TEXTURE_COORD_ARRAY}) {
         values.push_back(glIsEnabled(name));
     }
-    for (const GLenum name : {GL_TEXTURE_BINDING_2D,
-                              GL_ACTIVE_TEXTURE,
-                              GL_MATRIX_MODE,
-                              GL_BLEND_SRC_RGB,
-                              GL_BLEND_DST_RGB,
-                              GL_BLEND_SRC_ALPHA,
-                              GL_BLEND_DST_ALPHA,
-                              GL_BLEND_EQUATION_RGB,
-                              GL_BLEND_EQUATION_ALPHA,
-                              GL_DEPTH_WRITEMASK,
-                              GL_UNPACK_ALIGNMENT,
-                              GL_UNPACK_ROW_LENGTH,
-                              GL_UNPACK_SKIP_ROWS,
-                              GL_UNPACK_SKIP_PIXELS,
-                              GL_PACK_ALIGNMENT,
-                              GL_ATTRIB_STACK_DEPTH,
-                              GL_CLIENT_ATTRIB_STACK_DEPTH,
-                              GL_MODELVIEW_STACK_DEPTH,
-                              GL_PROJECTION_STACK_DEPTH,
-                              GL_TEXTURE_STACK_DEPTH,
-                              GL_SHADE_MODEL,
-                              GL_CURRENT_PROGRAM,
-                              GL_ARRAY_BUFFER_BINDING}) {
+    for (const GLenum name : std::initializer_list<GLenum>{GL_TEXTURE_BINDING_2D,
+                                                           GL_ACTIVE_TEXTURE,
+                                                           GL_MATRIX_MODE,
+                                                           GL_BLEND_SRC_RGB,
+                                                           GL_BLEND_DST_RGB,
+                                                           GL_BLEND_SRC_ALPHA,
+                                                           GL_BLEND_DST_ALPHA,
+                                                           GL_BLEND_EQUATION_RGB,
+                                                           GL_BLEND_EQUATION_ALPHA,
+                                                           GL_DEPTH_WRITEMASK,
+                                                           GL_UNPACK_ALIGNMENT,
+                                                           GL_UNPACK_ROW_LENGTH,
+                                                           GL_UNPACK_SKIP_ROWS,
+                                                           GL_UNPACK_SKIP_PIXELS,
+                                                           GL_PACK_ALIGNMENT,
+                                                           GL_ATTRIB_STACK_DEPTH,
+                                                           GL_CLIENT_ATTRIB_STACK_DEPTH,
+                                                           GL_MODELVIEW_STACK_DEPTH,
+                                                           GL_PROJECTION_STACK_DEPTH,
+                                                           GL_TEXTURE_STACK_DEPTH,
+                                                           GL_SHADE_MODEL,
+                                                           GL_CURRENT_PROGRAM,
+                                                           GL_ARRAY_BUFFER_BINDING}) {
         values.push_back(0.0);
         glGetDoublev(name, &values.back());
     }
-    for (const GLenum name :
-         {GL_MODELVIEW_MATRIX, GL_PROJECTION_MATRIX, GL_TEXTURE_MATRIX, GL_CURRENT_COLOR,
-          GL_CURRENT_TEXTURE_COORDS, GL_CURRENT_NORMAL, GL_VIEWPORT, GL_COLOR_WRITEMASK}) {
+    for (const GLenum name : std::initializer_list<GLenum>{
+             GL_MODELVIEW_MATRIX, GL_PROJECTION_MATRIX, GL_TEXTURE_MATRIX, GL_CURRENT_COLOR,
+             GL_CURRENT_TEXTURE_COORDS, GL_CURRENT_NORMAL, GL_VIEWPORT, GL_COLOR_WRITEMASK}) {
         std::array<double, 16> several{};
         glGetDoublev(name, several.data());
         values.insert(values.end(), several.begin(), several.end());

@@ -138,7 +138,7 @@ TEST_F(ButtonTest, SlotMayDestroyEveryWindow) {
 }
 
 TEST_F(ButtonTest, SlotMayEndTheProcess) {
-    button->connectButtonPressed(boost::bind(&std::exit, 1));
+    button->connectButtonPressed([] { std::exit(1); });
     EXPECT_EXIT(click(on(*button)), testing::ExitedWithCode(1), "");
 }
 

@@ -2,6 +2,7 @@
 #include <GL/glext.h>
 
 #include <array>
+#include <initializer_list>
 #include <map>
 #include <string>
 #include <vector>
@@ -88,9 +89,9 @@ void disturb(unsigned int program, unsigned int texture) {
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
     glActiveTexture(GL_TEXTURE1);
     glUseProgram(program);
-    for (const GLenum capability :
-         {GL_ALPHA_TEST, GL_CULL_FACE, GL_DEPTH_TEST, GL_FOG, GL_LIGHTING, GL_LINE_SMOOTH, GL_LINE_STIPPLE,
-          GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_CLIP_PLANE3, GL_COLOR_SUM, GL_TEXTURE_GEN_S}) {
+    for (const GLenum capability : std::initializer_list<GLenum>{
+             GL_ALPHA_TEST, GL_CULL_FACE, GL_DEPTH_TEST, GL_FOG, GL_LIGHTING, GL_LINE_SMOOTH, GL_LINE_STIPPLE,
+             GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_CLIP_PLANE3, GL_COLOR_SUM, GL_TEXTURE_GEN_S}) {
         glEnable(capability);
     }
     glAlphaFunc(GL_NEVER, 0);
