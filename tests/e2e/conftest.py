@@ -18,6 +18,11 @@ BUILD = pathlib.Path(os.environ["ZANTO_BUILD"])
 DATA = pathlib.Path(__file__).resolve().parents[2] / "data"
 
 
+def preload(name):
+    """What LD_PRELOAD takes to put one of this folder's libraries in front."""
+    return str(BUILD / "tests" / "e2e" / f"lib{name}.so")
+
+
 @pytest.fixture(scope="session", autouse=True)
 def ended_whatever_happens():
     """A test that CTest ends by a signal ends its programs too."""

@@ -7,7 +7,7 @@ import os
 import pathlib
 import time
 
-from conftest import close
+from conftest import close, preload
 from stage.songs import ScoreBook, Song
 
 MINUTES = float(os.environ.get("ZANTO_SOAK_MINUTES", "30"))
@@ -15,6 +15,7 @@ MINUTES = float(os.environ.get("ZANTO_SOAK_MINUTES", "30"))
 # in all, as they are first written to.
 MOST_GROWTH = 1 << 20  # bytes
 LEAST_EARNED = 0.8     # of what the song is worth; one note may get lost on a busy machine
+LONGEST_FRAME = 100_000  # microseconds of processor time; the first thousand frames may compile shaders
 TITLE_IS_BACK_SECONDS = 1.5
 SONG_TEXT = "120 4\nC\n\nE\n\nG2\n\n\nA\n\nD2\n\n\nB\n\nF\n\nC2\n\n\nE\n"
 
@@ -45,12 +46,13 @@ def play_one(player, mic, sound):
     return book
 
 
-def test_half_an_hour_of_songs_leaves_memory_speed_and_scores_as_they_were(play, mic, data, perform):
+def test_half_an_hour_of_songs_leaves_memory_speed_and_scores_as_they_were(play, mic, data, perform, tmp_path):
     (data / "Songs" / "soak.txt").write_text(SONG_TEXT)
     (data / "Songs" / "listing.txt").write_text("Soak soak.txt\n")
     worth = Song("soak.txt", SONG_TEXT).worth
     sound = perform(data / "Songs" / "soak.txt", "--gap", "0.18")
-    player = play(folder=data)
+    frames = tmp_path / "frames"
+    player = play(folder=data, extra={"LD_PRELOAD": preload("watch_frames"), "FRAME_TIMES": str(frames)})
     started = time.monotonic()
     earned = []
     sizes = []
@@ -60,10 +62,13 @@ def test_half_an_hour_of_songs_leaves_memory_speed_and_scores_as_they_were(play,
         earned.append(play_one(player, mic, sound).earned)
         loads.append((processor_seconds(player.game.id) - before[0]) / (time.monotonic() - before[1]))
         sizes.append(resident(player.game.id))
+    longest = [int(line) for line in frames.read_text().splitlines()]
     grown = sizes[-1] - sizes[len(sizes) // 2]
     print(f"{len(earned)} songs, worth {worth}: earned {min(earned)} to {max(earned)}; resident, in KiB, after each: "
-          f"{[size >> 10 for size in sizes]}; processor share {loads[0]:.2f} for the first, {loads[-1]:.2f} for the last")
+          f"{[size >> 10 for size in sizes]}; processor share {loads[0]:.2f} for the first, {loads[-1]:.2f} for the last; longest frame of every thousand, in "
+          f"microseconds of processor time: {longest}")
     assert min(earned) >= LEAST_EARNED * worth, earned
     assert grown < MOST_GROWTH
+    assert max(longest[1:]) < LONGEST_FRAME
     assert loads[-1] < 1.5 * loads[0] + 0.05
     assert close(player) == 0

@@ -7,7 +7,7 @@ import time
 
 import pytest
 
-from conftest import BUILD, close
+from conftest import BUILD, close, preload
 from stage import processes
 from stage.display import VirtualDisplay
 from stage.player import Player
@@ -29,10 +29,6 @@ def moves(player, seconds=10):
     first = player.picture().tobytes()
     processes.wait_until(lambda: player.picture().tobytes() != first, seconds, "the picture to move")
     return True
-
-
-def preload(name):
-    return str(BUILD / "tests" / "e2e" / f"lib{name}.so")
 
 
 @pytest.mark.parametrize("fault, text", [("no back-end", "Invalid device"), ("rate refused", "Invalid sample rate"),

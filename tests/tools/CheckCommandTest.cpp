@@ -2,38 +2,17 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
-#include "tests/support/TemporaryFolder.h"
-#include "tools/zanto-song/Command.h"
+#include "tests/tools/CommandFixture.h"
 
 namespace {
 
 using testing::HasSubstr;
 
-struct Outcome {
-    int status;
-    std::string out;
-    std::string errors;
-};
-
-class CheckCommandTest : public testing::Test {
+class CheckCommandTest : public CommandFixture {
 protected:
-    Outcome run(CommandArguments const& arguments) {
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        int const status = checkCommand(arguments);
-        return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-    }
-
-    std::string read(std::string const& name) {
-        std::ifstream in(name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
-
-    TemporaryFolder folder;  // and the working directory
+    CheckCommandTest() : CommandFixture(checkCommand) {}
 };
 
 }  // namespace

@@ -2,39 +2,19 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "game/Song.h"
 #include "tests/support/MidiBytes.h"
-#include "tests/support/TemporaryFolder.h"
-#include "tools/zanto-song/Command.h"
+#include "tests/tools/CommandFixture.h"
 
 namespace {
 
 using testing::HasSubstr;
 
-struct Outcome {
-    int status;
-    std::string out;
-    std::string errors;
-};
-
-class ImportCommandTest : public testing::Test {
+class ImportCommandTest : public CommandFixture {
 protected:
-    Outcome run(CommandArguments const& arguments) {
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        int const status = importCommand(arguments);
-        return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-    }
-    std::string read(std::string const& name) {
-        std::ifstream in(name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
-
-    TemporaryFolder folder;  // and the working directory
+    ImportCommandTest() : CommandFixture(importCommand) {}
 };
 
 constexpr char const* tune = "X:1\nT:Tune\nM:4/4\nL:1/4\nQ:1/4=100\nK:D\nD E F2 | A2 z2 |]\n";

@@ -8,6 +8,7 @@
 
 #include "tests/support/DocumentedExample.h"
 #include "tests/support/ScriptedMicrophone.h"
+#include "tests/tools/Outcome.h"
 #include "tools/zanto-mic/Command.h"
 
 namespace {
@@ -17,22 +18,13 @@ using testing::HasSubstr;
 constexpr double c5Hz = 523.25;
 constexpr double cSharp5Hz = 554.37;
 
-struct Outcome {
-    int status;
-    std::string out;
-    std::string errors;
-};
-
 using MicCommand = int (*)(MicArguments const&, Microphone&);
 
 Outcome run(MicCommand command, MicArguments arguments, Microphone& microphone) {
     if (command != micListCommand) {
         arguments.insert(arguments.end(), {"--data", ZANTO_DATA_FOLDER});
     }
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    int const status = command(arguments, microphone);
-    return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
+    return outcomeOf([&] { return command(arguments, microphone); });
 }
 
 // Noise of so much amplitude, and a sine that sets in when the quiet is over.

@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/TemporaryFolder.h"
-#include "tools/zanto-song/Command.h"
+#include "tests/tools/CommandFixture.h"
 #include "tools/zanto-song/SoundRecording.h"
 
 namespace {
@@ -20,20 +19,9 @@ using testing::StartsWith;
 
 constexpr double c5Hz = 523.25;
 
-struct Outcome {
-    int status;
-    std::string out;
-    std::string errors;
-};
-
-class PerformCommandTest : public testing::Test {
+class PerformCommandTest : public CommandFixture {
 protected:
-    Outcome run(CommandArguments const& arguments) {
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        int const status = performCommand(arguments);
-        return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-    }
+    PerformCommandTest() : CommandFixture(performCommand) {}
 
     // A C5 from 1.75 s to 2.2 s of `seconds`, on every channel but the second.
     void writeSound(std::string const& name, int rate, int channels, int format, double seconds = 4.0) {
@@ -56,7 +44,6 @@ protected:
         sf_writef_float(file.get(), samples.data(), static_cast<sf_count_t>(samples.size()) / channels);
     }
 
-    TemporaryFolder folder;  // and the working directory
     std::string song = folder.write("song.txt", "1 1\nC\n");
     std::string data = ZANTO_DATA_FOLDER;
 };

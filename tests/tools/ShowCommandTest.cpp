@@ -2,38 +2,19 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
-#include "tests/support/TemporaryFolder.h"
-#include "tools/zanto-song/Command.h"
+#include "tests/tools/CommandFixture.h"
 
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
 
-struct Outcome {
-    int status;
-    std::string out;
-    std::string errors;
-};
-
-class ShowCommandTest : public testing::Test {
+class ShowCommandTest : public CommandFixture {
 protected:
-    Outcome run(CommandArguments const& arguments) {
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        int const status = showCommand(arguments);
-        return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
-    }
-    std::string read(std::string const& name) {
-        std::ifstream in(name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    }
+    ShowCommandTest() : CommandFixture(showCommand) {}
 
-    TemporaryFolder folder;  // and the working directory
     std::string song = folder.write("my_song.txt", "1 1\nC\n");
 };
 
