@@ -8,10 +8,21 @@
 
 namespace {
 
-// Room for some three hundred glyphs of a score on a 4K screen, and thousands of a menu's; 4 MB.
-const int wantedSide = 2048;
+// Room for some three hundred glyphs of a score, and thousands of a menu's, on a usual screen (1 MB) and on a
+// 4K screen (4 MB).
+const int usualSide = 1024;
+const int largeSide = 2048;
+const int mostUsualRows = 1200;  // pixels
 // Shelves of few heights fill better than one height per glyph.
 const int shelfStep = 8;
+
+int wantedSide() {
+    GLint viewport[4] = {};
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    GLint largest = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    return std::min<int>(viewport[3] > mostUsualRows ? largeSide : usualSide, largest);
+}
 
 }  // namespace
 
@@ -74,12 +85,14 @@ void GlyphAtlas::bind() const {
 }
 
 void GlyphAtlas::makeStorage() {
-    if (side > 0) {
+    if (!glyphs.empty()) {
         return;
     }
-    GLint largest = 0;
-    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-    side = std::min<int>(wantedSide, largest);
+    const int wanted = wantedSide();
+    if (side == wanted) {
+        return;
+    }
+    side = wanted;
     bind();
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);

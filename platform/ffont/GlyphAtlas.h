@@ -24,7 +24,8 @@ struct AtlasGlyph {
 /// changed.
 class GlyphAtlas {
 public:
-    /// `texture` is a texture name, owned by the caller. The storage is made with the first picture.
+    /// `texture` is a texture name, owned by the caller. The storage is made with the first picture, for the
+    /// size of the viewport; another size counts from the next `clear` on.
     explicit GlyphAtlas(unsigned int texture_) : texture(texture_) {}
 
     /// Width and height that a picture may have, in samples.

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <vector>
 
 #include "app/Win.h"
@@ -35,6 +36,11 @@ long residentBytes() {
     long resident = 0;
     in >> total >> resident;
     return resident * sysconf(_SC_PAGESIZE);
+}
+
+long openFiles() {
+    std::filesystem::directory_iterator const files("/proc/self/fd");
+    return std::distance(begin(files), end(files));
 }
 
 /// Keeps standard output to itself: one line for each analysis would be a gigabyte in the end.
@@ -144,6 +150,7 @@ TEST_F(Soak, TenThousandSongsTakeNoMoreThanOne) {
     int otherSong = 0;
     long residentAfterAMinute = 0;
     int texturesAfterAMinute = 0;
+    long filesAfterAMinute = 0;
     {
         QuietOutput const quiet;
         Win win(audio);
@@ -158,9 +165,11 @@ TEST_F(Soak, TenThousandSongsTakeNoMoreThanOne) {
             if (song == songsOfTheFirstMinute) {
                 residentAfterAMinute = residentBytes();
                 texturesAfterAMinute = gl.textures();
+                filesAfterAMinute = openFiles();
             }
         }
         EXPECT_EQ(gl.textures(), texturesAfterAMinute);
+        EXPECT_EQ(openFiles(), filesAfterAMinute);
     }
     EXPECT_GT(first.size(), 5u);
     EXPECT_EQ(otherSong, 0) << "this song looks other than the second one once it is judged";

@@ -142,6 +142,23 @@ TEST_F(GlyphAtlasTest, IsFullInTheEndAndEmptyAfterClear) {
     EXPECT_TRUE(gl.noErrors());
 }
 
+TEST_F(GlyphAtlasTest, HasMoreRoomForALargeViewportOnceItIsEmptied) {
+    const int side = atlas->maxSamples();
+    const AtlasGlyph* glyph = atlas->add(keyNumber(1), plain(9, 7, 200));
+    glViewport(0, 0, 3840, 2160);
+    EXPECT_EQ(atlas->maxSamples(), side);
+    EXPECT_TRUE(holds(texels(), *glyph, 200)) << "what is in it stays";
+    atlas->clear();
+    EXPECT_EQ(atlas->maxSamples(), 2 * side);
+    glyph = atlas->add(keyNumber(1), plain(2 * side, 7, 100));
+    ASSERT_NE(glyph, nullptr);
+    EXPECT_TRUE(holds(texels(), *glyph, 100));
+    glViewport(0, 0, 640, 480);
+    atlas->clear();
+    EXPECT_EQ(atlas->maxSamples(), side);
+    EXPECT_TRUE(gl.noErrors());
+}
+
 TEST_F(GlyphAtlasTest, UploadsRightWhateverThePixelStoreWas) {
     glPixelStorei(GL_UNPACK_ALIGNMENT, 8);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 100);
