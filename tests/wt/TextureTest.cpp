@@ -159,6 +159,27 @@ TEST_F(TextureTest, OpaquePictureOfAnotherSizeIsFittedToTheWindowAndFollowsIt) {
     }
 }
 
+TEST_F(TextureTest, OpaquePictureIsNotFittedToASizeThatIsSeenOnce) {
+    tavi::Image<unsigned char> image = stripes(500, 333);
+    show(pictured(image));
+    drawn();
+    constexpr int width = 320;
+    constexpr int height = 200;
+    glViewport(0, 0, width, height);
+    const auto fitted = wt::resampled(image, width, height);
+    const auto differing = [&](const tavi::Image<unsigned char>& screen) {
+        int count = 0;
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                count += screen.at(x, screenHeight - height + y, 1) != fitted.at(x, y, 1) ? 1 : 0;
+            }
+        }
+        return count;
+    };
+    EXPECT_GT(differing(drawn()), width * height / 10);
+    EXPECT_EQ(differing(drawn()), 0);
+}
+
 TEST_F(TextureTest, OpaquePictureLooksTheSameWhereGLHasNoPrograms) {
     tavi::Image<unsigned char> image = stripes(500, 333);
     show(pictured(image));
