@@ -19,9 +19,11 @@ from stage import processes
 SAMPLE_RATE = 48000
 SAMPLE_BYTES = 4  # 32-bit float, one channel
 
-# How far ahead of the sound the player may be. On a busy machine less makes gaps in the sound, and what comes
-# after a gap is late; more does no harm, as the marker tells when the sound begins.
-PLAYBACK_LATENCY_MS = 2000
+# How far ahead of the sound a player may be. When it is kept waiting for longer, the sound has a gap, and what
+# comes after that is late; more does no harm, as the marker tells when the sound begins.
+PLAYBACK_LATENCY_MS = 10000
+RECORDING_LATENCY_MS = "20"  # of a program that records
+LATENCY_VARIABLE = "PULSE_LATENCY_MSEC"
 # Starting a player and filling its buffer takes less than this, so the sound is still to come afterwards.
 LEAD_SECONDS = 2.0
 # The first milliseconds of a new stream can get lost.
@@ -86,7 +88,7 @@ class VirtualMicrophone:
             "PULSE_CLIENTCONFIG": f"{folder}/client.conf",
             "XDG_RUNTIME_DIR": f"{folder}/run",
             "ALSA_CONFIG_PATH": f"{folder}/asound.conf",
-            "PULSE_LATENCY_MSEC": "20",
+            LATENCY_VARIABLE: RECORDING_LATENCY_MS,
             "JACK_NO_START_SERVER": "1",
         }
 
@@ -124,7 +126,10 @@ class VirtualMicrophone:
         self._listen()
 
     def _settings(self):
-        return {**os.environ, "HOME": str(self.folder), **self.environment}
+        settings = {**os.environ, "HOME": str(self.folder), **self.environment}
+        # Programs of the sound server would take it for more than the latency that they are told.
+        settings.pop(LATENCY_VARIABLE)
+        return settings
 
     def _answers(self):
         return subprocess.run(["pactl", "info"], env=self._settings(), stdout=subprocess.DEVNULL,
