@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -18,7 +19,7 @@ using fft::StageFactors;
 
 constexpr int largestTableBits = 16;
 
-std::array<int*, largestTableBits> bitReversalTables;
+std::array<std::uint16_t*, largestTableBits> bitReversalTables;
 
 void requirePowerOfTwo(int size) {
     if (!IsPowerOfTwo(size)) {
@@ -105,7 +106,7 @@ int FastReverseBits(int index, int numBits) {
     if (numBits > largestTableBits) {
         return ReverseBits(index, numBits);
     }
-    int const* const table = bitReversalTables[static_cast<std::size_t>(numBits - 1)];
+    std::uint16_t const* const table = bitReversalTables[static_cast<std::size_t>(numBits - 1)];
     return table[index];
 }
 
@@ -115,9 +116,9 @@ void InitFFT() {
     }
     for (int bits = 1; bits <= largestTableBits; ++bits) {
         int const entries = 1 << bits;
-        int* const table = new int[static_cast<std::size_t>(entries)];
+        auto* const table = new std::uint16_t[static_cast<std::size_t>(entries)];
         for (int i = 0; i < entries; ++i) {
-            table[i] = ReverseBits(i, bits);
+            table[i] = static_cast<std::uint16_t>(ReverseBits(i, bits));
         }
         bitReversalTables[static_cast<std::size_t>(bits - 1)] = table;
     }

@@ -1,3 +1,5 @@
+#include <malloc.h>
+
 #include <boost/shared_ptr.hpp>
 #include <csignal>
 #include <cstdio>
@@ -11,6 +13,17 @@
 namespace {
 constexpr int statusNoAudioInput = -1;
 constexpr int statusNotRecording = -2;
+
+// What each frame needs lies below both.
+constexpr int largeBlockBytes = 512 * 1024;
+constexpr int mostKeptBytes = 1024 * 1024;
+
+/// Pictures are large for a moment only. Unless it is told not to, the C library keeps more of such blocks
+/// for later with each that is freed, and they stay with the game for good.
+void giveMemoryBack() {
+    mallopt(M_MMAP_THRESHOLD, largeBlockBytes);
+    mallopt(M_TRIM_THRESHOLD, mostKeptBytes);
+}
 }  // namespace
 
 /// Starts recording, opens the game window and plays until the window is closed.
@@ -19,6 +32,8 @@ constexpr int statusNotRecording = -2;
 int main(int argc, char** argv) {
     // The diagnostic lines may go to a pipe whose reader leaves; that must not end the game.
     std::signal(SIGPIPE, SIG_IGN);
+
+    giveMemoryBack();
 
     std::puts("main::Creating AudioInput");
     const boost::shared_ptr<AudioInput> audioInput = AudioInput::New();

@@ -29,6 +29,7 @@ bool readFile(const std::string& path, std::vector<unsigned char>& bytes, std::s
             return false;
         }
     }
+    bytes.shrink_to_fit();
     if (std::ferror(file.get()) != 0) {
         reason = std::strerror(errno);
         return false;

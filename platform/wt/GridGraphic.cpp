@@ -91,6 +91,12 @@ Rect GridGraphic::cellRect(int row, int column, const Rect& target) const {
     return {xs[c], ys[r], xs[c + 1] - xs[c], ys[r + 1] - ys[r]};
 }
 
+void GridGraphic::putAway() const {
+    for (const Polygon& cell : cells) {
+        cell.putAway();
+    }
+}
+
 void GridGraphic::draw(const Rect& target, float opacity) const {
     if (cells.empty()) {
         return;

@@ -42,6 +42,8 @@ public:
     /// Where the cell lies when the grid covers `target`.
     Rect cellRect(int row, int column, const Rect& target) const;
     void draw(const Rect& target, float opacity) const;
+    /// It will not be drawn for a while: its pictures give back the memory that drawing them takes.
+    void putAway() const;
 
 private:
     std::vector<float> columnEdges(const Rect& target) const;

@@ -104,6 +104,14 @@ void Polygon::bindTextures(const Rect& target) const {
     }
 }
 
+void Polygon::putAway() const {
+    for (const Layer& layer : layers) {
+        if (layer.texture) {
+            layer.texture->putAway();
+        }
+    }
+}
+
 // Whether all that it draws is one opaque picture in its own colours, faded as a whole.
 bool Polygon::isPlainPicture(const Color& tint) const {
     return layers.size() == 1 && layers.front().texture && layers.front().texture->isOpaque() &&
@@ -118,7 +126,7 @@ void Polygon::draw(const Rect& target, float opacity) const {
     }
     bindTextures(target);
     const bool plain = isPlainPicture(c);
-    const unsigned int program = plain ? wtSymbols::fragProgs["picture_shader"] : shader;
+    const unsigned int program = linkedProgram(plain ? wtSymbols::fragProgs["picture_shader"] : shader);
     if (program != 0) {
         glUseProgram(program);
     }

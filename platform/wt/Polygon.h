@@ -52,6 +52,8 @@ public:
     /// Draws it with its bounding box stretched over `target`, its opacity multiplied by `opacity`. A picture
     /// is sharpest where the target's edges lie between pixels.
     void draw(const Rect& target, float opacity) const;
+    /// It will not be drawn for a while: its pictures give back the memory that drawing them takes.
+    void putAway() const;
 
 private:
     struct Layer {

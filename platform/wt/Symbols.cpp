@@ -25,26 +25,26 @@ const char* const pictureSource =
 const std::pair<const char*, const char*> sources[] = {{"solid_shader", solidSource},
                                                        {"picture_shader", pictureSource}};
 
-/// A program of this fragment source alone, 0 when GL refuses it.
-unsigned int link(const char* source) {
+/// Programs of ours that have not been drawn with, by their GL names, with their fragment sources; null for
+/// those that GL refused.
+std::unordered_map<unsigned int, const char*> unlinked;
+
+/// Whether GL makes the program of this fragment source alone.
+bool link(unsigned int program, const char* source) {
     const GLuint shader = glCreateShader(GL_FRAGMENT_SHADER);
-    if (shader == 0) {
-        return 0;
-    }
     glShaderSource(shader, 1, &source, nullptr);
     glCompileShader(shader);
-    GLuint program = glCreateProgram();
     glAttachShader(program, shader);
     glLinkProgram(program);
     // Marked only: it stays for as long as the program does.
     glDeleteShader(shader);
+    if (haveExtension("GL_ARB_ES2_compatibility")) {
+        // What compiled it is several MiB large.
+        glReleaseShaderCompiler();
+    }
     GLint linked = GL_FALSE;
     glGetProgramiv(program, GL_LINK_STATUS, &linked);
-    if (linked == GL_FALSE) {
-        glDeleteProgram(program);
-        program = 0;
-    }
-    return program;
+    return linked != GL_FALSE;
 }
 
 }  // namespace
@@ -71,13 +71,22 @@ void loadFragmentPrograms() {
         if (!have) {
             program = 0;
         } else if (program == 0 || glIsProgram(program) == GL_FALSE) {
-            program = link(source);
+            program = glCreateProgram();
+            unlinked[program] = source;
         }
     }
-    if (have && haveExtension("GL_ARB_ES2_compatibility")) {
-        // Everything is compiled, and what did it is several MiB large.
-        glReleaseShaderCompiler();
+}
+
+unsigned int linkedProgram(unsigned int program) {
+    const auto found = unlinked.find(program);
+    if (found == unlinked.end()) {
+        return program;
     }
+    if (found->second != nullptr && link(program, std::exchange(found->second, nullptr))) {
+        unlinked.erase(found);
+        return program;
+    }
+    return 0;
 }
 
 }  // namespace wt

@@ -13,8 +13,13 @@ struct wtSymbols {
     static std::unordered_map<std::string, unsigned int> fragProgs;
 };
 
-/// Makes the fragment programs in the current GL context, or sets them to 0 where there is none.
+/// Names the fragment programs in the current GL context, or sets them to 0 where there are none. Each is
+/// compiled when it is first drawn with.
 void loadFragmentPrograms();
+
+/// What to give to glUseProgram for a program of a polygon: one of ours is ready then, 0 if GL refuses it;
+/// any other stays what it is.
+unsigned int linkedProgram(unsigned int program);
 
 /// Whether the current GL context has programs at all.
 bool haveFragmentPrograms();

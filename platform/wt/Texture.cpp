@@ -143,6 +143,9 @@ Texture::~Texture() {
 }
 
 void Texture::bind() const {
+    if (whole == 0) {
+        upload(packed.unpacked(), whole, smoothly);
+    }
     glBindTexture(GL_TEXTURE_2D, whole);
 }
 
@@ -163,8 +166,20 @@ void Texture::bindFor(int widthPx, int heightPx) const {
 }
 
 void Texture::fit(const Size& size) const {
-    upload(resampled(download(whole), size.width, size.height), fitted, texelByTexel);
+    const tavi::Image<unsigned char> picture = whole != 0 ? download(whole) : packed.unpacked();
+    upload(resampled(picture, size.width, size.height), fitted, texelByTexel);
     fittedSize = size;
+}
+
+void Texture::putAway() const {
+    if (!opaque || whole == 0) {
+        return;
+    }
+    if (packed.empty()) {
+        packed = PackedPicture(download(whole));
+    }
+    glDeleteTextures(1, &whole);
+    whole = 0;
 }
 
 }  // namespace wt

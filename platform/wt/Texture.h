@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/timage/Image.h"
+#include "platform/wt/PackedPicture.h"
 
 namespace wt {
 
@@ -14,7 +15,7 @@ public:
     ~Texture();
 
     /// Whether there is a picture: false for an empty image and one that GL refused.
-    explicit operator bool() const { return whole != 0; }
+    explicit operator bool() const { return whole != 0 || !packed.empty(); }
 
     /// Whether no pixel of it is transparent.
     bool isOpaque() const { return opaque; }
@@ -27,6 +28,10 @@ public:
     /// follows another size when that is asked for twice in a row.
     void bindFor(int widthPx, int heightPx) const;
 
+    /// It will not be drawn for a while: an opaque picture gives back the whole texture, and keeps what it
+    /// was made from packed and the copy that fits. It may be bound again at any time.
+    void putAway() const;
+
 private:
     struct Size {
         int width = 0;
@@ -35,8 +40,10 @@ private:
     };
     void fit(const Size& size) const;
 
-    unsigned int whole = 0;
     bool opaque = false;
+    mutable unsigned int whole = 0;
+    /// Empty until it was put away.
+    mutable PackedPicture packed;
     mutable unsigned int fitted = 0;
     mutable Size fittedSize;
     mutable Size askedFor;  ///< pixels, the last time

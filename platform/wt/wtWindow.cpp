@@ -78,6 +78,13 @@ void wtWindow::moveTo(const tavi::Vec2<float>& corner) {
     recomputeMinSize();
 }
 
+void wtWindow::setShowing(int showing) {
+    wtWidget::setShowing(showing);
+    if (isShowing() == 0) {
+        background.putAway();
+    }
+}
+
 void wtWindow::resize(float width, float height) {
     requested.w = width;
     requested.h = height;

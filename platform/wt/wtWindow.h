@@ -41,6 +41,7 @@ public:
     /// Puts the lower left corner there, as far as the whole window stays on the screen.
     void moveTo(const tavi::Vec2<float>& corner);
 
+    void setShowing(int showing) override;
     void resize(float width, float height) override;
     void draw() override;
     /// What its widgets, padding and title bar need.

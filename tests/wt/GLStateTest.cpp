@@ -154,7 +154,7 @@ protected:
         glClear(GL_COLOR_BUFFER_BIT);
         GLuint texture = 0;
         glGenTextures(1, &texture);
-        disturb(wt::wtSymbols::fragProgs["solid_shader"], texture);
+        disturb(wt::linkedProgram(wt::wtSymbols::fragProgs["solid_shader"]), texture);
         wt::wtWindowManager::displayWidgets();
         const tavi::Image<unsigned char> disturbed = gl.read();
         EXPECT_TRUE(
@@ -167,7 +167,7 @@ protected:
 TEST_F(GLStateTest, EverythingIsAsItWasAfterDrawing) {
     GLuint texture = 0;
     glGenTextures(1, &texture);
-    disturb(wt::wtSymbols::fragProgs["solid_shader"], texture);
+    disturb(wt::linkedProgram(wt::wtSymbols::fragProgs["solid_shader"]), texture);
     const State before = readState();
     wt::wtWindowManager::displayWidgets();
     const State after = readState();

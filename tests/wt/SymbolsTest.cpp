@@ -35,4 +35,34 @@ TEST(SymbolsTest, ProgramsAreThereAndMoreCanBeMadeAfterThem) {
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
+bool isLinked(unsigned int program) {
+    GLint linked = GL_FALSE;
+    glGetProgramiv(program, GL_LINK_STATUS, &linked);
+    return linked != GL_FALSE;
+}
+
+TEST(SymbolsTest, ProgramIsCompiledWhenItIsFirstDrawnWith) {
+    const OffscreenGL gl(16, 16);
+    wt::loadFragmentPrograms();
+    for (const char* name : {"solid_shader", "picture_shader"}) {
+        const unsigned int program = wt::wtSymbols::fragProgs[name];
+        glDeleteProgram(program);
+        wt::loadFragmentPrograms();
+        const unsigned int anew = wt::wtSymbols::fragProgs[name];
+        EXPECT_FALSE(isLinked(anew)) << name;
+        EXPECT_EQ(wt::linkedProgram(anew), anew) << name;
+        EXPECT_TRUE(isLinked(anew)) << name;
+        EXPECT_EQ(wt::linkedProgram(anew), anew) << name;
+    }
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+}
+
+TEST(SymbolsTest, ProgramOfSomebodyElseStaysWhatItIs) {
+    const OffscreenGL gl(16, 16);
+    wt::loadFragmentPrograms();
+    const GLuint foreign = glCreateProgram();
+    EXPECT_EQ(wt::linkedProgram(foreign), foreign);
+    EXPECT_EQ(wt::linkedProgram(0), 0U);
+}
+
 }  // namespace

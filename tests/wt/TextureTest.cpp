@@ -180,6 +180,63 @@ TEST_F(TextureTest, OpaquePictureIsNotFittedToASizeThatIsSeenOnce) {
     EXPECT_EQ(differing(drawn()), 0);
 }
 
+TEST_F(TextureTest, HiddenPictureGivesItsWholeTextureBackAndLooksTheSameWhenItIsShownAgain) {
+    GLuint probe = 0;
+    glGenTextures(1, &probe);
+    const GLuint whole = probe + 1;
+    tavi::Image<unsigned char> image = stripes(500, 333);
+    wt::wtWindow* panel = show(pictured(image));
+    ASSERT_EQ(glIsTexture(whole), GL_TRUE);
+    const auto expectPicture = [&](int width, int height) {
+        glViewport(0, 0, width, height);
+        drawn();
+        const auto screen = drawn();
+        const auto fitted = wt::resampled(image, width, height);
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                ASSERT_EQ(screen.at(x, screenHeight - height + y, 2), fitted.at(x, y, 2)) << x << ", " << y;
+            }
+        }
+    };
+    panel->setShowing(0);
+    EXPECT_EQ(glIsTexture(whole), GL_FALSE);
+    panel->setShowing(1);
+    expectPicture(screenWidth, screenHeight);
+    EXPECT_EQ(glIsTexture(whole), GL_FALSE) << "the copy that fits is enough";
+    panel->setShowing(0);
+    panel->setShowing(1);
+    expectPicture(320, 200);
+}
+
+TEST_F(TextureTest, PictureThatWasHiddenIsWholeWhileItIsPulledAbout) {
+    tavi::Image<unsigned char> image = stripes(500, 333);
+    wt::wtWindow* panel = show(pictured(image));
+    drawn();
+    glViewport(0, 0, 320, 200);
+    const auto before = drawn();
+    glViewport(0, 0, screenWidth, screenHeight);
+    drawn();
+    panel->setShowing(0);
+    panel->setShowing(1);
+    glViewport(0, 0, 320, 200);
+    const auto after = drawn();
+    EXPECT_TRUE(std::equal(after.data(), after.data() + screenWidth * screenHeight * 4, before.data()));
+}
+
+TEST_F(TextureTest, PictureThatLetsThroughStaysATextureWhileItIsHidden) {
+    GLuint probe = 0;
+    glGenTextures(1, &probe);
+    tavi::Image<unsigned char> image(8, 8, 4);
+    std::fill(image.data(), image.data() + 8 * 8 * 4, static_cast<unsigned char>(100));
+    wt::wtWindow* panel = show(pictured(image));
+    const auto before = drawn();
+    panel->setShowing(0);
+    EXPECT_EQ(glIsTexture(probe + 1), GL_TRUE);
+    panel->setShowing(1);
+    const auto after = drawn();
+    EXPECT_TRUE(std::equal(after.data(), after.data() + screenWidth * screenHeight * 4, before.data()));
+}
+
 TEST_F(TextureTest, OpaquePictureLooksTheSameWhereGLHasNoPrograms) {
     tavi::Image<unsigned char> image = stripes(500, 333);
     show(pictured(image));
