@@ -10,7 +10,11 @@ import time
 
 from stage import processes
 from stage.display import VirtualDisplay
+from stage.game import Game
 from stage.microphone import VirtualMicrophone
+from stage.player import Player
+from stage.screen import Screen
+from stage.songs import Listing
 
 SONG = "twinkle_twinkle.txt"
 SECONDS_INTO_THE_SONG = 8
@@ -49,10 +53,26 @@ class Program:
     def resident_mib(self, seconds):
         process, _ = self.start()
         time.sleep(seconds)
-        status = pathlib.Path(f"/proc/{process.pid}/status").read_text()
+        mib = resident_mib(process.pid)
         processes.stop(process)
-        kib = next(line.split()[1] for line in status.splitlines() if line.startswith("VmRSS:"))
-        return int(kib) / 1024
+        return mib
+
+
+def resident_mib(process_id):
+    status = pathlib.Path(f"/proc/{process_id}/status").read_text()
+    kib = next(line.split()[1] for line in status.splitlines() if line.startswith("VmRSS:"))
+    return int(kib) / 1024
+
+
+def resident_mib_by_the_menus(program, folder, environment, display, seconds):
+    """In a song that was chosen from the menus."""
+    with Screen(display.name) as view, Game(program, folder, environment) as game:
+        player = Player(game, view)
+        player.open_chooser()
+        player.choose(Listing(folder / "Songs" / "listing.txt").name_of(SONG))
+        player.press("Play")
+        time.sleep(seconds)
+        return resident_mib(game.id)
 
 
 def main(build, runs):
@@ -73,9 +93,12 @@ def main(build, runs):
                     seconds.append(taken)
         medians = {program: statistics.median(seconds) * 1000 for program, seconds in times.items()}
         memory = {program: program.resident_mib(SECONDS_INTO_THE_SONG) for program in times}
+        by_menus = resident_mib_by_the_menus(game.command[0], data, environment, display, SECONDS_INTO_THE_SONG)
         for program in times:
             print(f"{program.name}: first frame after {medians[program]:.0f} ms (median of {runs}), "
                   f"{memory[program]:.1f} MiB resident")
+        print(f"the game, with the song chosen from its menus: {by_menus:.1f} MiB resident, "
+              f"{by_menus - memory[bare]:+.1f} MiB beside the bare window")
         for peer in (bare, drawing):
             print(f"the game beside {peer.name}: {medians[game] - medians[peer]:+.0f} ms, "
                   f"{memory[game] - memory[peer]:+.1f} MiB, {medians[game] / medians[peer]:.2f} times the time")

@@ -118,6 +118,17 @@ TEST_F(NoteEstimationTest, ThresholdIsReadAsFarAsItIsANumber) {
     EXPECT_EQ(start(""), "NoteEstimation minDecibel is 0.000000\n");
     setenv("ZANTO_MIN_DECIBEL", "-1e300", 1);
     EXPECT_EQ(start(""), "NoteEstimation minDecibel is -inf\n");
+    setenv("ZANTO_MIN_DECIBEL", "1e300", 1);
+    EXPECT_EQ(start(""), "NoteEstimation minDecibel is inf\n");
+}
+
+TEST_F(NoteEstimationTest, ThresholdMayBeAsLargeAsAFloatGets) {
+    setenv("ZANTO_MIN_DECIBEL", "0x1.fffffep127", 1);
+    start("");
+    EXPECT_EQ(estimation->getMinDecibel(), std::numeric_limits<float>::max());
+    setenv("ZANTO_MIN_DECIBEL", "-0x1.fffffep127", 1);
+    start("");
+    EXPECT_EQ(estimation->getMinDecibel(), std::numeric_limits<float>::lowest());
 }
 
 TEST_F(NoteEstimationTest, MissingNoteTableHearsPeaksAndNoNotes) {

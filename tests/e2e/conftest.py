@@ -99,4 +99,7 @@ def perform(tmp_path):
 def close(player):
     """Presses the window's close button; returns the game's exit status."""
     player.view.press_close_button(player.window)
-    return player.game.wait()
+    status = player.game.wait()
+    if status != 0:
+        print("\n".join(player.game.output("err")))  # a sanitizer's report, say
+    return status

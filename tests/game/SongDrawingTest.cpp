@@ -2,7 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <set>
+#include <utility>
 
 #include "tests/game/SongFixture.h"
 #include "tests/support/GameCamera.h"
@@ -34,6 +37,35 @@ RecordingGL::Point at(float x, float y) {
 
 float row(int note) {
     return static_cast<float>(2.0 * note / 7.0);
+}
+
+/// Whether the current matrices bring the point (x, y, 0) between all sides of the view.
+bool isInView(double x, double y) {
+    double projection[16] = {};
+    double modelview[16] = {};
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
+    double clip[4] = {};
+    for (int k = 0; k < 4; ++k) {
+        double const eye = modelview[k] * x + modelview[4 + k] * y + modelview[12 + k];
+        for (int coordinate = 0; coordinate < 4; ++coordinate) {
+            clip[coordinate] += projection[4 * k + coordinate] * eye;
+        }
+    }
+    return std::abs(clip[0]) <= clip[3] && std::abs(clip[1]) <= clip[3];
+}
+
+/// The slots of which the lowest or the highest row is in view, when slot `middle` is the current one.
+std::set<int> slotsInView(int middle) {
+    constexpr int farthest = 60;  // more than any of the cameras here sees to either side
+    std::set<int> slots;
+    for (int slot = middle - farthest; slot <= middle + farthest; ++slot) {
+        if (isInView(slot - middle, static_cast<double>(row(0))) ||
+            isInView(slot - middle, static_cast<double>(row(6)))) {
+            slots.insert(slot);
+        }
+    }
+    return slots;
 }
 
 class SongDrawingTest : public SongFixture {
@@ -248,6 +280,41 @@ TEST_F(SongDrawingTest, AWiderWindowSeesMore) {
     EXPECT_LT(narrow, wide);
     EXPECT_LT(wide, everything);
     EXPECT_EQ(everything, 101u);
+}
+
+TEST_F(SongDrawingTest, WhatACameraSeesThatIsTurnedAndRolledIsDrawnAndLittleElse) {
+    constexpr int slack =
+        64;  // slots: index blocks seen in part, and what only the upper or lower side hides
+    std::string lines;
+    for (int slot = 0; slot < 2000; ++slot) {
+        lines += "C B\n";
+    }
+    play(lines);
+    for (auto const& [aspect, rise] : {std::pair(4.0 / 3.0, 0.0), std::pair(0.3, 5.0)}) {
+        for (double const turn : {-25.0, 0.0, 25.0}) {
+            for (double const roll : {-70.0, -30.0, 0.0, 30.0, 70.0}) {
+                lookThroughGameCamera(aspect);
+                glTranslated(0.0, -rise, 0.0);
+                glRotated(turn, 0.0, 1.0, 0.0);
+                glRotated(roll, 0.0, 0.0, 1.0);
+                // Each place that a slot can have in a block of the index.
+                for (int middle = 1000; middle < 1016; ++middle) {
+                    std::set<int> const visible = slotsInView(middle);
+                    std::set<int> seen;
+                    for (Line const& line : marks(middle / 2.0)) {
+                        seen.insert(static_cast<int>(std::lround((line.from.x + line.to.x) / 2)));
+                    }
+                    ASSERT_FALSE(visible.empty());
+                    EXPECT_TRUE(std::includes(seen.begin(), seen.end(), visible.begin(), visible.end()))
+                        << aspect << ", " << turn << ", " << roll << " at " << middle;
+                    EXPECT_GE(*seen.begin(), *visible.begin() - slack)
+                        << aspect << ", " << turn << ", " << roll;
+                    EXPECT_LE(*seen.rbegin(), *visible.rbegin() + slack)
+                        << aspect << ", " << turn << ", " << roll;
+                }
+            }
+        }
+    }
 }
 
 TEST_F(SongDrawingTest, WithMatricesThatShowNoPlaceEverythingIsDrawn) {
