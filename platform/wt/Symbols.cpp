@@ -32,6 +32,9 @@ std::unordered_map<unsigned int, const char*> unlinked;
 /// Whether GL makes the program of this fragment source alone.
 bool link(unsigned int program, const char* source) {
     const GLuint shader = glCreateShader(GL_FRAGMENT_SHADER);
+    if (shader == 0) {
+        return false;
+    }
     glShaderSource(shader, 1, &source, nullptr);
     glCompileShader(shader);
     glAttachShader(program, shader);
@@ -72,7 +75,9 @@ void loadFragmentPrograms() {
             program = 0;
         } else if (program == 0 || glIsProgram(program) == GL_FALSE) {
             program = glCreateProgram();
-            unlinked[program] = source;
+            if (program != 0) {
+                unlinked[program] = source;
+            }
         }
     }
 }

@@ -304,7 +304,7 @@ TEST_F(SongDrawingTest, WhatACameraSeesThatIsTurnedAndRolledIsDrawnAndLittleElse
                     for (Line const& line : marks(middle / 2.0)) {
                         seen.insert(static_cast<int>(std::lround((line.from.x + line.to.x) / 2)));
                     }
-                    ASSERT_FALSE(visible.empty());
+                    ASSERT_FALSE(visible.empty() || seen.empty());
                     EXPECT_TRUE(std::includes(seen.begin(), seen.end(), visible.begin(), visible.end()))
                         << aspect << ", " << turn << ", " << roll << " at " << middle;
                     EXPECT_GE(*seen.begin(), *visible.begin() - slack)

@@ -42,6 +42,19 @@ protected:
         return gl.read();
     }
 
+    /// That the picture fills a viewport of that size, once it is fitted to it.
+    void expectFitted(const tavi::Image<unsigned char>& image, int width, int height) {
+        glViewport(0, 0, width, height);
+        drawn();
+        const auto screen = drawn();
+        const auto fitted = wt::resampled(image, width, height);
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                ASSERT_EQ(screen.at(x, screenHeight - height + y, 1), fitted.at(x, y, 1)) << x << ", " << y;
+            }
+        }
+    }
+
     OffscreenGL gl{screenWidth, screenHeight};
 };
 
@@ -147,15 +160,7 @@ TEST_F(TextureTest, OpaquePictureOfAnotherSizeIsFittedToTheWindowAndFollowsIt) {
     tavi::Image<unsigned char> image = stripes(500, 333);
     show(pictured(image));
     for (const auto& [width, height] : {std::pair(screenWidth, screenHeight), std::pair(320, 200)}) {
-        glViewport(0, 0, width, height);
-        drawn();
-        const auto screen = drawn();
-        const auto fitted = wt::resampled(image, width, height);
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                ASSERT_EQ(screen.at(x, screenHeight - height + y, 1), fitted.at(x, y, 1)) << x << ", " << y;
-            }
-        }
+        expectFitted(image, width, height);
     }
 }
 
@@ -187,25 +192,14 @@ TEST_F(TextureTest, HiddenPictureGivesItsWholeTextureBackAndLooksTheSameWhenItIs
     tavi::Image<unsigned char> image = stripes(500, 333);
     wt::wtWindow* panel = show(pictured(image));
     ASSERT_EQ(glIsTexture(whole), GL_TRUE);
-    const auto expectPicture = [&](int width, int height) {
-        glViewport(0, 0, width, height);
-        drawn();
-        const auto screen = drawn();
-        const auto fitted = wt::resampled(image, width, height);
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                ASSERT_EQ(screen.at(x, screenHeight - height + y, 2), fitted.at(x, y, 2)) << x << ", " << y;
-            }
-        }
-    };
     panel->setShowing(0);
     EXPECT_EQ(glIsTexture(whole), GL_FALSE);
     panel->setShowing(1);
-    expectPicture(screenWidth, screenHeight);
+    expectFitted(image, screenWidth, screenHeight);
     EXPECT_EQ(glIsTexture(whole), GL_FALSE) << "the copy that fits is enough";
     panel->setShowing(0);
     panel->setShowing(1);
-    expectPicture(320, 200);
+    expectFitted(image, 320, 200);
 }
 
 TEST_F(TextureTest, PictureThatWasHiddenIsWholeWhileItIsPulledAbout) {
