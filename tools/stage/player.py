@@ -9,6 +9,9 @@ SCORE_REGION = (0.0, 0.9, 0.265, 1.0)
 
 LIST_HEADING = "Choose your song"
 
+# Between two looks at what should stand still. A window that was made larger shows its old picture for some frames.
+STILL_SECONDS = 0.2
+
 CLICK_SECONDS = 0.02  # from the release of a button to the game's answer: one frame
 
 
@@ -45,7 +48,7 @@ class Player:
             line = self.sees(text)
             last.append(line and line.box)
             return line if line and last[-1] == (last[-2] if len(last) > 1 else None) else None
-        return processes.wait_until(still, seconds, f"{text!r} on the screen")
+        return processes.wait_until(still, seconds, f"{text!r} on the screen", STILL_SECONDS)
 
     def wait_until_gone(self, text, seconds=30):
         processes.wait_until(lambda: not self.sees(text), seconds, f"{text!r} to go from the screen")
