@@ -123,7 +123,7 @@ std::string readModel(Arguments const& given, TableModel& model) {
     }
     for (Option const& option : options) {
         if (std::optional<std::string> const value = given.value(option.name)) {
-            std::string const problem = option.set(*value, model);
+            std::string problem = option.set(*value, model);
             if (!problem.empty()) {
                 return problem;
             }
