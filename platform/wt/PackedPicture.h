@@ -7,10 +7,10 @@
 
 namespace wt {
 
-/// A picture that is not needed for now, kept without loss in a fraction of its room: drawn ones take about a
-/// sixth. A value.
+/// A picture that is not needed for now, kept without loss in a fraction of its room, if it is drawn. A
+/// value.
 ///
-///     const wt::PackedPicture packed(picture);   // some 10 ms for a large one, half of that back
+///     const wt::PackedPicture packed(picture);
 ///     tavi::Image<unsigned char> again = packed.unpacked();
 class PackedPicture {
 public:

@@ -283,8 +283,8 @@ TEST_F(SongDrawingTest, AWiderWindowSeesMore) {
 }
 
 TEST_F(SongDrawingTest, WhatACameraSeesThatIsTurnedAndRolledIsDrawnAndLittleElse) {
-    constexpr int slack =
-        64;  // slots: index blocks seen in part, and what only the upper or lower side hides
+    // Index blocks that are seen in part, and slots that only the upper or the lower side hides.
+    constexpr int slack = 64;
     std::string lines;
     for (int slot = 0; slot < 2000; ++slot) {
         lines += "C B\n";

@@ -52,6 +52,12 @@ TEST(PackedPictureTest, SlopeTakesLittleRoom) {
     expectSame(packed.unpacked(), picture);
 }
 
+TEST(PackedPictureTest, TheTitlePictureTakesLessThanAQuarter) {
+    tavi::Image<unsigned char> picture(0, 0, 0);
+    ASSERT_TRUE(picture.read("Images/title.png"));
+    EXPECT_LT(wt::PackedPicture(picture).size(), samples(picture) / 4);
+}
+
 TEST(PackedPictureTest, NoPictureStaysNone) {
     EXPECT_TRUE(wt::PackedPicture().empty());
     EXPECT_TRUE(wt::PackedPicture().unpacked().empty());

@@ -57,6 +57,22 @@ TEST(SymbolsTest, ProgramIsCompiledWhenItIsFirstDrawnWith) {
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
+TEST(SymbolsTest, ProgramThatCannotBeLinkedIsTheFixedFunction) {
+    const OffscreenGL gl(16, 16);
+    unsigned int& program = wt::wtSymbols::fragProgs["solid_shader"];
+    glDeleteProgram(program);
+    wt::loadFragmentPrograms();
+    glDeleteProgram(program);
+    EXPECT_EQ(wt::linkedProgram(program), 0U);
+    EXPECT_EQ(wt::linkedProgram(program), 0U);
+    EXPECT_NE(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    while (glGetError() != GL_NO_ERROR) {
+    }
+    wt::loadFragmentPrograms();
+    EXPECT_EQ(wt::linkedProgram(program), program);
+    EXPECT_NE(program, 0U);
+}
+
 TEST(SymbolsTest, ProgramOfSomebodyElseStaysWhatItIs) {
     const OffscreenGL gl(16, 16);
     wt::loadFragmentPrograms();
