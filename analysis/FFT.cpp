@@ -52,24 +52,24 @@ void transform(int numSamples, bool inverse, Complexes scratch, Complexes out) {
     int blockEnd = 1;
     int stage = 0;
     for (; blockEnd * blockEnd < numSamples; blockEnd *= 2, ++stage) {
-        StageFactors const& factors = fft::stageFactors(blockEnd, inverse);
-        int const run = numSamples / 2 / blockEnd;
+        const StageFactors& factors = fft::stageFactors(blockEnd, inverse);
+        const int run = numSamples / 2 / blockEnd;
         for (int block = 0; block < blockEnd; ++block) {
-            auto const factor = static_cast<std::size_t>(ReverseBits(block, stage));
-            Complexes const low = scratch.from(2 * run * block);
+            const auto factor = static_cast<std::size_t>(ReverseBits(block, stage));
+            const Complexes low = scratch.from(2 * run * block);
             fft::butterflies(run, factors.real[factor], factors.imag[factor], low, low.from(run));
         }
     }
-    int const numBits = NumberOfBitsNeeded(numSamples);
+    const int numBits = NumberOfBitsNeeded(numSamples);
     for (int i = 0; i < numSamples; ++i) {
-        int const j = FastReverseBits(i, numBits);
+        const int j = FastReverseBits(i, numBits);
         out.real[j] = scratch.real[i];
         out.imag[j] = scratch.imag[i];
     }
     for (; blockEnd < numSamples; blockEnd *= 2) {
-        StageFactors const& factors = fft::stageFactors(blockEnd, inverse);
+        const StageFactors& factors = fft::stageFactors(blockEnd, inverse);
         for (int i = 0; i < numSamples; i += 2 * blockEnd) {
-            Complexes const low = out.from(i);
+            const Complexes low = out.from(i);
             fft::butterflies(blockEnd, factors.real.data(), factors.imag.data(), low, low.from(blockEnd));
         }
     }
@@ -106,7 +106,7 @@ int FastReverseBits(int index, int numBits) {
     if (numBits > largestTableBits) {
         return ReverseBits(index, numBits);
     }
-    std::uint16_t const* const table = bitReversalTables[static_cast<std::size_t>(numBits - 1)];
+    const std::uint16_t* const table = bitReversalTables[static_cast<std::size_t>(numBits - 1)];
     return table[index];
 }
 
@@ -115,7 +115,7 @@ void InitFFT() {
         return;
     }
     for (int bits = 1; bits <= largestTableBits; ++bits) {
-        int const entries = 1 << bits;
+        const int entries = 1 << bits;
         auto* const table = new std::uint16_t[static_cast<std::size_t>(entries)];
         for (int i = 0; i < entries; ++i) {
             table[i] = static_cast<std::uint16_t>(ReverseBits(i, bits));
@@ -124,10 +124,10 @@ void InitFFT() {
     }
 }
 
-void FFT(int numSamples, bool inverseTransform, float const* realIn, float const* imagIn, float* realOut,
+void FFT(int numSamples, bool inverseTransform, const float* realIn, const float* imagIn, float* realOut,
          float* imagOut) {
     requirePowerOfTwo(numSamples);
-    Temporaries const scratch(numSamples);
+    const Temporaries scratch(numSamples);
     std::copy_n(realIn, numSamples, scratch.real.get());
     if (imagIn == nullptr) {
         std::fill_n(scratch.imag.get(), numSamples, 0.0f);
@@ -136,7 +136,7 @@ void FFT(int numSamples, bool inverseTransform, float const* realIn, float const
     }
     transform(numSamples, inverseTransform, scratch.values(), {realOut, imagOut});
     if (inverseTransform) {
-        auto const scale = static_cast<float>(numSamples);
+        const auto scale = static_cast<float>(numSamples);
         for (int i = 0; i < numSamples; ++i) {
             realOut[i] /= scale;
             imagOut[i] /= scale;
@@ -144,29 +144,28 @@ void FFT(int numSamples, bool inverseTransform, float const* realIn, float const
     }
 }
 
-void RealFFT(int numSamples, float const* realIn, float* realOut, float* imagOut) {
-    int const half = numSamples / 2;
+void RealFFT(int numSamples, const float* realIn, float* realOut, float* imagOut) {
+    const int half = numSamples / 2;
     requirePowerOfTwo(half);
-    Temporaries const pairs(half);
-    fft::dealPairs(half, realIn, pairs.values());
+    const Temporaries pairs(half);
+    fft::dealPairs(half, realIn, pairs.real.get(), pairs.imag.get());
     transform(half, false, pairs.values(), {realOut, imagOut});
 
-    PairFactors const& factors = fft::pairFactors(half);
-    Complexes const bins{realOut, imagOut};
-    fft::separatePairs(half / 2 - 1, factors.real.data(), factors.imag.data(), bins.from(1),
-                       bins.from(half - 1));
-    float const h1r = realOut[0];
+    const PairFactors& factors = fft::pairFactors(half);
+    fft::separatePairs(half / 2 - 1, factors.real.data(), factors.imag.data(), realOut + 1, imagOut + 1,
+                       realOut + half - 1, imagOut + half - 1);
+    const float h1r = realOut[0];
     realOut[0] = h1r + imagOut[0];
     imagOut[0] = h1r - imagOut[0];
 }
 
-void PowerSpectrum(int numSamples, float const* in, float* out) {
-    int const half = numSamples / 2;
+void PowerSpectrum(int numSamples, const float* in, float* out) {
+    const int half = numSamples / 2;
     requirePowerOfTwo(half);
-    Temporaries const bins(half);
+    const Temporaries bins(half);
     RealFFT(numSamples, in, bins.real.get(), bins.imag.get());
     // The first bin and the last stand packed as one value, whose square is the sum of both powers.
-    fft::squareMagnitudes(half, bins.values(), out);
+    fft::squareMagnitudes(half, bins.real.get(), bins.imag.get(), out);
 }
 
 int NumWindowFuncs() {

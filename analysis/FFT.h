@@ -18,10 +18,10 @@ int NumberOfBitsNeeded(int powerOfTwo);
 /// The lowest `numBits` bits of `index` in reverse order.
 int ReverseBits(int index, int numBits);
 
-/// ReverseBits for `numBits` from 1 on, by table up to 16, which InitFFT must have built.
+/// ReverseBits for `numBits` from 1 on; up to 16 by the tables that InitFFT builds.
 int FastReverseBits(int index, int numBits);
 
-/// Builds the bit-reversal tables for 1 to 16 bits, once for the process. Every transform sees to it itself.
+/// Builds the bit-reversal tables for 1 to 16 bits, once for the process. Every transform calls it.
 void InitFFT();
 
 /// Complex transform: realIn[n], imagIn[n] to realOut[n], imagOut[n], n = numSamples, a null `imagIn` being
@@ -29,16 +29,16 @@ void InitFFT();
 /// conjugate of what the other sign gives for a real signal, and of the same magnitude. Inverse turns the
 /// other way and divides by n, so that one undoes the other. Twiddle factors come from a three-term
 /// recurrence and butterflies are computed in double; what they store is rounded to float.
-void FFT(int numSamples, bool inverseTransform, float const* realIn, float const* imagIn, float* realOut,
+void FFT(int numSamples, bool inverseTransform, const float* realIn, const float* imagIn, float* realOut,
          float* imagOut);
 
 /// Transform of a real signal: realIn[n] to realOut[n/2], imagOut[n/2], n = numSamples, from 4 on. Bins 0 < k
 /// < n/2 as FFT gives them, not scaled; realOut[0] is bin 0 and imagOut[0] bin n/2, which both are real.
-void RealFFT(int numSamples, float const* realIn, float* realOut, float* imagOut);
+void RealFFT(int numSamples, const float* realIn, float* realOut, float* imagOut);
 
 /// Squared magnitudes of a real signal's transform, not scaled: in[n] to out[n/2], n = numSamples, from 4 on.
 /// out[0] is the sum of the powers of bins 0 and n/2.
-void PowerSpectrum(int numSamples, float const* in, float* out);
+void PowerSpectrum(int numSamples, const float* in, float* out);
 
 /// How many windows there are, the rectangular one included: 4.
 int NumWindowFuncs();

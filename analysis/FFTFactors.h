@@ -2,9 +2,8 @@
 
 #include <vector>
 
-/// The factors of the transforms and windows in FFT.h: what one call needs and the next one needs again. Each
-/// set is computed when it is first asked for and kept; main thread only. A set of factors depends on nothing
-/// but the arguments here, so that keeping it changes no bit of any result.
+/// The factors of the transforms and windows in FFT.h. Each set is computed when it is first needed and kept;
+/// main thread only. A set depends only on the arguments here, so keeping it changes no bit of any result.
 namespace fft {
 
 /// The twiddle factors of one stage of the complex transform.
@@ -16,7 +15,7 @@ struct StageFactors {
 /// The stage that joins blocks of `blockEnd` points, a power of two from 1 on, into blocks of twice as many.
 /// Factor n is exp(+i pi n / blockEnd), conjugate if `inverse`, as a three-term recurrence in double gives
 /// it: each from the two before, with four sines and cosines to begin with.
-StageFactors const& stageFactors(int blockEnd, bool inverse);
+const StageFactors& stageFactors(int blockEnd, bool inverse);
 
 /// The factors that take a transform of `half` pairs of samples apart into the bins of the single samples.
 struct PairFactors {
@@ -26,9 +25,9 @@ struct PairFactors {
 
 /// Factor n is exp(+i pi (n + 1) / half), as a recurrence in float gives it. `half` is a power of two from 2
 /// on.
-PairFactors const& pairFactors(int half);
+const PairFactors& pairFactors(int half);
 
 /// What window 1, 2 or 3 multiplies each of `count` samples by.
-std::vector<double> const& windowFactors(int window, int count);
+const std::vector<double>& windowFactors(int window, int count);
 
 }  // namespace fft

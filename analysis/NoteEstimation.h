@@ -1,11 +1,14 @@
 #pragma once
 
 #include <boost/shared_ptr.hpp>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "analysis/FineEar.h"
 #include "analysis/NoteState.h"
 #include "analysis/Notes.h"
+#include "analysis/SpectrumRules.h"
 
 class RingBuffer;
 
@@ -17,18 +20,25 @@ class RingBuffer;
 ///
 ///     estimation.update(input->getRingBuffer(), frameSeconds);
 ///     bool const singing = estimation.getNoteState().isDown(0);
+///
+/// It has two ears. The plain one asks the note table about each strong peak. The fine one (FineEar.h)
+/// listens instead when ZANTO_EAR is "fine" at construction, tuned by ZANTO_A4 (Hz, 380 to 480, usually 440)
+/// and ZANTO_TRANSPOSE (semitones, -24 to 24, usually 0). A value that is not understood is told in one line
+/// on standard error and the usual one is taken. Spectrum, peaks, threshold and what is printed mean the same
+/// with both.
 class NoteEstimation {
 public:
     NoteEstimation();
 
     /// Analyses the newest samples of `buffer`: one Hamming-windowed spectrum of 4096 samples that end 2048
-    /// before the newest. `dtSeconds` is the time since the last update and is added to every sounding note.
-    void update(boost::shared_ptr<RingBuffer const> const& buffer, double dtSeconds);
+    /// before the newest, for the fine ear of the newest 4096. `dtSeconds` is the time since the last update
+    /// and is added to every sounding note.
+    void update(const boost::shared_ptr<const RingBuffer>& buffer, double dtSeconds);
 
     /// Picks the peaks of a spectrum, keeps those near the loudest, and reports their notes to the note
     /// state. `levelsDb` has one level per bin, windowSize / 2 in all; any value may stand in it, also no
     /// number.
-    void updateNotes(std::vector<double> const& levelsDb, double dtSeconds);
+    void updateNotes(const std::vector<double>& levelsDb, double dtSeconds);
 
     /// Leaves the Hamming window's factors in the working frame; gives the factor that scales a bin's squared
     /// magnitude to the power of the sine in it, 1 for a full-scale one.
@@ -37,20 +47,23 @@ public:
     /// Centre of a bin in Hz, for samples taken at 48000 Hz whatever the input's setting.
     float indexToFrequency(int bin) const;
 
-    NoteState const& getNoteState() const;
+    const NoteState& getNoteState() const;
     /// Level in dB by bin, windowSize / 2 of them; minus infinity for a bin without power. Empty before the
     /// first update.
-    std::vector<double> const& getPowerSpectrum() const;
+    const std::vector<double>& getPowerSpectrum() const;
     /// (level in dB, frequency in Hz) of the last update's peaks, in rising frequency.
-    std::vector<std::pair<float, float>> const& getCandidatePeaks() const;
+    const std::vector<std::pair<float, float>>& getCandidatePeaks() const;
     /// The level in dB that a peak must exceed.
     float getMinDecibel() const;
+
+    /// Whether the fine ear listens.
+    bool hasFineEar() const;
 
 private:
     Notes notes;
     NoteState noteState;
     /// Length of the transform, in samples.
-    int windowSize = 4096;
+    int windowSize = rules::windowSamples;
     /// [windowSize] The block under analysis; also where the window's shape is built.
     std::vector<float> frame;
     /// [windowSize] Squared magnitudes in its first half.
@@ -62,5 +75,7 @@ private:
     std::vector<std::pair<float, float>> candidatePeaks;
     /// [windowSize / 2] dB.
     std::vector<double> powerSpectrum;
-    float minDecibel = -65.0f;
+    float minDecibel = rules::usualMinDecibel;
+    /// None when the plain ear listens.
+    std::optional<FineEar> fineEar;
 };

@@ -3,21 +3,21 @@
 #include <iterator>
 #include <set>
 
-void NoteState::notesDown(std::vector<Notes::NoteID> const& notes, float dtSeconds) {
-    std::set<Notes::NoteID> const heard(notes.begin(), notes.end());
+void NoteState::notesDown(const std::vector<Notes::NoteID>& notes, float dtSeconds) {
+    const std::set<Notes::NoteID> heard(notes.begin(), notes.end());
     for (auto entry = downTimes.begin(); entry != downTimes.end();) {
         entry = heard.count(entry->first) != 0 ? std::next(entry) : downTimes.erase(entry);
     }
-    for (Notes::NoteID const& note : notes) {
+    for (const Notes::NoteID& note : notes) {
         downTimes[note] += dtSeconds;
     }
 }
 
-bool NoteState::isDown(Notes::NoteID const& note) const {
+bool NoteState::isDown(const Notes::NoteID& note) const {
     return downTimes.count(note) != 0;
 }
 
-float NoteState::downCount(Notes::NoteID const& note) const {
-    auto const entry = downTimes.find(note);
+float NoteState::downCount(const Notes::NoteID& note) const {
+    const auto entry = downTimes.find(note);
     return entry == downTimes.end() ? 0.0f : entry->second;
 }

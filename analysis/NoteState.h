@@ -15,12 +15,12 @@ class NoteState {
 public:
     /// Takes the notes heard in this step of `dtSeconds`. Every note that is not in `notes` is released and
     /// its time forgotten; each one in it gains `dtSeconds`, twice if it is listed twice.
-    void notesDown(std::vector<Notes::NoteID> const& notes, float dtSeconds);
+    void notesDown(const std::vector<Notes::NoteID>& notes, float dtSeconds);
 
-    bool isDown(Notes::NoteID const& note) const;
+    bool isDown(const Notes::NoteID& note) const;
 
     /// The seconds for which `note` has been held, 0 when it is not down.
-    float downCount(Notes::NoteID const& note) const;
+    float downCount(const Notes::NoteID& note) const;
 
 private:
     /// Seconds held, by note. A note is down exactly when it has an entry.

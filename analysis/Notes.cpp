@@ -7,12 +7,16 @@
 #include <istream>
 #include <iterator>
 
+#include "analysis/SpectrumRules.h"
+
 namespace {
 
-constexpr float toleranceHz = 5.0f;
+using rules::toleranceHz;
 
-std::array<std::string, 7> const& noteNames() {
-    static std::array<std::string, 7> const names{"C", "D", "E", "F", "G", "A", "B"};
+using Names = std::array<std::string, Notes::noteCount>;
+
+const Names& noteNames() {
+    static const Names names{"C", "D", "E", "F", "G", "A", "B"};
     return names;
 }
 
@@ -25,7 +29,7 @@ bool Notes::load(std::istream& in) {
         if (!(in >> name >> count) || count < 0) {
             break;
         }
-        NoteID const id = nameToId(name);
+        const NoteID id = nameToId(name);
         float frequencyHz = 0.0f;
         for (int i = 0; i < count && in >> frequencyHz; ++i) {
             frequencies[frequencyHz] = id;
@@ -38,27 +42,27 @@ Notes::NoteID Notes::getKey(float frequencyHz) const {
     if (frequencies.empty()) {
         return -1;
     }
-    auto const upper = frequencies.upper_bound(frequencyHz);
-    auto const lower = upper == frequencies.begin() ? upper : std::prev(upper);
-    float const lowerHz = std::abs(lower->first - frequencyHz);
+    const auto upper = frequencies.upper_bound(frequencyHz);
+    const auto lower = upper == frequencies.begin() ? upper : std::prev(upper);
+    const float lowerHz = std::abs(lower->first - frequencyHz);
     if (upper == frequencies.end()) {
         return lowerHz < toleranceHz ? lower->second : NoteID(-1);
     }
-    float const upperHz = std::abs(upper->first - frequencyHz);
+    const float upperHz = std::abs(upper->first - frequencyHz);
     if (upperHz > lowerHz && lowerHz < toleranceHz) {
         return lower->second;
     }
     return upperHz < toleranceHz ? upper->second : NoteID(-1);
 }
 
-Notes::NoteID Notes::nameToId(std::string const& name) {
-    auto const& names = noteNames();
-    auto const found = std::find(names.begin(), names.end(), name);
+Notes::NoteID Notes::nameToId(const std::string& name) {
+    const auto& names = noteNames();
+    const auto found = std::find(names.begin(), names.end(), name);
     return found == names.end() ? -1 : static_cast<std::int32_t>(std::distance(names.begin(), found));
 }
 
-std::string Notes::idToName(NoteID const& id) {
-    auto const& names = noteNames();
-    bool const named = id >= 0 && id < static_cast<std::int32_t>(names.size());
+std::string Notes::idToName(const NoteID& id) {
+    const auto& names = noteNames();
+    const bool named = id >= 0 && id < noteCount;
     return named ? names[static_cast<std::size_t>(id)] : std::string();
 }

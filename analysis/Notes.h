@@ -26,6 +26,9 @@ public:
         std::int32_t index;
     };
 
+    /// How many notes there are.
+    static constexpr std::int32_t noteCount = 7;
+
     /// Adds the whitespace-separated records "name count frequency..." of `in`, frequencies in Hz.
     /// A later record replaces the note of an equal frequency; a name that is none of the seven letters
     /// makes its frequencies match no note; a negative count ends the table. The first word that cannot be
@@ -37,10 +40,10 @@ public:
     NoteID getKey(float frequencyHz) const;
 
     /// "C" to "B" give 0 to 6; any other string, lower case and accidentals included, gives -1.
-    static NoteID nameToId(std::string const& name);
+    static NoteID nameToId(const std::string& name);
 
     /// 0 to 6 give "C" to "B"; any other value gives the empty string.
-    static std::string idToName(NoteID const& id);
+    static std::string idToName(const NoteID& id);
 
 private:
     /// From a frequency in Hz to its note. Several frequencies may share a note.

@@ -1,6 +1,9 @@
 #include "app/GLWindow.h"
 
 #include <GL/freeglut.h>
+#include <unistd.h>
+
+#include "app/DesktopHints.h"
 
 namespace {
 
@@ -10,6 +13,11 @@ constexpr unsigned int stencilDisplayMode = GLUT_DOUBLE | GLUT_DEPTH | GLUT_STEN
 
 void doNothing(int) {
 }
+
+constexpr unsigned int unseenPauseMicroseconds = 20000;
+
+/// Whether the main loop has drawn a frame in this round.
+bool frameWasDrawn = false;
 
 /// The live window, or null before the first one and after the last.
 GLWindow* liveWindow() {
@@ -47,6 +55,9 @@ void GLWindow::initialize(int width, int height, int flags) {
     glutInitDisplayMode(displayMode);
     glutCreateWindow("");
     glutSetWindowData(this);
+    // A key that is held down is one press.
+    glutSetKeyRepeat(GLUT_KEY_REPEAT_OFF);
+    giveDesktopHints();
 
     glutKeyboardFunc(staticKeyboard);
     glutKeyboardUpFunc(staticKeyboardUp);
@@ -130,6 +141,9 @@ void GLWindow::reshape(int w, int h) {
     glViewport(0, 0, w, h);
 }
 
+void GLWindow::tend() {
+}
+
 void GLWindow::staticKeyboard(unsigned char key, int x, int y) {
     if (GLWindow* window = liveWindow()) {
         window->keyboard(key, x, y);
@@ -145,6 +159,7 @@ void GLWindow::staticKeyboardUp(unsigned char key, int x, int y) {
 void GLWindow::staticDisplay() {
     if (GLWindow* window = liveWindow()) {
         window->draw();
+        frameWasDrawn = true;
     }
 }
 
@@ -157,7 +172,13 @@ void GLWindow::staticClose() {
 void GLWindow::staticIdle() {
     if (GLWindow* window = liveWindow()) {
         window->idle();
+        window->tend();
     }
+    // An invisible window gets no frames, and GLUT's loop would run without a pause.
+    if (!frameWasDrawn) {
+        usleep(unseenPauseMicroseconds);
+    }
+    frameWasDrawn = false;
 }
 
 void GLWindow::staticEntry(int state) {

@@ -38,6 +38,8 @@ public:
     virtual void closing();
     virtual void entry(int state);
     virtual void reshape(int w, int h);
+    /// Called in every round of the main loop, also while nothing is drawn because nothing can be seen.
+    virtual void tend();
 
     /// With true runs GLUT's main loop until the window is closed; with false asks that loop to return.
     void loop(bool run);

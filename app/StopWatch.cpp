@@ -2,7 +2,7 @@
 
 namespace tavi {
 
-StopWatch::StopWatch(bool startNow) : running(false), accumulated(0.0) {
+StopWatch::StopWatch(bool startNow) {
     if (startNow) {
         start();
     }

@@ -12,19 +12,19 @@ class StopWatch {
 public:
     explicit StopWatch(bool startNow);
 
-    /// Starts counting from now; does nothing when it already counts.
+    /// Starts counting; does nothing if it already counts.
     void start();
 
-    /// Back to zero; a running watch goes on running.
+    /// Back to zero. A running watch keeps running.
     void reset();
 
-    /// Seconds counted so far. The clock is read afresh at each call while the watch runs.
+    /// Seconds counted so far. While it runs, each call reads the clock.
     operator double() const;
 
 private:
     Watch startTime;
-    bool running;
-    double accumulated;  ///< seconds
+    bool running = false;
+    double accumulated = 0.0;  ///< seconds
 };
 
 }  // namespace tavi

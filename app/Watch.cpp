@@ -28,7 +28,7 @@ void Watch::update() {
 
 Watch Watch::operator-(const Watch& earlier) const {
     Watch difference(*this);
-    // Through 64 bits: two readings with a clock set far back between them must not overflow.
+    // In 64 bits, because the clock may have been set far back between the two readings.
     difference.seconds = static_cast<std::int32_t>(std::int64_t{seconds} - earlier.seconds);
     difference.microseconds = microseconds - earlier.microseconds;
     if (difference.microseconds < 0) {

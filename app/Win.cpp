@@ -5,12 +5,15 @@
 
 #include <boost/bind/bind.hpp>
 #include <boost/make_shared.hpp>
+#include <chrono>
 #include <cstdio>
 #include <iostream>
 #include <utility>
 #include <vector>
 
 #include "app/glewInit.h"
+#include "game/Rules.h"
+#include "platform/settings/Settings.h"
 #include "platform/wt/wt.h"
 #include "scene/Globals.h"
 #include "ui/ChooseSongWindow.h"
@@ -25,7 +28,6 @@ constexpr float scoreX = -5.5f;    // world units
 constexpr float scoreY = -4.0f;    // world units
 constexpr float scoreScale = 0.8f;
 
-constexpr double leadInSeconds = 2.0;
 constexpr unsigned int framePauseMicroseconds = 10000;
 constexpr double firstFrameIntervalSeconds = 0.02;
 constexpr int framesPerMeasurement = 10;
@@ -37,13 +39,8 @@ const char* const songFolder = "Songs/";
 Win::Win(boost::shared_ptr<AudioInput> input)
     : GLWindow(windowWidth, windowHeight),
       audioInput(std::move(input)),
-      font(nullptr, 0),
-      songWatch(true),
-      frameWatch(true),
       frameInterval(firstFrameIntervalSeconds),
-      score(scoreX, scoreY),
-      frameCount(0),
-      playing(false) {
+      score(scoreX, scoreY) {
     glewInit();
     font = Globals::getInstance().getDefaultFont();
     score.setFont(font, scoreScale);
@@ -62,6 +59,10 @@ Win::Win(boost::shared_ptr<AudioInput> input)
     chooseSongWindow->connectPlaySong(boost::bind(&Win::playSong, this, boost::placeholders::_1));
     chooseSongWindow->connectPlaySong(boost::bind(&ChooseSongWindow::hide, chooseSongWindow.get()));
     mainWindow->connectNewGameSignal(boost::bind(&ChooseSongWindow::show, chooseSongWindow.get()));
+
+    if (settings::choice("ZANTO_SPECTRUM", {"0", "1"}) == 1) {
+        frequencyWindow->show();
+    }
 }
 
 Win::~Win() = default;
@@ -71,12 +72,17 @@ void Win::playSong(const std::string& name) {
         mainWindow->hide();
     }
     songPath = songFolder + name;
-    if (!song.load(songPath.c_str())) {
+    if (!start()) {
         std::cerr << "Cannot load song:" << songPath << std::endl;
     }
+}
+
+bool Win::start() {
+    const bool isWhole = song.load(songPath.c_str());
     songWatch.reset();
     score.reset();
     playing = true;
+    return isWhole;
 }
 
 bool Win::keyboard(unsigned char key, int, int) {
@@ -85,10 +91,7 @@ bool Win::keyboard(unsigned char key, int, int) {
             frequencyWindow->show();
             return true;
         case 'r':
-            playing = true;
-            score.reset();
-            song.load(songPath.c_str());
-            songWatch.reset();
+            start();
             return true;
         default:
             return false;
@@ -105,11 +108,16 @@ void Win::motion(int x, int y) {
 }
 
 double Win::songTime() const {
-    return songWatch - leadInSeconds;
+    return songWatch - rules::leadInSeconds;
 }
 
 void Win::analyse() {
     noteEstimation.update(audioInput->getRingBuffer(), frameInterval);
+}
+
+void Win::tend() {
+    const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
+    audioInput->tend(now.count());
 }
 
 void Win::drawScene() {
@@ -130,7 +138,7 @@ void Win::drawScene() {
         frameWatch.reset();
     }
 
-    // Asked for before a song may end below: a frame that played has had its analysis.
+    // Taken now, because the song may end below: a playing frame has already been analysed.
     const bool analysed = playing;
     if (playing) {
         song.animate(frameInterval);

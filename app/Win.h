@@ -42,7 +42,13 @@ public:
     /// One frame of the game, drawn in the camera's world.
     void drawScene() override;
 
+    /// Keeps the audio input alive.
+    void tend() override;
+
 private:
+    /// Plays the song of `songPath` from its beginning, as far as it can be loaded; whether that is all of
+    /// it.
+    bool start();
     void drawSignal();
     void drawNotes();
     void drawPlay();
@@ -51,15 +57,15 @@ private:
 
     NoteEstimation noteEstimation;
     boost::shared_ptr<AudioInput> audioInput;
-    FFont font;
+    FFont font{nullptr, 0};
     Song song;
     std::string songPath;
-    tavi::StopWatch songWatch;
-    tavi::StopWatch frameWatch;
+    tavi::StopWatch songWatch{true};
+    tavi::StopWatch frameWatch{true};
     double frameInterval;  ///< average seconds per frame
     Score score;
-    int frameCount;
-    bool playing;
+    int frameCount = 0;
+    bool playing = false;
     boost::shared_ptr<MainWindow> mainWindow;
     boost::shared_ptr<ChooseSongWindow> chooseSongWindow;
     boost::shared_ptr<FrequencyWindow> frequencyWindow;

@@ -14,7 +14,6 @@ constexpr double signalWidth = 5.0;   // world units for the whole strip
 constexpr float signalHeight = 3.0f;  // world units for an amplitude of 1
 constexpr float signalY = -2.0f;      // world units
 
-constexpr int noteCount = 7;
 constexpr double shownAfterSeconds = 0.1;
 constexpr float labelSpacing = 0.85f;  // world units
 constexpr float labelLeft = -2.8f;     // world units
@@ -48,7 +47,7 @@ void Win::drawNotes() {
     const NoteState& noteState = noteEstimation.getNoteState();
     glDisable(GL_TEXTURE_2D);
 
-    for (int id = 0; id < noteCount; ++id) {
+    for (int id = 0; id < Notes::noteCount; ++id) {
         if (noteState.isDown(id) && static_cast<double>(noteState.downCount(id)) > shownAfterSeconds) {
             const float x = static_cast<float>(id) * labelSpacing + labelLeft;
             font.drawString(Notes::idToName(id).c_str(), x, labelY, labelBoxWidth, labelBoxHeight);
@@ -74,9 +73,9 @@ void Win::drawPlay() {
     analyse();
     song.updateScore(score, songTime(), noteState);
     glBegin(GL_LINES);
-    for (int id = 0; id < noteCount; ++id) {
+    for (int id = 0; id < Notes::noteCount; ++id) {
         if (noteState.isDown(id)) {
-            const float y = static_cast<float>(2.0 * id / noteCount);
+            const float y = static_cast<float>(2.0 * id / Notes::noteCount);
             glVertex2f(0.0f, static_cast<float>(static_cast<double>(y) - noteBarReach));
             glVertex2f(0.0f, static_cast<float>(static_cast<double>(y) + noteBarReach));
         }

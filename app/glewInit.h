@@ -1,5 +1,4 @@
 #pragma once
 
-/// Stands where an extension loader would be initialised. Every GL entry point comes from the GL library
-/// itself, so there is nothing to load.
+/// The place to load GL extensions. Does nothing, because the GL library has every entry point.
 void glewInit();

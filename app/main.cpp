@@ -1,5 +1,3 @@
-#include <malloc.h>
-
 #include <boost/shared_ptr.hpp>
 #include <csignal>
 #include <cstdio>
@@ -8,32 +6,21 @@
 
 #include "app/Win.h"
 #include "audio/AudioInput.h"
+#include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
 
 namespace {
 constexpr int statusNoAudioInput = -1;
 constexpr int statusNotRecording = -2;
-
-// What each frame needs lies below both.
-constexpr int largeBlockBytes = 512 * 1024;
-constexpr int mostKeptBytes = 1024 * 1024;
-
-/// Pictures are large for a moment only. Unless it is told not to, the C library keeps more of such blocks
-/// for later with each that is freed, and they stay with the game for good.
-void giveMemoryBack() {
-    mallopt(M_MMAP_THRESHOLD, largeBlockBytes);
-    mallopt(M_TRIM_THRESHOLD, mostKeptBytes);
-}
 }  // namespace
 
 /// Starts recording, opens the game window and plays until the window is closed.
 /// The first argument, if any, names a song file to start with; the others are ignored.
 /// Ends with 0, with 255 when there is no audio input, and with 254 when recording cannot start.
 int main(int argc, char** argv) {
+    fillStandardDescriptors();
     // The diagnostic lines may go to a pipe whose reader leaves; that must not end the game.
     std::signal(SIGPIPE, SIG_IGN);
-
-    giveMemoryBack();
 
     std::puts("main::Creating AudioInput");
     const boost::shared_ptr<AudioInput> audioInput = AudioInput::New();

@@ -2,6 +2,9 @@
 
 AudioInput::~AudioInput() = default;
 
+void AudioInput::tend(double) {
+}
+
 bool AudioInput::setFramesPerBuffer(unsigned int frames) {
     if (isRecording()) {
         return false;

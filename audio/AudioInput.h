@@ -4,10 +4,10 @@
 
 class RingBuffer;
 
-/// The microphone of the game: records without pause into a ring buffer that others read.
+/// The game's microphone: records into a ring buffer all the time.
 ///
 /// Made by New() and used from the main thread; recording itself runs on a thread of the audio back-end.
-/// Settings are changed while idle and hold from the next start:
+/// Change settings while it is idle; they take effect at the next start:
 ///
 ///     boost::shared_ptr<AudioInput> input = AudioInput::New();
 ///     if (input->startRecording()) readFrom(input->getRingBuffer());
@@ -15,8 +15,8 @@ class AudioInput {
 public:
     static boost::shared_ptr<AudioInput> New();
 
-    AudioInput(AudioInput const&) = delete;
-    AudioInput& operator=(AudioInput const&) = delete;
+    AudioInput(const AudioInput&) = delete;
+    AudioInput& operator=(const AudioInput&) = delete;
 
     virtual bool isRecording() = 0;
     /// Starts with a new ring buffer of 20 blocks. False, with one line on standard error, if the back-end
@@ -25,6 +25,10 @@ public:
     /// False, with one line on standard error, if the back-end fails; false and silent if it is idle.
     virtual bool stopRecording() = 0;
     virtual ~AudioInput();
+
+    /// For the main thread to call again and again, whether frames are drawn or not: an input that can mend
+    /// itself does it here. `nowSeconds` is a clock that only goes forward. Does nothing unless overridden.
+    virtual void tend(double nowSeconds);
 
     /// Samples in one captured block. False, and nothing changed, while recording.
     bool setFramesPerBuffer(unsigned int frames);
@@ -38,7 +42,7 @@ public:
     unsigned int getSampleRate() const;
     bool getStereo() const;
 
-    /// Empty before the first start; a restart brings another buffer, which is a reason not to keep this one.
+    /// Empty before the first start. A restart makes a new buffer, so do not keep the pointer.
     boost::shared_ptr<RingBuffer> getRingBuffer();
 
 protected:

@@ -1,20 +1,64 @@
 // recordCallback runs on PortAudio's real-time thread. It must not allocate, lock, print, throw, or wait for
-// anything: its whole work is one copy of a shared pointer and one RingBuffer::append. A block that does not
-// fit is dropped in silence, because nobody on that thread may be told.
+// anything: it copies one shared pointer and calls RingBuffer::append once. A block that does not fit is
+// dropped without a message, because that thread must not print.
 
 #include "audio/PortAudioInput.h"
 
-#include <iostream>
+#include <unistd.h>
 
+#include <boost/algorithm/string/predicate.hpp>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
+#include "platform/settings/Settings.h"
 
 namespace {
 
-/// Also keeps the end of the store at the end of a block, so that no block is ever dropped.
+/// A whole number of blocks, so that no block crosses the end of the store and is dropped.
 constexpr unsigned int blocksKept = 20;
 
+constexpr double patienceSeconds = 2.0;  // without a block, before the device is opened again
+constexpr double retrySeconds = 3.0;     // between two such openings
+// Without a block, a dozen of 1024 samples: stopping such a stream could take for ever.
+constexpr double deadAfterSeconds = 0.25;
+
+/// Drops what the sound systems below PortAudio print on standard error, while it lives.
+class QuietBackEnd {
+public:
+    explicit QuietBackEnd(bool showsLog) {
+        if (!showsLog) {
+            quiet.emplace(STDERR_FILENO);
+        }
+    }
+
+private:
+    std::optional<QuietDescriptor> quiet;
+};
+
+/// The inputs whose names have `part` in them, in any case of letters. A name that is just `part` is alone.
+std::vector<PaDeviceIndex> inputsCalled(const std::string& part) {
+    std::vector<PaDeviceIndex> found;
+    for (PaDeviceIndex device = 0; device < Pa_GetDeviceCount(); ++device) {
+        const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
+        if (info == nullptr || info->maxInputChannels < 1) {
+            continue;
+        }
+        if (part == info->name) {
+            return {device};
+        }
+        if (boost::algorithm::icontains(info->name, part)) {
+            found.push_back(device);
+        }
+    }
+    return found;
+}
+
 /// Prints one line for a failed call and gives the result of the operation that made it.
-bool fail(char const* message, PaError error) {
+bool fail(const char* message, PaError error) {
     std::cerr << message << ":" << Pa_GetErrorText(error) << std::endl;
     return false;
 }
@@ -25,16 +69,43 @@ boost::shared_ptr<AudioInput> AudioInput::New() {
     return boost::shared_ptr<AudioInput>(new PortAudioInput);
 }
 
-PortAudioInput::PortAudioInput() {
-    Pa_Initialize();
-    device = Pa_GetDefaultInputDevice();
+PortAudioInput::PortAudioInput() : showsLog(settings::choice("ZANTO_AUDIO_LOG", {"0", "1"}) == 1) {
+    {
+        const QuietBackEnd quiet(showsLog);
+        Pa_Initialize();
+    }
+    device = wantedDevice();
 }
 
 PortAudioInput::~PortAudioInput() {
+    // Stopping waits for the stream's thread, and the thread of a stream that died may wait for ever.
+    if (watch.stillSeconds() > deadAfterSeconds) {
+        abandonStream();
+    }
     if (PortAudioInput::isRecording()) {
         PortAudioInput::stopRecording();
     }
+    const QuietBackEnd quiet(showsLog);
     Pa_Terminate();
+}
+
+PaDeviceIndex PortAudioInput::wantedDevice() {
+    const std::string name = settings::text("ZANTO_INPUT");
+    std::vector<PaDeviceIndex> found;
+    if (!name.empty()) {
+        found = inputsCalled(name);
+        if (found.size() == 1) {
+            return found.front();
+        }
+        std::cerr << "ZANTO_INPUT: "
+                  << (found.empty() ? "no input is called \"" : "several inputs are called \"") << name
+                  << "\". The default input is used. Inputs:";
+        for (const PaDeviceIndex device : found.empty() ? inputsCalled("") : found) {
+            std::cerr << " \"" << Pa_GetDeviceInfo(device)->name << '"';
+        }
+        std::cerr << std::endl;
+    }
+    return Pa_GetDefaultInputDevice();
 }
 
 bool PortAudioInput::isRecording() {
@@ -45,47 +116,95 @@ bool PortAudioInput::startRecording() {
     if (stream != nullptr) {
         return false;
     }
-    // Null for paNoDevice too, which is how a machine without a microphone shows.
-    PaDeviceInfo const* const info = Pa_GetDeviceInfo(device);
-    if (info == nullptr) {
-        return fail("Open stream failed", paInvalidDevice);
-    }
-    PaStreamParameters const inputParameters{device, stereo ? 2 : 1, paFloat32, info->defaultLowInputLatency,
-                                             nullptr};
-    // Before the stream is opened, so that the callback never meets an empty pointer.
-    ringBuffer.reset(new RingBuffer(framesPerBuffer * blocksKept));
-
-    if (PaError const error = Pa_OpenStream(&stream, &inputParameters, nullptr, sampleRate, framesPerBuffer,
-                                            paClipOff | paDitherOff, recordCallback, this);
-        error != paNoError) {
-        stream = nullptr;
+    if (const PaError error = openStream(); error != paNoError) {
         return fail("Open stream failed", error);
     }
-    if (PaError const error = Pa_StartStream(stream); error != paNoError) {
+    if (const PaError error = startStream(); error != paNoError) {
         return fail("Start stream failed", error);
     }
     return true;
 }
 
+PaError PortAudioInput::openStream() {
+    // Null for paNoDevice too, which is how a machine without a microphone shows.
+    const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
+    if (info == nullptr) {
+        return paInvalidDevice;
+    }
+    const PaStreamParameters inputParameters{device, stereo ? 2 : 1, paFloat32, info->defaultLowInputLatency,
+                                             nullptr};
+    // Before the stream is opened, so that the callback never meets an empty pointer.
+    ringBuffer.reset(new RingBuffer(framesPerBuffer * blocksKept));
+    watch.restart(ringBuffer->position());
+
+    const QuietBackEnd quiet(showsLog);
+    const PaError error = Pa_OpenStream(&stream, &inputParameters, nullptr, sampleRate, framesPerBuffer,
+                                        paClipOff | paDitherOff, recordCallback, this);
+    if (error != paNoError) {
+        stream = nullptr;
+    }
+    return error;
+}
+
+PaError PortAudioInput::startStream() {
+    const QuietBackEnd quiet(showsLog);
+    return Pa_StartStream(stream);
+}
+
+void PortAudioInput::abandonStream() {
+    if (stream == nullptr) {
+        return;
+    }
+    const QuietBackEnd quiet(showsLog);
+    Pa_AbortStream(stream);
+    Pa_CloseStream(stream);
+    stream = nullptr;
+}
+
+void PortAudioInput::tend(double nowSeconds) {
+    if (stream == nullptr && !lost) {
+        return;
+    }
+    if (watch.moves(ringBuffer->position(), nowSeconds)) {
+        if (lost) {
+            std::cerr << "The microphone is heard again." << std::endl;
+        }
+        lost = false;
+        return;
+    }
+    if (watch.stillSeconds() < (lost ? retrySeconds : patienceSeconds)) {
+        return;
+    }
+    if (!lost) {
+        std::cerr << "No sound arrives from the microphone. The game tries to open it anew." << std::endl;
+    }
+    lost = true;
+    abandonStream();
+    if (openStream() == paNoError && startStream() != paNoError) {
+        abandonStream();
+    }
+}
+
 bool PortAudioInput::stopRecording() {
+    lost = false;
     if (stream == nullptr) {
         return false;
     }
-    if (PaError const error = Pa_StopStream(stream); error != paNoError) {
+    if (const PaError error = Pa_StopStream(stream); error != paNoError) {
         return fail("Stop stream failed", error);
     }
-    PaError const error = Pa_CloseStream(stream);
+    const PaError error = Pa_CloseStream(stream);
     stream = nullptr;
-    // A failed close deliberately speaks with the words of a failed start.
+    // A failed close is reported with the message of a failed start, on purpose.
     return error == paNoError || fail("Start stream failed", error);
 }
 
-int PortAudioInput::recordCallback(void const* input, void* /*output*/, unsigned long frameCount,
-                                   PaStreamCallbackTimeInfo const* /*timeInfo*/,
+int PortAudioInput::recordCallback(const void* input, void* /*output*/, unsigned long frameCount,
+                                   const PaStreamCallbackTimeInfo* /*timeInfo*/,
                                    unsigned long /*statusFlags*/, void* userData) noexcept {
-    boost::shared_ptr<RingBuffer> const ring = static_cast<PortAudioInput*>(userData)->ringBuffer;
+    const boost::shared_ptr<RingBuffer> ring = static_cast<PortAudioInput*>(userData)->ringBuffer;
     if (input != nullptr) {
-        ring->append(static_cast<float const*>(input), static_cast<int>(frameCount));
+        ring->append(static_cast<const float*>(input), static_cast<int>(frameCount));
     }
     return paContinue;
 }

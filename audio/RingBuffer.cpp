@@ -7,9 +7,9 @@
 RingBuffer::RingBuffer(unsigned int size) : samples(size, 0.0f) {
 }
 
-bool RingBuffer::append(float const* data, int count) noexcept {
+bool RingBuffer::append(const float* data, int count) noexcept {
     // 64 bits, so that a negative count is too long for any store instead of wrapping round to a short one.
-    std::uint64_t const end = std::uint64_t{writePos} + static_cast<std::uint32_t>(count);
+    const std::uint64_t end = std::uint64_t{writePos} + static_cast<std::uint32_t>(count);
     if (end > samples.size()) {
         return false;
     }
@@ -20,19 +20,23 @@ bool RingBuffer::append(float const* data, int count) noexcept {
 }
 
 void RingBuffer::copyLatest(std::vector<float>& out) const {
-    std::size_t const capacity = samples.size();
+    const std::size_t capacity = samples.size();
     if (capacity == 0) {
         return;
     }
-    std::size_t const start = (writePos + capacity - out.size() % capacity) % capacity;
+    const std::size_t start = (writePos + capacity - out.size() % capacity) % capacity;
     if (start > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
         return;
     }
     auto from = samples.begin() + static_cast<std::ptrdiff_t>(start);
     auto to = out.begin();
     while (to != out.end()) {
-        std::ptrdiff_t const run = std::min(samples.end() - from, out.end() - to);
+        const std::ptrdiff_t run = std::min(samples.end() - from, out.end() - to);
         to = std::copy_n(from, run, to);
         from = samples.begin();
     }
+}
+
+std::uint32_t RingBuffer::position() const {
+    return writePos;
 }

@@ -21,11 +21,14 @@ public:
     /// Stores the `count` samples of `data` behind the ones before. A block that would cross the end of the
     /// store, or a negative `count`, is dropped whole and gives false. Never allocates, locks, prints or
     /// throws.
-    bool append(float const* data, int count) noexcept;
+    bool append(const float* data, int count) noexcept;
 
     /// Overwrites the elements of `out` with the newest out.size() samples, oldest first; slots never written
     /// read as 0. More than the capacity repeats samples; a capacity of 0 leaves `out` as it is.
     void copyLatest(std::vector<float>& out) const;
+
+    /// The slot that the next append writes first. It changes with every block that arrives.
+    std::uint32_t position() const;
 
 private:
     /// The slot that the next append writes first; below the capacity whenever no append is running.

@@ -1,21 +1,22 @@
-# How every part of the program is compiled: one language level, one set of warnings, one arithmetic.
+# How every part of the program is compiled: the language, the warnings and the arithmetic. Optimisation and hardening
+# are left to the build type and to whoever builds.
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-if(NOT CMAKE_BUILD_TYPE)
-  set(CMAKE_BUILD_TYPE Release CACHE STRING "Debug, Release or RelWithDebInfo" FORCE)
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Debug, Release, RelWithDebInfo, or None for no flags but your own" FORCE)
 endif()
-# -O2 without NDEBUG's cousin -O3: smaller, and as fast for what the game does.
-set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+if(ZANTO_WERROR)
+  set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
+endif()
 
 add_library(zanto_options INTERFACE)
 target_include_directories(zanto_options INTERFACE "${PROJECT_SOURCE_DIR}")
-# Contraction off: a fused multiply-add rounds once where the arithmetic of the analysis rounds twice.
+# No contraction: a fused multiply-add rounds once, and the analysis rounds twice.
 target_compile_options(zanto_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror -ffp-contract=off)
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off)
 target_compile_definitions(zanto_options INTERFACE GL_GLEXT_PROTOTYPES)
 
 if(ZANTO_SANITIZE)
@@ -28,22 +29,22 @@ if(ZANTO_COVERAGE)
 endif()
 
 # zanto_room(NAME SOURCES a.cpp ... [PUBLIC lib ...] [PRIVATE lib ...])
-# One static library for one room, named zanto_NAME.
+# One static library for one folder, named zanto_NAME.
 function(zanto_room name)
   cmake_parse_arguments(room "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(zanto_${name} STATIC ${room_SOURCES})
   target_link_libraries(zanto_${name} PUBLIC zanto_options ${room_PUBLIC} PRIVATE ${room_PRIVATE})
 endfunction()
 
-# Tests are compiled as they stand, what they test as the player gets it: optimising GoogleTest's templates would
-# take longer than everything else together.
+# Tests are compiled without optimisation: optimising GoogleTest's templates takes longer than everything else. The
+# code under test is optimised as usual.
 set(zanto_test_options -O0 -pthread)
 if(ZANTO_SANITIZE MATCHES undefined)
-  # For the same reason its checks are for what is tested; the other sanitizers' are for the tests too.
+  # For the same reason this sanitizer checks only the code under test.
   list(APPEND zanto_test_options -fno-sanitize=undefined)
 endif()
 
-# The headers that most tests read, compiled once.
+# Compiles the headers that most tests include once.
 function(zanto_test_headers)
   add_library(zanto_test_headers OBJECT "${PROJECT_SOURCE_DIR}/tests/support/testHeaders.cpp")
   target_link_libraries(zanto_test_headers PUBLIC zanto_options GTest::gmock)
@@ -53,19 +54,18 @@ function(zanto_test_headers)
 endfunction()
 
 # zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABEL label] [APART])
-# One GoogleTest program, NAME_tests, run in the game's data folder; each of its cases is a CTest test, with the
-# label "unit" if no other is given. Under a sanitizer, where a process takes long to start, the whole program is
-# one test, unless it is APART: a process has one game window, so what opens one needs a process for each case.
+# One GoogleTest program, NAME_tests, which runs in the game's data folder. Each of its cases is a CTest test with the
+# label "unit", if no other is given. With a sanitizer a process starts slowly, so there the whole program is one test,
+# unless it is APART: a process can open the game window only once, so each case that does needs its own process.
 function(zanto_test name)
-  # Following the memory of threads makes clang's own leak sanitizer crash now and then.
+  # clang's leak sanitizer sometimes crashes when it follows the memory of threads.
   set(environment ENVIRONMENT "ASAN_OPTIONS=intercept_tls_get_addr=0")
   cmake_parse_arguments(test "APART" "LABEL" "SOURCES;LINK" ${ARGN})
   if(NOT test_LABEL)
     set(test_LABEL unit)
   endif()
   add_executable(${name}_tests ${test_SOURCES})
-  # The standard library comes before the rooms, lest what GoogleTest takes of it be found in a room's object, which
-  # would then come along although a double stands in for it.
+  # Link libstdc++ first, so that no object that a double replaces is pulled in.
   target_link_libraries(${name}_tests PRIVATE GTest::gmock GTest::gtest_main stdc++ ${test_LINK})
   target_compile_options(${name}_tests PRIVATE ${zanto_test_options})
   target_precompile_headers(${name}_tests REUSE_FROM zanto_test_headers)

@@ -12,7 +12,7 @@ constexpr float noTextBox = -1.0f;
 
 }  // namespace
 
-Score::Score(float x_, float y_) : color{1.0f, 1.0f, 1.0f}, value(0.0f), x(x_), y(y_), font(nullptr, 0) {
+Score::Score(float x_, float y_) : x(x_), y(y_) {
 }
 
 void Score::setFont(FFont& font_, float scale) {

@@ -40,9 +40,9 @@ private:
 
     void clampColor();
 
-    Color color;  ///< each channel 0 to 1
-    float value;
+    Color color{1.0f, 1.0f, 1.0f};  ///< each channel 0 to 1
+    float value = 0.0f;
     float x;
     float y;
-    FFont font;
+    FFont font{nullptr, 0};
 };

@@ -5,15 +5,14 @@
 
 namespace {
 
-constexpr double lifeSeconds = 4.0;
 constexpr double swayAmplitude = 0.3;  // slots, over a period of two seconds
 constexpr double pi = 3.141592653589793;
 constexpr float textBoxSize = 100.0f;
 
 }  // namespace
 
-ScoreAnnotation::ScoreAnnotation(float x_, float y_, FFont const& font_, int value_)
-    : x(x_), y(y_), age(0.0f), lifeLeft(lifeSeconds), font(font_), value(value_) {
+ScoreAnnotation::ScoreAnnotation(float x_, float y_, const FFont& font_, int value_)
+    : x(x_), y(y_), font(font_), value(value_) {
 }
 
 void ScoreAnnotation::draw() {
@@ -22,9 +21,9 @@ void ScoreAnnotation::draw() {
     if (value < 0) {
         font.setColor(1.0f, 0.0f, 0.0f, 1.0f);
     }
-    double const seconds = age;
-    double const textX = swayAmplitude * std::cos(pi * seconds) + static_cast<double>(x);
-    double const textY = static_cast<double>(y) + 0.5 * static_cast<double>(age * age) + 0.5 * seconds;
+    const double seconds = age;
+    const double textX = swayAmplitude * std::cos(pi * seconds) + static_cast<double>(x);
+    const double textY = static_cast<double>(y) + 0.5 * static_cast<double>(age * age) + 0.5 * seconds;
     font.drawString(text, static_cast<float>(textX), static_cast<float>(textY), textBoxSize, textBoxSize);
 }
 

@@ -13,7 +13,7 @@
 class ScoreAnnotation : public SceneObject {
 public:
     /// `value` at (`x`, `y`), in a copy of `font`.
-    ScoreAnnotation(float x, float y, FFont const& font, int value);
+    ScoreAnnotation(float x, float y, const FFont& font, int value);
 
     /// A negative value is red, any other has the font's own colour.
     void draw() override;
@@ -23,8 +23,8 @@ public:
 private:
     float x;
     float y;
-    float age;        ///< seconds
-    double lifeLeft;  ///< seconds
+    float age = 0.0f;       ///< seconds
+    double lifeLeft = 4.0;  ///< seconds
     FFont font;
     std::int32_t value;
 };

@@ -11,20 +11,20 @@ namespace {
 
 constexpr std::streamsize lineBufferSize = 1024;  // characters, with the terminator
 
-constexpr char const* blanks = " \t\n\v\f\r";
+constexpr const char* blanks = " \t\n\v\f\r";
 
 // What atoi gives, for lengths beyond an int as well.
-int readLength(char const* text) {
+int readLength(const char* text) {
     return static_cast<int>(std::strtol(text, nullptr, 10));
 }
 
 // Reads the notes of one line. False at a token that is no note; the empty one behind trailing blanks is
 // none.
-bool readSlot(char const* text, std::vector<Song::NoteMark>& marks) {
+bool readSlot(const char* text, std::vector<Song::NoteMark>& marks) {
     while (*text != '\0') {
         text += std::strspn(text, blanks);
-        std::size_t const size = std::strcspn(text, blanks);
-        Notes::NoteID const note = Notes::nameToId(std::string(text, std::min<std::size_t>(size, 1)));
+        const std::size_t size = std::strcspn(text, blanks);
+        const Notes::NoteID note = Notes::nameToId(std::string(text, std::min<std::size_t>(size, 1)));
         if (note == -1) {
             return false;
         }
@@ -36,14 +36,10 @@ bool readSlot(char const* text, std::vector<Song::NoteMark>& marks) {
 
 }  // namespace
 
-Song::NoteMark::NoteMark(Notes::NoteID const& note_, int length_)
-    : note(note_), length(length_), brightness(1.0f), hit(false), wrong(false) {
+Song::NoteMark::NoteMark(const Notes::NoteID& note_, int length_) : note(note_), length(length_) {
 }
 
-Song::Song() : slotsPerSecond(2.0) {
-}
-
-bool Song::load(char const* path) {
+bool Song::load(const char* path) {
     slots.clear();
     fading.clear();
     std::ifstream in(path);
@@ -51,8 +47,8 @@ bool Song::load(char const* path) {
 }
 
 bool Song::load(std::ifstream& in) {
-    bool const complete = read(in);
-    indexTrack();
+    const bool complete = read(in);
+    measureTrack();
     return complete;
 }
 

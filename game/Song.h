@@ -7,7 +7,7 @@
 
 #include "analysis/NoteState.h"
 #include "analysis/Notes.h"
-#include "game/TrackIndex.h"
+#include "game/Rules.h"
 #include "scene/Scene.h"
 
 class Score;
@@ -24,28 +24,26 @@ class Song {
 public:
     /// One note of the song, or the penalty mark of a wrong one.
     struct NoteMark {
-        NoteMark(Notes::NoteID const& note, int length);
+        NoteMark(const Notes::NoteID& note, int length);
 
         /// Draws the mark as a note that begins in `slot`, or as a cross if it is `wrong`. `width` is a
         /// slot's width on the track and `fill` the share of it that a note of length 1 covers. A note that
         /// was hit gets darker by a tenth each time.
         void draw(int slot, float width, float fill);
 
-        /// Darkens a note that was hit by what it loses with each drawing.
+        /// Darkens a note that was hit by a tenth, as each drawing does.
         void fade();
 
         Notes::NoteID note;
-        std::int32_t length;  ///< slots; whatever the file says, 0 and less included
-        float brightness;     ///< grey level, 0 to 1
-        bool hit;             ///< scored, or a penalty mark
-        bool wrong;           ///< a penalty mark
+        std::int32_t length;      ///< slots; whatever the file says, 0 and less included
+        float brightness = 1.0f;  ///< grey level, 0 to 1
+        bool hit = false;         ///< scored, or a penalty mark
+        bool wrong = false;       ///< a penalty mark
     };
-
-    Song();
 
     /// Reads the song file `path` in place of the song held so far. False, with one line on standard error,
     /// when it cannot be read to its end; the slots before the fault are kept. The floating numbers live on.
-    bool load(char const* path);
+    bool load(const char* path);
 
     /// Reads a song as above and adds its slots to those held.
     ///
@@ -58,7 +56,7 @@ public:
     /// Judges the notes held in `state` at `t`: gives awards for notes of the song held long enough and
     /// penalties for wrong ones to `score`, and releases a floating number for each. Outside the song's slots
     /// nothing happens. Call it once a frame.
-    void updateScore(Score& score, double t, NoteState const& state);
+    void updateScore(Score& score, double t, const NoteState& state);
 
     /// Advances the floating numbers by `dtSeconds`.
     void animate(double dtSeconds);
@@ -71,10 +69,10 @@ public:
     void draw(double t);
 
     /// The height of a note's row on the track: two rows of the staff lie 4/7 apart.
-    static float getNoteHeight(Notes::NoteID const& note);
+    static float getNoteHeight(const Notes::NoteID& note);
 
     /// The notes that begin in each slot, in file order, then the slot's penalty marks.
-    std::vector<std::vector<NoteMark>> const& getSlots() const { return slots; }
+    const std::vector<std::vector<NoteMark>>& getSlots() const { return slots; }
 
 private:
     struct MarkPlace {
@@ -85,18 +83,20 @@ private:
     bool read(std::ifstream& in);
 
     int slotAt(double t) const;
-    void award(MarkPlace const& place, double length, float points, Score& score, NoteState const& state);
-    void penalise(std::size_t slot, Notes::NoteID const& note, Score& score);
+    void award(const MarkPlace& place, double length, float points, Score& score, const NoteState& state);
+    void penalise(std::size_t slot, const Notes::NoteID& note, Score& score);
     void give(float points, std::size_t slot, float height, Score& score);
 
-    void indexTrack();
+    void measureTrack();
     void fadeHitMarks();
     void drawStaff() const;
     void drawSlots() const;
 
     std::vector<std::vector<NoteMark>> slots;
-    double slotsPerSecond;
+    double slotsPerSecond = rules::slotsPerSecond;
     Scene scene;
-    TrackIndex track;               ///< over `slots`, so that drawing need not walk them all
     std::vector<MarkPlace> fading;  ///< the notes that were hit and are not black yet
+    // How far the drawing of each slot and all before it reaches right, and of it and all after it left.
+    std::vector<float> furthestRight;
+    std::vector<float> furthestLeft;
 };

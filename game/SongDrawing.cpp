@@ -4,6 +4,7 @@
 #include <limits>
 #include <optional>
 
+#include "game/Rules.h"
 #include "game/Song.h"
 
 namespace {
@@ -12,7 +13,6 @@ namespace {
 constexpr float slotWidth = 1.0f;
 constexpr float noteFill = 0.8f;  // of a slot
 constexpr double crossHalfSize = 0.1;
-constexpr std::size_t slotsPerBar = 4;
 constexpr float barBottom = 0.5714286f;
 constexpr float barTop = 2.5f;
 constexpr float staffStart = -0.5f;
@@ -35,9 +35,9 @@ struct Span {
     float end;
 };
 
-Span spanOf(Song::NoteMark const& mark, int slot, float width, float fill) {
-    float const x = static_cast<float>(slot) * width;
-    float const extra = static_cast<float>(static_cast<std::int64_t>(mark.length) - 1) * width;
+Span spanOf(const Song::NoteMark& mark, int slot, float width, float fill) {
+    const float x = static_cast<float>(slot) * width;
+    const float extra = static_cast<float>(static_cast<std::int64_t>(mark.length) - 1) * width;
     return {x + (width * fill) / -2.0f, (x + extra) + (width * fill) / 2.0f};
 }
 
@@ -45,8 +45,8 @@ Span spanOf(Song::NoteMark const& mark, int slot, float width, float fill) {
 class LineGroups {
 public:
     LineGroups() = default;
-    LineGroups(LineGroups const&) = delete;
-    LineGroups& operator=(LineGroups const&) = delete;
+    LineGroups(const LineGroups&) = delete;
+    LineGroups& operator=(const LineGroups&) = delete;
     ~LineGroups() { close(); }
 
     // The width in pixels and the grey level of the lines that follow.
@@ -80,27 +80,33 @@ private:
     std::optional<float> openWidth;
 };
 
-void drawMark(Song::NoteMark const& mark, int slot, float width, float fill, LineGroups& lines) {
-    float const y = rowHeight(mark.note);
+void drawMark(const Song::NoteMark& mark, int slot, float width, float fill, LineGroups& lines) {
+    const float y = rowHeight(mark.note);
     if (mark.wrong) {
         lines.pen(hitLineWidth, mark.brightness);
         lines.cross(static_cast<float>(slot) * width, y);
     } else {
-        Span const span = spanOf(mark, slot, width, fill);
+        const Span span = spanOf(mark, slot, width, fill);
         lines.pen(mark.hit ? hitLineWidth : noteLineWidth, mark.brightness);
         lines.line(span.start, y, span.end, y);
     }
 }
 
+// From `left` to `right` on the track's x axis.
+struct Stretch {
+    double left;
+    double right;
+};
+
 // The stretch of the track that the current matrices may bring onto the screen. Without a context, or with
 // matrices that leave it open, that is all of it.
-TrackIndex::Extent visibleStretch() {
+Stretch visibleStretch() {
     double projection[16] = {};
     double modelview[16] = {};
     glGetDoublev(GL_PROJECTION_MATRIX, projection);
     glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
     // How clip coordinate `row` depends on track coordinate `column` (0 for x, 1 for y, 3 for neither).
-    auto const factor = [&](int row, int column) {
+    const auto factor = [&](int row, int column) {
         double sum = 0.0;
         for (int k = 0; k < 4; ++k) {
             sum += projection[k * 4 + row] * modelview[column * 4 + k];
@@ -111,14 +117,14 @@ TrackIndex::Extent visibleStretch() {
     constexpr double highest = 3.0;
     constexpr double lineThickness = 1.0;
 
-    TrackIndex::Extent seen{-std::numeric_limits<double>::infinity(),
-                            std::numeric_limits<double>::infinity()};
-    for (double const side : {1.0, -1.0}) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    Stretch seen{-infinity, infinity};
+    for (const double side : {1.0, -1.0}) {
         // A point is inside this side of the view where perX * x + perY * y + rest >= 0.
-        double const perX = factor(3, 0) + side * factor(0, 0);
-        double const perY = factor(3, 1) + side * factor(0, 1);
-        double const rest = factor(3, 3) + side * factor(0, 3);
-        double const border = -(rest + std::max(perY * lowest, perY * highest)) / perX;
+        const double perX = factor(3, 0) + side * factor(0, 0);
+        const double perY = factor(3, 1) + side * factor(0, 1);
+        const double rest = factor(3, 3) + side * factor(0, 3);
+        const double border = -(rest + std::max(perY * lowest, perY * highest)) / perX;
         if (perX > 0.0) {
             seen.left = std::max(seen.left, border - lineThickness);
         } else if (perX < 0.0) {
@@ -130,7 +136,7 @@ TrackIndex::Extent visibleStretch() {
 
 }  // namespace
 
-float Song::getNoteHeight(Notes::NoteID const& note) {
+float Song::getNoteHeight(const Notes::NoteID& note) {
     return 0.2857143f * static_cast<float>(note);
 }
 
@@ -155,7 +161,7 @@ void Song::draw(double t) {
 }
 
 void Song::fadeHitMarks() {
-    auto const fadesToBlack = [this](MarkPlace const& place) {
+    const auto fadesToBlack = [this](const MarkPlace& place) {
         NoteMark& mark = slots[place.slot][place.index];
         mark.fade();
         return mark.brightness == 0.0f;
@@ -175,35 +181,44 @@ void Song::drawStaff() const {
 }
 
 void Song::drawSlots() const {
+    const Stretch seen = visibleStretch();
+    // No slot before `first` reaches right into view, and none from `last` on reaches left into it.
+    const auto first = static_cast<std::size_t>(
+        std::lower_bound(furthestRight.begin(), furthestRight.end(), seen.left) - furthestRight.begin());
+    const auto last = static_cast<std::size_t>(
+        std::upper_bound(furthestLeft.begin(), furthestLeft.end(), seen.right) - furthestLeft.begin());
     LineGroups lines;
-    track.visit(visibleStretch(), [&](std::size_t first, std::size_t last) {
-        for (std::size_t i = first; i < last; ++i) {
-            int const slot = static_cast<int>(i);
-            if (i % slotsPerBar == 0) {
-                float const x = -0.5f * slotWidth + static_cast<float>(slot) * slotWidth;
-                lines.pen(staffLineWidth, 1.0f);
-                lines.line(x, barBottom, x, barTop);
-            }
-            for (NoteMark const& mark : slots[i]) {
-                drawMark(mark, slot, slotWidth, noteFill, lines);
-            }
+    for (std::size_t i = first; i < last; ++i) {
+        const int slot = static_cast<int>(i);
+        if (i % rules::slotsPerBar == 0) {
+            const float x = -0.5f * slotWidth + static_cast<float>(slot) * slotWidth;
+            lines.pen(staffLineWidth, 1.0f);
+            lines.line(x, barBottom, x, barTop);
         }
-    });
+        for (const NoteMark& mark : slots[i]) {
+            drawMark(mark, slot, slotWidth, noteFill, lines);
+        }
+    }
 }
 
-void Song::indexTrack() {
-    std::vector<TrackIndex::Extent> extents;
-    extents.reserve(slots.size());
+void Song::measureTrack() {
+    furthestLeft.resize(slots.size());
+    furthestRight.resize(slots.size());
     for (std::size_t i = 0; i < slots.size(); ++i) {
         // The slot itself: bar line, the beginnings of its notes, and the penalty marks that may come.
-        int const slot = static_cast<int>(i);
-        double const centre = static_cast<double>(slot) * slotWidth;
-        TrackIndex::Extent extent{centre - 0.5 * slotWidth, centre + 0.5 * slotWidth};
-        for (NoteMark const& mark : slots[i]) {
-            double const end = spanOf(mark, slot, slotWidth, noteFill).end;
-            extent.cover({end, end});
+        const int slot = static_cast<int>(i);
+        const float centre = static_cast<float>(slot) * slotWidth;
+        float left = centre - 0.5f * slotWidth;
+        float right = centre + 0.5f * slotWidth;
+        for (const NoteMark& mark : slots[i]) {
+            const float end = spanOf(mark, slot, slotWidth, noteFill).end;
+            left = std::min(left, end);
+            right = std::max(right, end);
         }
-        extents.push_back(extent);
+        furthestLeft[i] = left;
+        furthestRight[i] = i == 0 ? right : std::max(right, furthestRight[i - 1]);
     }
-    track.build(extents);
+    for (std::size_t i = slots.size(); i-- > 1;) {
+        furthestLeft[i - 1] = std::min(furthestLeft[i - 1], furthestLeft[i]);
+    }
 }

@@ -4,25 +4,13 @@
 #include <cmath>
 #include <limits>
 
+#include "game/Rules.h"
 #include "game/Score.h"
 #include "game/ScoreAnnotation.h"
 #include "game/Song.h"
 #include "scene/Globals.h"
 
 namespace {
-
-constexpr std::size_t noteCount = 7;
-
-constexpr double windowOpening = -0.5;  // slots, from the slot's centre
-constexpr double holdFraction = 0.95;   // of the note's length
-constexpr int lookBackSlots = 4;
-constexpr float awardPoints = 100.0f;
-
-constexpr double wrongHoldSeconds = 0.35;
-constexpr double graceFraction = 0.2;  // of a slot, from its opening
-constexpr float penaltyPoints = -20.0f;
-
-constexpr int slotsAfterTheEnd = 4;
 
 // Truncates; what an int cannot hold becomes the nearest int, what is no number the lowest.
 int toInt(double value) {
@@ -43,7 +31,7 @@ float secondsPerSlot(double slotsPerSecond) {
 // opens early.
 float holdThreshold(float slotSeconds, double length) {
     return static_cast<float>(static_cast<double>(slotSeconds / -2.0f) +
-                              static_cast<double>(slotSeconds) * holdFraction * length);
+                              static_cast<double>(slotSeconds) * rules::holdFraction * length);
 }
 
 }  // namespace
@@ -52,49 +40,49 @@ int Song::slotAt(double t) const {
     return toInt(std::round(slotsPerSecond * t));
 }
 
-void Song::updateScore(Score& score, double t, NoteState const& state) {
-    int const current = slotAt(t);
+void Song::updateScore(Score& score, double t, const NoteState& state) {
+    const int current = slotAt(t);
     if (current < 0 || static_cast<std::size_t>(current) >= slots.size()) {
         return;
     }
-    auto const slot = static_cast<std::size_t>(current);
-    std::bitset<noteCount> expected;
+    const auto slot = static_cast<std::size_t>(current);
+    std::bitset<Notes::noteCount> expected;
 
     for (std::size_t i = 0; i < slots[slot].size(); ++i) {
-        NoteMark const& mark = slots[slot][i];
-        award({slot, i}, mark.length, awardPoints, score, state);
+        const NoteMark& mark = slots[slot][i];
+        award({slot, i}, mark.length, rules::awardPoints, score, state);
         expected.set(static_cast<std::size_t>(mark.note));
     }
     // Here a note's length counts: flat above, by the slot below.
-    for (int earlier = std::max(current - lookBackSlots, 0); earlier < current; ++earlier) {
-        auto const start = static_cast<std::size_t>(earlier);
+    for (int earlier = std::max(current - rules::lookBackSlots, 0); earlier < current; ++earlier) {
+        const auto start = static_cast<std::size_t>(earlier);
         for (std::size_t i = 0; i < slots[start].size(); ++i) {
-            NoteMark const& mark = slots[start][i];
+            const NoteMark& mark = slots[start][i];
             if (static_cast<std::int64_t>(mark.length) + earlier > current) {
-                auto const length = static_cast<float>(mark.length);
-                award({start, i}, length, awardPoints * length, score, state);
+                const auto length = static_cast<float>(mark.length);
+                award({start, i}, length, rules::awardPoints * length, score, state);
                 expected.set(static_cast<std::size_t>(mark.note));
             }
         }
     }
 
-    float const slotSeconds = secondsPerSlot(slotsPerSecond);
-    auto const slotStart = static_cast<float>(static_cast<double>(static_cast<float>(current) * slotSeconds) +
-                                              windowOpening * static_cast<double>(slotSeconds));
-    if (!(t - static_cast<double>(slotStart) > graceFraction * static_cast<double>(slotSeconds))) {
+    const float slotSeconds = secondsPerSlot(slotsPerSecond);
+    const auto slotStart = static_cast<float>(static_cast<double>(static_cast<float>(current) * slotSeconds) +
+                                              rules::windowOpening * static_cast<double>(slotSeconds));
+    if (!(t - static_cast<double>(slotStart) > rules::graceFraction * static_cast<double>(slotSeconds))) {
         return;
     }
-    for (std::size_t note = 0; note < noteCount; ++note) {
-        auto const id = static_cast<std::int32_t>(note);
-        if (static_cast<double>(state.downCount(id)) > wrongHoldSeconds && !expected.test(note)) {
-            penalise(slot, id, score);
+    for (std::int32_t note = 0; note < Notes::noteCount; ++note) {
+        if (static_cast<double>(state.downCount(note)) > rules::wrongHoldSeconds &&
+            !expected.test(static_cast<std::size_t>(note))) {
+            penalise(slot, note, score);
         }
     }
 }
 
-void Song::award(MarkPlace const& place, double length, float points, Score& score, NoteState const& state) {
+void Song::award(const MarkPlace& place, double length, float points, Score& score, const NoteState& state) {
     NoteMark& mark = slots[place.slot][place.index];
-    float const threshold = holdThreshold(secondsPerSlot(slotsPerSecond), length);
+    const float threshold = holdThreshold(secondsPerSlot(slotsPerSecond), length);
     if (state.downCount(mark.note) > threshold && !mark.hit) {
         mark.hit = true;
         fading.push_back(place);
@@ -102,19 +90,19 @@ void Song::award(MarkPlace const& place, double length, float points, Score& sco
     }
 }
 
-void Song::penalise(std::size_t slot, Notes::NoteID const& note, Score& score) {
+void Song::penalise(std::size_t slot, const Notes::NoteID& note, Score& score) {
     std::vector<NoteMark>& marks = slots[slot];
     marks.emplace_back(note, 1);
     marks.back().wrong = true;
     marks.back().hit = true;
     // The number floats over the mark whose index is the wrong note's number, if the slot has that many.
-    auto const index = static_cast<std::size_t>(note);
-    NoteMark const& place = index < marks.size() ? marks[index] : marks.back();
-    give(penaltyPoints, slot, getNoteHeight(place.note), score);
+    const auto index = static_cast<std::size_t>(note);
+    const NoteMark& place = index < marks.size() ? marks[index] : marks.back();
+    give(rules::penaltyPoints, slot, getNoteHeight(place.note), score);
 }
 
 void Song::give(float points, std::size_t slot, float height, Score& score) {
-    FFont const font = Globals::getInstance().getScoreFont();
+    const FFont font = Globals::getInstance().getScoreFont();
     scene.addObject(boost::make_shared<ScoreAnnotation>(static_cast<float>(static_cast<int>(slot)), height,
                                                         font, toInt(static_cast<double>(points))));
     score.addToScore(points);
@@ -125,5 +113,5 @@ void Song::animate(double dtSeconds) {
 }
 
 bool Song::complete(double t) const {
-    return slotAt(t) >= static_cast<std::int64_t>(slots.size()) + slotsAfterTheEnd;
+    return slotAt(t) >= static_cast<std::int64_t>(slots.size()) + rules::slotsAfterTheEnd;
 }

@@ -3,16 +3,6 @@
 #include <GL/gl.h>
 #include <GL/glu.h>
 
-CameraCommon::CameraCommon()
-    : orbitOrigin(true),
-      zNear(0.1),
-      zFar(100.0),
-      orthographic(false),
-      fieldOfView(45.0),
-      position(0.0, 0.0, 10.0),
-      orientation(1.0, tavi::Vec3<double>(0.0, 0.0, 0.0)) {
-}
-
 double CameraCommon::aspect() {
     return static_cast<double>(width()) / static_cast<double>(height());
 }

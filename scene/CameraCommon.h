@@ -12,9 +12,9 @@
 ///     glMatrixMode(GL_MODELVIEW), glLoadIdentity(), view.applyModelview();
 class CameraCommon {
 public:
-    CameraCommon();
-    CameraCommon(CameraCommon const&) = delete;
-    CameraCommon& operator=(CameraCommon const&) = delete;
+    CameraCommon() = default;
+    CameraCommon(const CameraCommon&) = delete;
+    CameraCommon& operator=(const CameraCommon&) = delete;
     virtual ~CameraCommon() = default;
 
     /// Multiplies the lens into the current GL matrix: perspective, or orthographic with a view 2 units high.
@@ -31,11 +31,11 @@ public:
     virtual int height() = 0;
 
 protected:
-    bool orbitOrigin;              ///< drags turn the camera about the world's origin, not about itself
-    double zNear;                  ///< world units
-    double zFar;                   ///< world units
-    bool orthographic;             ///< else perspective
-    double fieldOfView;            ///< vertical, degrees; perspective only
-    tavi::Vec3<double> position;   ///< in the world
-    tavi::Quaternion orientation;  ///< from camera to world coordinates
+    bool orbitOrigin = true;    ///< drags turn the camera about the world's origin, not about itself
+    double zNear = 0.1;         ///< world units
+    double zFar = 100.0;        ///< world units
+    bool orthographic = false;  ///< else perspective
+    double fieldOfView = 45.0;  ///< vertical, degrees; perspective only
+    tavi::Vec3<double> position{0.0, 0.0, 10.0};  ///< in the world
+    tavi::Quaternion orientation;                 ///< from camera to world coordinates
 };

@@ -2,7 +2,7 @@
 
 #include <GL/gl.h>
 
-FFont::FFont(char const* path, unsigned int size) : data(nullptr) {
+FFont::FFont(const char* path, unsigned int size) : data(nullptr) {
     if (path != nullptr) {
         data = SmartPtr<FFontData>(new FFontData(path, size));
     }
@@ -23,7 +23,7 @@ void FFont::setScale(float sx, float sy) {
     scaleY = sy;
 }
 
-float FFont::drawString(char const* text, float x, float y, float p, float q) {
+float FFont::drawString(const char* text, float x, float y, float p, float q) {
     glColor4fv(color.data());
     return data->drawString(text, x, y, scaleX, scaleY, p, q);
 }

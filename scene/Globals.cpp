@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr char const* fontPath = "Fonts/Vera.ttf";
+constexpr const char* fontPath = "Fonts/Vera.ttf";
 constexpr unsigned int fontSize = 24;
 constexpr float scoreFontScale = 0.5f;
 

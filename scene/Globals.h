@@ -10,8 +10,8 @@
 class Globals {
 public:
     static Globals& getInstance();
-    Globals(Globals const&) = delete;
-    Globals& operator=(Globals const&) = delete;
+    Globals(const Globals&) = delete;
+    Globals& operator=(const Globals&) = delete;
 
     /// At scale 1, white. What is changed on the reference is changed for everyone who copies it later.
     FFont& getDefaultFont();

@@ -26,8 +26,8 @@ int InteractiveCameraView::mouse(int button, bool down, int x, int y) {
 
 void InteractiveCameraView::motion(int x, int y) {
     // Both by the height: a drag of one length turns the view by one amount, whichever way it goes.
-    double const dx = (static_cast<double>(x) - lastX) / height();
-    double const dy = (static_cast<double>(y) - lastY) / height();
+    const double dx = (static_cast<double>(x) - lastX) / height();
+    const double dy = (static_cast<double>(y) - lastY) / height();
 
     if (buttonState == middleButton) {
         if (shiftActive()) {
@@ -49,7 +49,7 @@ void InteractiveCameraView::refresh() {
 // About the world's y axis and the camera's own x axis. An orbit and a turn in place go opposite ways.
 void InteractiveCameraView::turn(double dx, double dy) {
     if (orbitOrigin) {
-        Vec3 const originSeen = orientation.conj().rotate(Vec3(0.0, 0.0, 0.0) - position);
+        const Vec3 originSeen = orientation.conj().rotate(Vec3(0.0, 0.0, 0.0) - position);
         orientation =
             Quaternion::rod(Vec3(0.0, -dx, 0.0)) * orientation * Quaternion::rod(Vec3(-dy, 0.0, 0.0));
         position = orientation.rotate(originSeen) * -1.0;
@@ -61,8 +61,8 @@ void InteractiveCameraView::turn(double dx, double dy) {
 void InteractiveCameraView::pan(double dx, double dy) {
     double scale = 1.0;
     if (orbitOrigin) {
-        double const halfHeightAtUnitDistance = std::tan(fieldOfView * pi / 180.0 / 2.0);
-        double const distance = orientation.rotate(Vec3(0.0, 0.0, 1.0)).dot(position);
+        const double halfHeightAtUnitDistance = std::tan(fieldOfView * pi / 180.0 / 2.0);
+        const double distance = orientation.rotate(Vec3(0.0, 0.0, 1.0)).dot(position);
         scale = 2.0 * halfHeightAtUnitDistance * distance + leastPanScale;
     }
     position += orientation.rotate(Vec3(-dx * scale, dy * scale, 0.0));

@@ -4,7 +4,7 @@
 
 /// A camera that the mouse moves. With the middle button held a drag turns it, or pans it while Shift is
 /// held; with the right button held a drag moves it along its viewing axis. Feed it the window's mouse
-/// events; after every drag it asks for a redraw through `refresh()`. Nothing limits where it may go.
+/// events; after every drag it asks for a redraw through `refresh()`. Its movement has no limits.
 class InteractiveCameraView : public CameraCommon {
 public:
     /// Whether a Shift key is held.

@@ -2,18 +2,18 @@
 
 #include <utility>
 
-void Scene::addObject(boost::shared_ptr<SceneObject> const& object) {
+void Scene::addObject(const boost::shared_ptr<SceneObject>& object) {
     objects.push_back(object);
 }
 
 void Scene::draw() {
-    for (auto const& object : objects) {
+    for (const auto& object : objects) {
         object->draw();
     }
 }
 
 void Scene::animate(double dtSeconds) {
-    for (auto const& object : objects) {
+    for (const auto& object : objects) {
         object->animate(dtSeconds);
     }
     removeCompleted();
@@ -21,7 +21,7 @@ void Scene::animate(double dtSeconds) {
 
 void Scene::removeCompleted() {
     std::vector<boost::shared_ptr<SceneObject>> unfinished;
-    for (auto const& object : objects) {
+    for (const auto& object : objects) {
         if (!object->isComplete()) {
             unfinished.push_back(object);
         }

@@ -5,14 +5,14 @@
 class SceneObject {
 public:
     SceneObject() = default;
-    SceneObject(SceneObject const&) = delete;
-    SceneObject& operator=(SceneObject const&) = delete;
+    SceneObject(const SceneObject&) = delete;
+    SceneObject& operator=(const SceneObject&) = delete;
     virtual ~SceneObject() = default;
 
     /// Draws in the current model-view transform. Needs a current GL context.
     virtual void draw() = 0;
 
-    /// Whether the object is finished and is to be dropped. Asked after every `animate`.
+    /// Whether the object is finished and can be dropped. Called after every `animate`.
     virtual bool isComplete();
 
     /// Advances the object by `dtSeconds`.

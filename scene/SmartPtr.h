@@ -2,9 +2,8 @@
 
 #include <cstdlib>
 
-/// A shared pointer with its count in an int of its own on the heap: copies share the count, and the object
-/// goes with the last of them. One that holds nothing has a count too. The count is not atomic: one thread
-/// only.
+/// A shared pointer with its count in an int on the heap. The last copy deletes the object. An empty pointer
+/// has a count too. The count is not atomic: one thread only.
 ///
 ///     SmartPtr<FFontData> face(new FFontData(path, 24));
 ///     face->drawString(...);
@@ -13,10 +12,10 @@ class SmartPtr {
 public:
     /// Takes over `p`, which may be null.
     explicit SmartPtr(T* p) : ptr(p), refCount(new int(0)) { incRefCnt(); }
-    SmartPtr(SmartPtr const& other) : ptr(other.ptr), refCount(other.refCount) { incRefCnt(); }
+    SmartPtr(const SmartPtr& other) : ptr(other.ptr), refCount(other.refCount) { incRefCnt(); }
     ~SmartPtr() { decRefCnt(); }
 
-    SmartPtr& operator=(SmartPtr const& other) {
+    SmartPtr& operator=(const SmartPtr& other) {
         if (this != &other) {
             decRefCnt();
             ptr = other.ptr;
@@ -35,8 +34,8 @@ public:
         }
     }
 
-    /// Lets go of one share. The last one destroys the object and the count and leaves this pointer empty,
-    /// without a count. A count below zero means that the sharing is broken: the process ends with status 1.
+    /// Gives up one share. The last one deletes the object and the count and leaves this pointer empty,
+    /// without a count. A count below zero is a bug: the process ends with status 1.
     void decRefCnt() {
         if (refCount == nullptr) {
             return;
@@ -50,7 +49,7 @@ public:
     }
 
 private:
-    // Out of line, or GCC 12 takes the next holder's release for a use after this one's delete.
+    // Not inline: GCC 12 would warn of a use after delete.
     [[gnu::noinline]] void destroy() {
         delete ptr;
         delete refCount;

@@ -45,7 +45,7 @@ wt::GridGraphic panelBackground() {
 
 }  // namespace
 
-ChooseSongWindow::ChooseSongWindow() : chosenSongText(nullptr), window(nullptr), selectedIndex(0) {
+ChooseSongWindow::ChooseSongWindow() {
     window = createSongWindow();
     window->setShowing(0);
 }

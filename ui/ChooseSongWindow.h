@@ -17,7 +17,7 @@
 ///     chooser.show();
 class ChooseSongWindow {
 public:
-    typedef boost::signals2::signal<void(const std::string&)> PlaySongSignal;
+    using PlaySongSignal = boost::signals2::signal<void(const std::string&)>;
 
     /// Reads "Songs/listing.txt", once, and builds the panel, hidden. A listing that cannot be read gives an
     /// empty list.
@@ -28,7 +28,7 @@ public:
     void hide();
 
     /// Calls `slot` with the file name of the highlighted song (of the first one before any was highlighted)
-    /// when "Play" is pressed; not at all when there is no such song. Slots run in the order of connection.
+    /// when "Play" is pressed. Does nothing without such a song. Slots run in the order of connection.
     boost::signals2::connection connectPlaySong(const PlaySongSignal::slot_type& slot);
 
 private:
@@ -37,9 +37,9 @@ private:
     void playPressed();
     bool isSong(int index) const;
 
-    wt::wtStaticText* chosenSongText;
-    wt::wtWindow* window;
+    wt::wtStaticText* chosenSongText = nullptr;
+    wt::wtWindow* window = nullptr;
     std::vector<std::string> songFiles;  ///< one a row of the list box, in its order
-    std::int32_t selectedIndex;
+    std::int32_t selectedIndex = 0;
     PlaySongSignal playSongSignal;
 };

@@ -35,7 +35,7 @@ void drawSegment(float fromX, float fromY, float toX, float toY) {
 }  // namespace
 
 FrequencyWindow::wtFreqWindow::wtFreqWindow(wt::wtWidget* parent)
-    : wt::wtWidget("window", {0.0f, 0.0f}, {1.0f, 1.0f}, plotFlags), threshold(0.0) {
+    : wt::wtWidget("window", {0.0f, 0.0f}, {1.0f, 1.0f}, plotFlags) {
     if (parent != nullptr) {
         parent->add(this);
     }
@@ -55,7 +55,7 @@ void FrequencyWindow::wtFreqWindow::draw() {
     glScalef(1.0f / (maxFrequencyHz - minFrequencyHz), 1.0f / (maxLevelDb - minLevelDb), 1.0f);
     glTranslatef(-minFrequencyHz, -minLevelDb, 0.0f);
 
-    // The box is one Hz by one dB: it comes after the change to data units, and stays there.
+    // In data units, so the box is one Hz by one dB. This is intended.
     glColor3f(0.0f, 0.0f, 0.0f);
     glBegin(GL_LINE_LOOP);
     glVertex2f(0.0f, 0.0f);
@@ -67,7 +67,7 @@ void FrequencyWindow::wtFreqWindow::draw() {
     glColor3f(1.0f, 0.0f, 0.0f);
     glBegin(GL_LINE_STRIP);
     for (std::size_t i = 0; i < power.size(); ++i) {
-        // A silent bin stands at minus infinity, which a line cannot be clipped against.
+        // A silent bin is minus infinity, which GL cannot clip.
         glVertex2f(static_cast<float>(frequencies[i]), std::max(farBelowDb, static_cast<float>(power[i])));
     }
     glEnd();
@@ -78,7 +78,7 @@ void FrequencyWindow::wtFreqWindow::draw() {
         drawSegment(frequencyHz, minLevelDb, frequencyHz, maxLevelDb);
     }
 
-    // In the colour that the peaks or, without any, the spectrum left.
+    // In the colour of the peaks, or of the spectrum without peaks.
     const auto level = static_cast<float>(threshold);
     drawSegment(minFrequencyHz, level, maxFrequencyHz, level);
 

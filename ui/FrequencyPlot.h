@@ -19,5 +19,5 @@ public:
     std::vector<double> frequencies;             ///< Hz, one a bin
     std::vector<double> power;                   ///< dB, one a bin
     std::vector<std::pair<float, float>> peaks;  ///< (level in dB, frequency in Hz)
-    double threshold;                            ///< dB
+    double threshold = 0.0;                      ///< dB
 };

@@ -26,7 +26,7 @@ std::string listPeaks(const std::vector<std::pair<float, float>>& peaks) {
 
 }  // namespace
 
-FrequencyWindow::FrequencyWindow() : window(nullptr), plot(nullptr), peakText(nullptr) {
+FrequencyWindow::FrequencyWindow() {
     window = new wt::wtWindow("Frequency", {-0.4f, -0.5f}, {0.8f, 0.9f}, windowFlags);
     window->setShowing(0);
     plot = new wtFreqWindow(window);

@@ -30,7 +30,7 @@ public:
     class wtFreqWindow;
 
 private:
-    wt::wtWindow* window;
-    wtFreqWindow* plot;
-    wt::wtStaticText* peakText;
+    wt::wtWindow* window = nullptr;
+    wtFreqWindow* plot = nullptr;
+    wt::wtStaticText* peakText = nullptr;
 };

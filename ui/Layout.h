@@ -2,7 +2,7 @@
 
 #include "platform/wt/wt.h"
 
-/// What the menus and panels share in how they place their widgets: a vertical stack, everything centred.
+/// How menus and panels place their widgets: a vertical stack, centred.
 namespace ui {
 
 /// Centred in both directions.
@@ -18,7 +18,7 @@ inline wt::LinearLayout::Attributes plainAttributes() {
     return attributes(0.01f, 0.01f);
 }
 
-/// For a line of text that wants some air above and below.
+/// For a line of text with more space above and below.
 inline wt::LinearLayout::Attributes airyAttributes() {
     return attributes(0.02f, 0.02f);
 }

@@ -59,14 +59,14 @@ wt::GridGraphic titleBackground() {
     return grid;
 }
 
-/// A function of a plain type: signals and a function that never returns do not go together everywhere.
+/// Not std::exit itself: some compilers refuse a function that never returns as a slot.
 void leave() {
     std::exit(exitStatus);
 }
 
 }  // namespace
 
-MainWindow::MainWindow() : window(nullptr), newGameButton(nullptr) {
+MainWindow::MainWindow() {
     window = createMainWindow();
 }
 

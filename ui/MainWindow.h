@@ -25,6 +25,6 @@ public:
 private:
     wt::wtWindow* createMainWindow();
 
-    wt::wtWindow* window;
-    wt::wtButton* newGameButton;
+    wt::wtWindow* window = nullptr;
+    wt::wtButton* newGameButton = nullptr;
 };

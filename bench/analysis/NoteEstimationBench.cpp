@@ -8,20 +8,22 @@
 #include <algorithm>
 #include <boost/shared_ptr.hpp>
 #include <cmath>
+#include <cstdlib>
 #include <random>
 #include <vector>
 
 #include "analysis/NoteEstimation.h"
+#include "analysis/SpectrumRules.h"
 #include "audio/RingBuffer.h"
 #include "bench/support/RatioReporter.h"
 
 namespace {
 
-constexpr int windowSize = 4096;
+constexpr int windowSize = rules::windowSamples;
 constexpr int blockLength = 1024;
-constexpr double sampleRateHz = 48000.0;
+using rules::sampleRateHz;
 constexpr double frameSeconds = 0.02;
-double const pi = std::acos(-1.0);
+const double pi = std::acos(-1.0);
 
 /// Three notes with their overtones in a little noise: as many peaks as a game ever has.
 boost::shared_ptr<RingBuffer> recording() {
@@ -30,9 +32,9 @@ boost::shared_ptr<RingBuffer> recording() {
     std::vector<float> block(blockLength);
     for (int start = 0; start < 20 * blockLength; start += blockLength) {
         for (int i = 0; i < blockLength; ++i) {
-            double const seconds = (start + i) / sampleRateHz;
+            const double seconds = static_cast<double>(start + i) / sampleRateHz;
             double sample = (static_cast<double>(random()) / 4294967296.0 - 0.5) * 0.001;
-            for (double const frequencyHz : {257.8, 328.1, 386.7}) {
+            for (const double frequencyHz : {257.8, 328.1, 386.7}) {
                 for (int overtone = 1; overtone <= 4; ++overtone) {
                     sample += 0.1 / overtone * std::sin(2.0 * pi * frequencyHz * overtone * seconds);
                 }
@@ -45,8 +47,18 @@ boost::shared_ptr<RingBuffer> recording() {
 }
 
 void ownUpdate(benchmark::State& state) {
-    boost::shared_ptr<RingBuffer> const ring = recording();
+    const boost::shared_ptr<RingBuffer> ring = recording();
     NoteEstimation estimation;
+    for (auto _ : state) {
+        estimation.update(ring, frameSeconds);
+    }
+}
+
+void ownFineUpdate(benchmark::State& state) {
+    const boost::shared_ptr<RingBuffer> ring = recording();
+    setenv("ZANTO_EAR", "fine", 1);
+    NoteEstimation estimation;
+    unsetenv("ZANTO_EAR");
     for (auto _ : state) {
         estimation.update(ring, frameSeconds);
     }
@@ -65,22 +77,22 @@ public:
         }
         norm = 4.0 / (sum * sum);
     }
-    FftwEstimation(FftwEstimation const&) = delete;
-    FftwEstimation& operator=(FftwEstimation const&) = delete;
+    FftwEstimation(const FftwEstimation&) = delete;
+    FftwEstimation& operator=(const FftwEstimation&) = delete;
     ~FftwEstimation() {
         fftwf_destroy_plan(plan);
         fftwf_free(out);
         fftwf_free(in);
     }
 
-    void update(RingBuffer const& ring) {
+    void update(const RingBuffer& ring) {
         ring.copyLatest(samples);
         for (std::size_t i = 0; i < window.size(); ++i) {
             in[i] = samples[i] * window[i];
         }
         fftwf_execute(plan);
         for (std::size_t bin = 0; bin < levelsDb.size(); ++bin) {
-            float const power = out[bin][0] * out[bin][0] + out[bin][1] * out[bin][1];
+            const float power = out[bin][0] * out[bin][0] + out[bin][1] * out[bin][1];
             levelsDb[bin] = 10.0 * std::log10(power * norm);
         }
         notes.updateNotes(levelsDb, frameSeconds);
@@ -92,13 +104,13 @@ private:
     fftwf_plan plan = nullptr;
     std::vector<float> window;
     double norm = 1.0;
-    std::vector<float> samples = std::vector<float>(windowSize * 3 / 2);
-    std::vector<double> levelsDb = std::vector<double>(windowSize / 2);
+    std::vector<float> samples = std::vector<float>(rules::copiedSamples);
+    std::vector<double> levelsDb = std::vector<double>(rules::binCount);
     NoteEstimation notes;
 };
 
 void fftwUpdate(benchmark::State& state) {
-    boost::shared_ptr<RingBuffer> const ring = recording();
+    const boost::shared_ptr<RingBuffer> ring = recording();
     FftwEstimation estimation;
     for (auto _ : state) {
         estimation.update(*ring);
@@ -107,10 +119,10 @@ void fftwUpdate(benchmark::State& state) {
 
 /// One pitch from the newest 4096 samples, which it keeps itself and gets in blocks.
 void aubioYinfft(benchmark::State& state) {
-    boost::shared_ptr<RingBuffer> const ring = recording();
+    const boost::shared_ptr<RingBuffer> ring = recording();
     std::vector<float> samples(blockLength);
     ring->copyLatest(samples);
-    aubio_pitch_t* const pitch = new_aubio_pitch("yinfft", windowSize, blockLength, 48000);
+    aubio_pitch_t* const pitch = new_aubio_pitch("yinfft", windowSize, blockLength, sampleRateHz);
     fvec_t* const in = new_fvec(blockLength);
     fvec_t* const out = new_fvec(1);
     std::copy(samples.begin(), samples.end(), in->data);
@@ -124,11 +136,14 @@ void aubioYinfft(benchmark::State& state) {
 }
 
 BENCHMARK(ownUpdate)->Unit(benchmark::kMicrosecond);
+BENCHMARK(ownFineUpdate)->Unit(benchmark::kMicrosecond);
 BENCHMARK(fftwUpdate)->Unit(benchmark::kMicrosecond);
 BENCHMARK(aubioYinfft)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    return runBenchmarks(argc, argv, {{"ownUpdate", "fftwUpdate"}, {"ownUpdate", "aubioYinfft"}});
+    return runBenchmarks(
+        argc, argv,
+        {{"ownFineUpdate", "ownUpdate"}, {"ownUpdate", "fftwUpdate"}, {"ownUpdate", "aubioYinfft"}});
 }

@@ -12,6 +12,7 @@
 
 #include "analysis/NoteState.h"
 #include "bench/support/RatioReporter.h"
+#include "game/Rules.h"
 #include "game/Score.h"
 #include "game/Song.h"
 #include "scene/Globals.h"
@@ -24,7 +25,6 @@ namespace {
 constexpr int widthPx = 64;  // small: what is measured is the drawing's issue, not its pixels
 constexpr int heightPx = 48;
 constexpr double frameSeconds = 0.01;
-constexpr double slotsPerSecond = 2.0;
 constexpr int longest = 1000000;  // slots
 
 /// A melody with chords, rests and long notes, over and over.
@@ -46,12 +46,12 @@ std::string songName(int slots) {
 
 /// A song that is half over, with notes hit and missed around its middle.
 struct Play {
-    explicit Play(int slots) : middle(slots / 2 / slotsPerSecond) {
-        score.setFont(Globals::getInstance().getDefaultFont(), 0.8F);
+    explicit Play(int slots) : middle(slots / 2 / rules::slotsPerSecond) {
+        score.setFont(Globals::getInstance().getDefaultFont(), 0.8f);
         if (!song.load(songName(slots).c_str())) {
             std::cerr << "the song was not loaded" << std::endl;
         }
-        heldNotes.notesDown({0, 2}, 1.0F);
+        heldNotes.notesDown({0, 2}, 1.0f);
         for (double t = middle - 5.0; t < middle; t += frameSeconds) {
             judge(t);
         }
@@ -63,7 +63,7 @@ struct Play {
 
     double middle;  ///< seconds of song time
     Song song;
-    Score score{-5.5F, -4.0F};
+    Score score{-5.5f, -4.0f};
     NoteState heldNotes;
 };
 

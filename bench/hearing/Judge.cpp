@@ -5,19 +5,21 @@
 #include <cmath>
 #include <cstddef>
 
+#include "game/Rules.h"
+
 namespace {
 
 constexpr double windowStartSeconds = 0.15;
 constexpr double windowEndSeconds = 0.9;
-constexpr double penaltyHoldSeconds = 0.35;
-constexpr int noteCount = 7;
+constexpr double penaltyHoldSeconds = rules::wrongHoldSeconds;
+constexpr int noteCount = Notes::noteCount;
 constexpr double a4Hz = 440.0;
 
 using NoteSet = std::array<bool, noteCount>;
 
-NoteSet notesOf(Take const& take) {
+NoteSet notesOf(const Take& take) {
     NoteSet played{};
-    for (int const pitch : take.pitches) {
+    for (const int pitch : take.pitches) {
         if (naturalOf(pitch) != -1) {
             played[static_cast<std::size_t>(naturalOf(pitch))] = true;
         }
@@ -25,7 +27,7 @@ NoteSet notesOf(Take const& take) {
     return played;
 }
 
-NoteSet notesDown(NoteState const& held) {
+NoteSet notesDown(const NoteState& held) {
     NoteSet down{};
     for (int note = 0; note < noteCount; ++note) {
         down[static_cast<std::size_t>(note)] = held.isDown(note);
@@ -36,8 +38,8 @@ NoteSet notesDown(NoteState const& held) {
 NoteSet noteOfPitch(float pitchHz) {
     NoteSet heard{};
     if (pitchHz > 0.0f) {
-        long const pitch = std::lround(69.0 + 12.0 * std::log2(static_cast<double>(pitchHz) / a4Hz));
-        int const note = pitch >= 0 ? naturalOf(static_cast<int>(pitch)) : -1;
+        const long pitch = std::lround(69.0 + 12.0 * std::log2(static_cast<double>(pitchHz) / a4Hz));
+        const int note = pitch >= 0 ? naturalOf(static_cast<int>(pitch)) : -1;
         if (note != -1) {
             heard[static_cast<std::size_t>(note)] = true;
         }
@@ -45,7 +47,7 @@ NoteSet noteOfPitch(float pitchHz) {
     return heard;
 }
 
-double shareFound(NoteSet const& played, NoteSet const& heard) {
+double shareFound(const NoteSet& played, const NoteSet& heard) {
     int wanted = 0;
     int found = 0;
     for (std::size_t note = 0; note < played.size(); ++note) {
@@ -55,7 +57,7 @@ double shareFound(NoteSet const& played, NoteSet const& heard) {
     return wanted == 0 ? 0.0 : static_cast<double>(found) / wanted;
 }
 
-bool anyForeign(NoteSet const& played, NoteSet const& heard) {
+bool anyForeign(const NoteSet& played, const NoteSet& heard) {
     for (std::size_t note = 0; note < played.size(); ++note) {
         if (heard[note] && !played[note]) {
             return true;
@@ -68,13 +70,13 @@ bool isInWindow(double sinceAttack) {
     return sinceAttack >= windowStartSeconds && sinceAttack < windowEndSeconds;
 }
 
-void judgePeer(Take const& take, Recording const& recording, Hearing& hearing) {
-    NoteSet const played = notesOf(take);
+void judgePeer(const Take& take, const Recording& recording, Hearing& hearing) {
+    const NoteSet played = notesOf(take);
     int frames = 0;
     for (std::size_t i = 0; i < recording.peerHz.size(); ++i) {
         // Its i-th answer comes with the end of the i-th hop.
         if (isInWindow(static_cast<double>(i + 1) / framesPerSecond - attackSeconds)) {
-            NoteSet const heard = noteOfPitch(recording.peerHz[i]);
+            const NoteSet heard = noteOfPitch(recording.peerHz[i]);
             hearing.peerRight += shareFound(played, heard);
             hearing.peerWrong += anyForeign(played, heard) ? 1.0 : 0.0;
             ++frames;
@@ -88,15 +90,15 @@ void judgePeer(Take const& take, Recording const& recording, Hearing& hearing) {
 
 }  // namespace
 
-Hearing judge(Take const& take, Recording const& recording, Listener& listener) {
-    NoteSet const played = notesOf(take);
+Hearing judge(const Take& take, const Recording& recording, Listener& listener) {
+    const NoteSet played = notesOf(take);
     Hearing hearing;
     int frames = 0;
     double lastHeard = 0.0;
-    listener.replay(recording, [&](double seconds, NoteState const& held) {
-        NoteSet const heard = notesDown(held);
-        double const sinceAttack = seconds - attackSeconds;
-        double const found = shareFound(played, heard);
+    listener.replay(recording, [&](double seconds, const NoteState& held) {
+        const NoteSet heard = notesDown(held);
+        const double sinceAttack = seconds - attackSeconds;
+        const double found = shareFound(played, heard);
         if (found > 0.0) {
             lastHeard = seconds;
             if (sinceAttack > 0.0 && !hearing.latencySeconds) {
@@ -116,11 +118,11 @@ Hearing judge(Take const& take, Recording const& recording, Listener& listener) 
     return hearing;
 }
 
-Mean meanOf(std::vector<Heard> const& all, Which const& which) {
+Mean meanOf(const std::vector<Heard>& all, const Which& which) {
     Mean mean;
     double latency = 0.0;
     std::size_t heardAtAll = 0;
-    for (Heard const& heard : all) {
+    for (const Heard& heard : all) {
         if (!which(heard)) {
             continue;
         }
@@ -136,7 +138,7 @@ Mean meanOf(std::vector<Heard> const& all, Which const& which) {
         }
     }
     if (mean.takes > 0) {
-        auto const takes = static_cast<double>(mean.takes);
+        const auto takes = static_cast<double>(mean.takes);
         mean.hearing.right /= takes;
         mean.hearing.wrong /= takes;
         mean.hearing.peerRight /= takes;
@@ -150,33 +152,33 @@ Mean meanOf(std::vector<Heard> const& all, Which const& which) {
     return mean;
 }
 
-bool isNatural(Heard const& heard) {
+bool isNatural(const Heard& heard) {
     return naturalOf(heard.take.pitches.front()) != -1;
 }
 
-bool isDry(Heard const& heard) {
+bool isDry(const Heard& heard) {
     return !heard.take.touch.room;
 }
 
-FalseNotes falseNotes(Recording const& recording, Listener& listener) {
+FalseNotes falseNotes(const Recording& recording, Listener& listener) {
     FalseNotes result;
     NoteSet before{};
     NoteSet wasLong{};
     int frames = 0;
-    listener.replay(recording, [&](double, NoteState const& held) {
-        NoteSet const heard = notesDown(held);
+    listener.replay(recording, [&](double, const NoteState& held) {
+        const NoteSet heard = notesDown(held);
         ++frames;
         result.share += std::find(heard.begin(), heard.end(), true) != heard.end() ? 1.0 : 0.0;
         for (std::size_t note = 0; note < heard.size(); ++note) {
             result.perMinute += heard[note] && !before[note] ? 1.0 : 0.0;
-            bool const isLong =
+            const bool isLong =
                 held.downCount(static_cast<int>(note)) > static_cast<float>(penaltyHoldSeconds);
             result.longOnesPerMinute += isLong && !wasLong[note] ? 1.0 : 0.0;
             wasLong[note] = isLong;
         }
         before = heard;
     });
-    double const minutes = static_cast<double>(frames) / framesPerSecond / 60.0;
+    const double minutes = static_cast<double>(frames) / framesPerSecond / 60.0;
     result.perMinute /= minutes;
     result.longOnesPerMinute /= minutes;
     result.share /= frames;

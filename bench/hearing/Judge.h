@@ -21,7 +21,7 @@ struct Hearing {
     double tailSeconds = 0.0;  ///< from the end of the note to the last frame with it
 };
 
-Hearing judge(Take const& take, Recording const& recording, Listener& listener);
+Hearing judge(const Take& take, const Recording& recording, Listener& listener);
 
 /// One take of one player, and how it was heard.
 struct Heard {
@@ -30,7 +30,7 @@ struct Heard {
     Hearing hearing;
 };
 
-using Which = std::function<bool(Heard const&)>;
+using Which = std::function<bool(const Heard&)>;
 
 /// The mean over those of `all` that `which` picks.
 struct Mean {
@@ -39,11 +39,11 @@ struct Mean {
     double never = 0.0;  ///< share of takes whose note was never heard
 };
 
-Mean meanOf(std::vector<Heard> const& all, Which const& which);
+Mean meanOf(const std::vector<Heard>& all, const Which& which);
 
 /// Pickers.
-bool isNatural(Heard const& heard);
-bool isDry(Heard const& heard);
+bool isNatural(const Heard& heard);
+bool isDry(const Heard& heard);
 
 /// What is heard in a room where nobody plays.
 struct FalseNotes {
@@ -52,4 +52,4 @@ struct FalseNotes {
     double share = 0.0;              ///< of the frames with any note
 };
 
-FalseNotes falseNotes(Recording const& recording, Listener& listener);
+FalseNotes falseNotes(const Recording& recording, Listener& listener);

@@ -10,12 +10,12 @@ constexpr int pitchesPerOctave = 12;
 }  // namespace
 
 bool Player::playsOctave(int octave) const {
-    int const highestNatural = pitchOfC(octave) + pitchesPerOctave - 1;
+    const int highestNatural = pitchOfC(octave) + pitchesPerOctave - 1;
     return lowestPitch <= pitchOfC(octave) && highestPitch >= highestNatural;
 }
 
-std::vector<Player> const& orchestra() {
-    static std::vector<Player> const players = {
+const std::vector<Player>& orchestra() {
+    static const std::vector<Player> players = {
         {"grand piano", 0, 0, 48, 83},
         {"electric piano", 4, 0, 48, 83},
         {"harpsichord", 6, 0, 48, 83},
@@ -59,8 +59,8 @@ std::vector<Player> const& orchestra() {
 }
 
 std::size_t instrumentCount() {
-    static auto const firstVoice = std::find_if(orchestra().begin(), orchestra().end(),
-                                                [](Player const& player) { return player.isVoice(); });
+    static const auto firstVoice = std::find_if(orchestra().begin(), orchestra().end(),
+                                                [](const Player& player) { return player.isVoice(); });
     return static_cast<std::size_t>(firstVoice - orchestra().begin());
 }
 

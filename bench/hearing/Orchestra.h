@@ -17,7 +17,7 @@ struct Player {
 };
 
 /// The sampled instruments first, then the voices. A player's place in it is its number everywhere.
-std::vector<Player> const& orchestra();
+const std::vector<Player>& orchestra();
 
 /// How many of them are sampled instruments.
 std::size_t instrumentCount();

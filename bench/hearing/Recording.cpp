@@ -19,33 +19,33 @@ namespace {
 
 constexpr unsigned int ringBlocks = 20;
 constexpr float keptBelowLoudestDb = 6.0f;
-constexpr double frameSeconds = 0.01;
+constexpr double frameSeconds = 1.0 / framesPerSecond;
 
 // The peer listens with its customary window, in steps of a game frame.
 constexpr unsigned int peerWindowSamples = 2048;
 constexpr unsigned int peerHopSamples = 480;
 constexpr float peerSilenceDb = -65.0f;
 
-std::vector<HeardPeak> peaksOf(NoteEstimation const& estimation) {
+std::vector<HeardPeak> peaksOf(const NoteEstimation& estimation) {
     float loudestDb = -1e9f;
-    for (auto const& [levelDb, frequencyHz] : estimation.getCandidatePeaks()) {
+    for (const auto& [levelDb, frequencyHz] : estimation.getCandidatePeaks()) {
         loudestDb = std::max(loudestDb, levelDb);
     }
     std::vector<HeardPeak> peaks;
-    for (auto const& [levelDb, frequencyHz] : estimation.getCandidatePeaks()) {
+    for (const auto& [levelDb, frequencyHz] : estimation.getCandidatePeaks()) {
         if (levelDb >= loudestDb - keptBelowLoudestDb) {
-            auto const bin = std::lround(frequencyHz / estimation.indexToFrequency(1));
+            const auto bin = std::lround(frequencyHz / estimation.indexToFrequency(1));
             peaks.push_back({static_cast<std::uint16_t>(bin), levelDb});
         }
     }
     return peaks;
 }
 
-std::vector<float> peerPitches(std::vector<float> const& sound) {
-    std::unique_ptr<aubio_pitch_t, void (*)(aubio_pitch_t*)> const pitch(
+std::vector<float> peerPitches(const std::vector<float>& sound) {
+    const std::unique_ptr<aubio_pitch_t, void (*)(aubio_pitch_t*)> pitch(
         new_aubio_pitch("yinfft", peerWindowSamples, peerHopSamples, soundRateHz), del_aubio_pitch);
-    std::unique_ptr<fvec_t, void (*)(fvec_t*)> const in(new_fvec(peerHopSamples), del_fvec);
-    std::unique_ptr<fvec_t, void (*)(fvec_t*)> const out(new_fvec(1), del_fvec);
+    const std::unique_ptr<fvec_t, void (*)(fvec_t*)> in(new_fvec(peerHopSamples), del_fvec);
+    const std::unique_ptr<fvec_t, void (*)(fvec_t*)> out(new_fvec(1), del_fvec);
     aubio_pitch_set_unit(pitch.get(), "Hz");
     aubio_pitch_set_silence(pitch.get(), peerSilenceDb);
     std::vector<float> heard;
@@ -59,7 +59,7 @@ std::vector<float> peerPitches(std::vector<float> const& sound) {
 
 template <typename Value>
 void put(std::ostream& out, Value value) {
-    out.write(reinterpret_cast<char const*>(&value), sizeof value);
+    out.write(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
 template <typename Value>
@@ -69,11 +69,34 @@ Value get(std::istream& in) {
     return value;
 }
 
+/// What the game hears with its fine ear at the time of each frame.
+std::vector<std::uint8_t> fineNotesOf(const std::vector<float>& sound) {
+    ::setenv("ZANTO_EAR", "fine", 1);
+    NoteEstimation estimation;
+    ::unsetenv("ZANTO_EAR");
+    const auto ring = boost::make_shared<RingBuffer>(ringBlocks * static_cast<unsigned int>(blockSamples));
+    std::vector<std::uint8_t> heard;
+    constexpr std::size_t samplesPerFrame = soundRateHz / framesPerSecond;
+    const std::size_t blocks = sound.size() / blockSamples;
+    for (std::size_t arrived = 0; heard.size() * samplesPerFrame <= blocks * blockSamples;) {
+        for (; (arrived + 1) * blockSamples <= heard.size() * samplesPerFrame; ++arrived) {
+            ring->append(&sound[arrived * blockSamples], blockSamples);
+        }
+        estimation.update(ring, frameSeconds);
+        unsigned int notes = 0;
+        for (int note = 0; note < Notes::noteCount; ++note) {
+            notes |= estimation.getNoteState().isDown(note) ? 1u << note : 0u;
+        }
+        heard.push_back(static_cast<std::uint8_t>(notes));
+    }
+    return heard;
+}
+
 }  // namespace
 
-Recording listen(std::vector<float> const& sound, double minDecibel, bool peer) {
+Recording listen(const std::vector<float>& sound, double minDecibel, bool peer) {
     ::setenv("ZANTO_MIN_DECIBEL", std::to_string(minDecibel).c_str(), 1);
-    auto const ring = boost::make_shared<RingBuffer>(ringBlocks * static_cast<unsigned int>(blockSamples));
+    const auto ring = boost::make_shared<RingBuffer>(ringBlocks * static_cast<unsigned int>(blockSamples));
     NoteEstimation estimation;
     Recording recording;
     for (std::size_t done = 0; done + blockSamples <= sound.size(); done += blockSamples) {
@@ -81,26 +104,31 @@ Recording listen(std::vector<float> const& sound, double minDecibel, bool peer) 
         estimation.update(ring, frameSeconds);
         recording.blocks.push_back(peaksOf(estimation));
     }
+    recording.fineNotes = fineNotesOf(sound);
     if (peer) {
         recording.peerHz = peerPitches(sound);
     }
     return recording;
 }
 
-void writeRecordings(std::string const& path, std::vector<Recording> const& recordings) {
+void writeRecordings(const std::string& path, const std::vector<Recording>& recordings) {
     std::ofstream out(path + ".part", std::ios::binary);
     put(out, static_cast<std::uint32_t>(recordings.size()));
-    for (Recording const& recording : recordings) {
+    for (const Recording& recording : recordings) {
         put(out, static_cast<std::uint32_t>(recording.blocks.size()));
-        for (std::vector<HeardPeak> const& peaks : recording.blocks) {
+        for (const std::vector<HeardPeak>& peaks : recording.blocks) {
             put(out, static_cast<std::uint16_t>(peaks.size()));
-            for (HeardPeak const& peak : peaks) {
+            for (const HeardPeak& peak : peaks) {
                 put(out, peak.bin);
                 put(out, peak.levelDb);
             }
         }
+        put(out, static_cast<std::uint32_t>(recording.fineNotes.size()));
+        for (const std::uint8_t notes : recording.fineNotes) {
+            put(out, notes);
+        }
         put(out, static_cast<std::uint32_t>(recording.peerHz.size()));
-        for (float const pitchHz : recording.peerHz) {
+        for (const float pitchHz : recording.peerHz) {
             put(out, pitchHz);
         }
     }
@@ -110,7 +138,7 @@ void writeRecordings(std::string const& path, std::vector<Recording> const& reco
     }
 }
 
-std::vector<Recording> readRecordings(std::string const& path) {
+std::vector<Recording> readRecordings(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     std::vector<Recording> recordings(in ? get<std::uint32_t>(in) : 0);
     for (Recording& recording : recordings) {
@@ -121,6 +149,10 @@ std::vector<Recording> readRecordings(std::string const& path) {
                 peak.bin = get<std::uint16_t>(in);
                 peak.levelDb = get<float>(in);
             }
+        }
+        recording.fineNotes.resize(get<std::uint32_t>(in));
+        for (std::uint8_t& notes : recording.fineNotes) {
+            notes = get<std::uint8_t>(in);
         }
         recording.peerHz.resize(get<std::uint32_t>(in));
         for (float& pitchHz : recording.peerHz) {

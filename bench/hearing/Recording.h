@@ -16,16 +16,20 @@ struct HeardPeak {
 /// for any note table, at a hundredth of the cost.
 struct Recording {
     std::vector<std::vector<HeardPeak>> blocks;
+    /// The notes that the fine ear has heard, 100 times a second from the start on, one bit each, C the
+    /// lowest.
+    std::vector<std::uint8_t> fineNotes;
     /// The peer's pitch in Hz, 0 for none, 100 times a second; empty where the peer did not listen.
     std::vector<float> peerHz;
 };
 
-constexpr int blockSamples = 1024;  ///< that the game's audio input delivers at a time
+constexpr int blockSamples = 1024;    ///< that the game's audio input delivers at a time
+constexpr int framesPerSecond = 100;  ///< of the game
 
-/// Plays `sound`, mono at 48000 Hz, through the game's ring buffer and note estimation with the threshold
-/// `minDecibel`; with `peer`, to aubio's yinfft too. No note table is needed.
-Recording listen(std::vector<float> const& sound, double minDecibel, bool peer);
+/// Plays `sound`, mono at 48000 Hz, through the game's ring buffer and note estimation, with either ear and
+/// the threshold `minDecibel`; with `peer`, to aubio's yinfft too. No note table is needed.
+Recording listen(const std::vector<float>& sound, double minDecibel, bool peer);
 
 /// Where the bench keeps its recordings. `read` gives an empty vector when there is no such file.
-void writeRecordings(std::string const& path, std::vector<Recording> const& recordings);
-std::vector<Recording> readRecordings(std::string const& path);
+void writeRecordings(const std::string& path, const std::vector<Recording>& recordings);
+std::vector<Recording> readRecordings(const std::string& path);

@@ -6,7 +6,7 @@ namespace {
 
 constexpr double changesOfReference = 39.0;
 
-std::vector<Recording> readAll(std::string const& path, std::size_t expected) {
+std::vector<Recording> readAll(const std::string& path, std::size_t expected) {
     std::vector<Recording> recordings = readRecordings(path);
     if (recordings.size() != expected) {
         throw std::runtime_error(path + " is missing or was recorded by another version of the bench");
@@ -16,21 +16,21 @@ std::vector<Recording> readAll(std::string const& path, std::size_t expected) {
 
 }  // namespace
 
-Archive::Archive(std::string const& recordingsFolder, std::vector<ShippedSong> const& shippedSongs)
+Archive::Archive(const std::string& recordingsFolder, const std::vector<ShippedSong>& shippedSongs)
     : songs(shippedSongs) {
     for (std::size_t place = 0; place < orchestra().size(); ++place) {
-        Player const& player = orchestra()[place];
-        std::string const stem = recordingsFolder + "/" + std::to_string(place);
+        const Player& player = orchestra()[place];
+        const std::string stem = recordingsFolder + "/" + std::to_string(place);
         takeRecordings.push_back(readAll(stem + ".takes", takesOf(player).size()));
         pieceRecordings.push_back(readAll(stem + ".songs", piecesOf(player, songs.size()).size()));
     }
     quietRecordings = readAll(recordingsFolder + "/nobody.takes", quiets().size());
 }
 
-std::vector<Heard> Archive::takes(Listener& listener, std::function<bool(Take const&)> const& which) const {
+std::vector<Heard> Archive::takes(Listener& listener, const std::function<bool(const Take&)>& which) const {
     std::vector<Heard> heard;
     for (std::size_t place = 0; place < orchestra().size(); ++place) {
-        std::vector<Take> const takes = takesOf(orchestra()[place]);
+        const std::vector<Take> takes = takesOf(orchestra()[place]);
         for (std::size_t i = 0; i < takes.size(); ++i) {
             if (which(takes[i])) {
                 heard.push_back({place, takes[i], judge(takes[i], takeRecordings[place][i], listener)});
@@ -40,14 +40,14 @@ std::vector<Heard> Archive::takes(Listener& listener, std::function<bool(Take co
     return heard;
 }
 
-std::vector<Played> Archive::pieces(Listener& listener, std::vector<double> const& aheadSeconds,
+std::vector<Played> Archive::pieces(Listener& listener, const std::vector<double>& aheadSeconds,
                                     bool withDetached) const {
     std::vector<Played> played;
     for (std::size_t place = 0; place < orchestra().size(); ++place) {
-        std::vector<Piece> const pieces = piecesOf(orchestra()[place], songs.size());
+        const std::vector<Piece> pieces = piecesOf(orchestra()[place], songs.size());
         for (std::size_t i = 0; i < pieces.size(); ++i) {
             if (withDetached || pieces[i].gapSeconds <= 0.0) {
-                ShippedSong const& song = songs[pieces[i].song];
+                const ShippedSong& song = songs[pieces[i].song];
                 played.push_back(
                     {place, pieces[i], outcomes(song, pieceRecordings[place][i], listener, aheadSeconds)});
             }
@@ -58,16 +58,16 @@ std::vector<Played> Archive::pieces(Listener& listener, std::vector<double> cons
 
 std::vector<FalseNotes> Archive::quietRooms(Listener& listener) const {
     std::vector<FalseNotes> rooms;
-    for (Recording const& recording : quietRecordings) {
+    for (const Recording& recording : quietRecordings) {
         rooms.push_back(falseNotes(recording, listener));
     }
     return rooms;
 }
 
 void Archive::forEachPlainTake(bool tunedOn,
-                               std::function<void(Take const&, Recording const&)> const& each) const {
+                               const std::function<void(const Take&, const Recording&)>& each) const {
     for (std::size_t place = 0; place < instrumentCount(); ++place) {
-        std::vector<Take> const takes = takesOf(orchestra()[place]);
+        const std::vector<Take> takes = takesOf(orchestra()[place]);
         for (std::size_t i = 0; i < takes.size() && isTunedOn(place) == tunedOn; ++i) {
             if (takes[i].trial == Trial::plain && !takes[i].touch.room &&
                 naturalOf(takes[i].pitches.front()) != -1) {
@@ -77,15 +77,22 @@ void Archive::forEachPlainTake(bool tunedOn,
     }
 }
 
-SongMean songMeanOf(std::vector<Played> const& all, std::vector<ShippedSong> const& songs, std::size_t timing,
-                    std::function<bool(Played const&)> const& which) {
+std::vector<GameEar> gameEars(const std::string& tableText) {
+    std::vector<GameEar> ears;
+    ears.push_back({"plain", Listener(tableText)});
+    ears.push_back({"fine", Listener()});
+    return ears;
+}
+
+SongMean songMeanOf(const std::vector<Played>& all, const std::vector<ShippedSong>& songs, std::size_t timing,
+                    const std::function<bool(const Played&)>& which) {
     SongMean mean;
-    for (Played const& played : all) {
+    for (const Played& played : all) {
         if (!which(played)) {
             continue;
         }
-        ShippedSong const& song = songs[played.piece.song];
-        Outcome const& outcome = played.outcomes[timing];
+        const ShippedSong& song = songs[played.piece.song];
+        const Outcome& outcome = played.outcomes[timing];
         ++mean.performances;
         mean.awards += static_cast<double>(outcome.awards) / song.notes;
         mean.penalties += outcome.penalties;
@@ -93,7 +100,7 @@ SongMean songMeanOf(std::vector<Played> const& all, std::vector<ShippedSong> con
         mean.score += outcome.score / song.bestScore;
     }
     if (mean.performances > 0) {
-        auto const count = static_cast<double>(mean.performances);
+        const auto count = static_cast<double>(mean.performances);
         mean.awards /= count;
         mean.penalties /= count;
         mean.penaltiesPer39 /= count;
@@ -102,8 +109,8 @@ SongMean songMeanOf(std::vector<Played> const& all, std::vector<ShippedSong> con
     return mean;
 }
 
-bool isMelody(ShippedSong const& song) {
-    for (std::vector<Song::NoteMark> const& slot : song.song->getSlots()) {
+bool isMelody(const ShippedSong& song) {
+    for (const std::vector<Song::NoteMark>& slot : song.song->getSlots()) {
         if (slot.size() > 1) {
             return false;
         }

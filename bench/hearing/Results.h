@@ -14,38 +14,47 @@ struct Played {
     std::vector<Outcome> outcomes;
 };
 
-/// The recordings of the whole orchestra, read once and replayed with as many note tables as one likes.
+/// The recordings of the whole orchestra, read once and replayed with any note table.
 class Archive {
 public:
     /// Throws std::runtime_error if one is missing.
-    Archive(std::string const& recordingsFolder, std::vector<ShippedSong> const& songs);
+    Archive(const std::string& recordingsFolder, const std::vector<ShippedSong>& songs);
 
-    std::vector<Heard> takes(Listener& listener, std::function<bool(Take const&)> const& which) const;
-    std::vector<Played> pieces(Listener& listener, std::vector<double> const& aheadSeconds,
+    std::vector<Heard> takes(Listener& listener, const std::function<bool(const Take&)>& which) const;
+    std::vector<Played> pieces(Listener& listener, const std::vector<double>& aheadSeconds,
                                bool withDetached) const;
     std::vector<FalseNotes> quietRooms(Listener& listener) const;
 
     /// Calls `each` for every dry take of a single natural that an instrument of the given half plays.
-    void forEachPlainTake(bool tunedOn, std::function<void(Take const&, Recording const&)> const& each) const;
+    void forEachPlainTake(bool tunedOn, const std::function<void(const Take&, const Recording&)>& each) const;
 
 private:
-    std::vector<ShippedSong> const& songs;
+    const std::vector<ShippedSong>& songs;
     std::vector<std::vector<Recording>> takeRecordings;   ///< by place
     std::vector<std::vector<Recording>> pieceRecordings;  ///< by place
     std::vector<Recording> quietRecordings;
 };
 
+/// One of the game's ears.
+struct GameEar {
+    std::string name;  ///< "plain" or "fine"
+    Listener listener;
+};
+
+/// The plain one, with a note table, and the fine one.
+std::vector<GameEar> gameEars(const std::string& tableText);
+
 /// What some performances earned, against what they could.
 struct SongMean {
     std::size_t performances = 0;
     double awards = 0.0;          ///< share of the notes, 0 to 1
-    double penaltiesPer39 = 0.0;  ///< for every 39 note changes, a song of n notes having n - 1
+    double penaltiesPer39 = 0.0;  ///< for every 39 changes of note; a song of n notes has n - 1
     double penalties = 0.0;       ///< for each performance
     double score = 0.0;           ///< share of the best possible, 0 to 1
 };
 
-SongMean songMeanOf(std::vector<Played> const& all, std::vector<ShippedSong> const& songs, std::size_t timing,
-                    std::function<bool(Played const&)> const& which);
+SongMean songMeanOf(const std::vector<Played>& all, const std::vector<ShippedSong>& songs, std::size_t timing,
+                    const std::function<bool(const Played&)>& which);
 
 /// Whether no two notes of the song begin together.
-bool isMelody(ShippedSong const& song);
+bool isMelody(const ShippedSong& song);

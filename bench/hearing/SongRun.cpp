@@ -5,21 +5,22 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "game/Rules.h"
 #include "game/Score.h"
 
 namespace {
 
-constexpr double slotSeconds = 0.5;
+constexpr double slotSeconds = rules::secondsPerSlot;
 /// Song time 0, the middle of slot 0, in the sound of a performance.
 constexpr double originSeconds = 1.0;
 constexpr double afterwardsSeconds = 0.5;
-constexpr double pointsPerSlot = 100.0;
+constexpr double pointsPerSlot = rules::awardPoints;
 
 constexpr std::array<int, 7> semitonesAboveC = {0, 2, 4, 5, 7, 9, 11};
 
 void countWhatCanBeReached(ShippedSong& shipped) {
-    for (std::vector<Song::NoteMark> const& slot : shipped.song->getSlots()) {
-        for (Song::NoteMark const& mark : slot) {
+    for (const std::vector<Song::NoteMark>& slot : shipped.song->getSlots()) {
+        for (const Song::NoteMark& mark : slot) {
             ++shipped.notes;
             shipped.bestScore += pointsPerSlot * mark.length;
         }
@@ -28,7 +29,7 @@ void countWhatCanBeReached(ShippedSong& shipped) {
 
 }  // namespace
 
-std::vector<ShippedSong> shippedSongs(std::string const& dataFolder) {
+std::vector<ShippedSong> shippedSongs(const std::string& dataFolder) {
     std::vector<ShippedSong> songs;
     std::ifstream listing(dataFolder + "/Songs/listing.txt");
     std::string title;
@@ -37,7 +38,7 @@ std::vector<ShippedSong> shippedSongs(std::string const& dataFolder) {
         ShippedSong shipped;
         shipped.title = title;
         shipped.path = dataFolder + "/Songs/" + file;
-        auto const song = std::make_shared<Song>();
+        const auto song = std::make_shared<Song>();
         if (!song->load(shipped.path.c_str())) {
             throw std::runtime_error("cannot load " + shipped.path);
         }
@@ -48,14 +49,14 @@ std::vector<ShippedSong> shippedSongs(std::string const& dataFolder) {
     return songs;
 }
 
-std::vector<Piece> piecesOf(Player const& player, std::size_t songCount) {
+std::vector<Piece> piecesOf(const Player& player, std::size_t songCount) {
     std::vector<Piece> pieces;
     if (player.isVoice() && player.vowel != 'a') {
         return pieces;
     }
-    for (double const gapSeconds : {0.0, detachedGapSeconds}) {
-        std::size_t const step = gapSeconds > 0.0 ? detachedSongStep : 1;
-        for (int const octave : {3, 4, 5}) {
+    for (const double gapSeconds : {0.0, detachedGapSeconds}) {
+        const std::size_t step = gapSeconds > 0.0 ? detachedSongStep : 1;
+        for (const int octave : {3, 4, 5}) {
             for (std::size_t song = 0; player.playsOctave(octave) && song < songCount; song += step) {
                 pieces.push_back({song, octave, gapSeconds});
             }
@@ -64,12 +65,12 @@ std::vector<Piece> piecesOf(Player const& player, std::size_t songCount) {
     return pieces;
 }
 
-std::vector<NoteEvent> performance(Song const& song, int octave, double gapSeconds) {
+std::vector<NoteEvent> performance(const Song& song, int octave, double gapSeconds) {
     std::vector<NoteEvent> notes;
     double beat = originSeconds - slotSeconds / 2.0;
-    for (std::vector<Song::NoteMark> const& slot : song.getSlots()) {
-        for (Song::NoteMark const& mark : slot) {
-            int const pitch = pitchOfC(octave) + semitonesAboveC.at(static_cast<std::size_t>(mark.note));
+    for (const std::vector<Song::NoteMark>& slot : song.getSlots()) {
+        for (const Song::NoteMark& mark : slot) {
+            const int pitch = pitchOfC(octave) + semitonesAboveC.at(static_cast<std::size_t>(mark.note));
             notes.push_back({pitch, beat, beat + mark.length * slotSeconds - gapSeconds});
         }
         beat += slotSeconds;
@@ -77,12 +78,12 @@ std::vector<NoteEvent> performance(Song const& song, int octave, double gapSecon
     return notes;
 }
 
-double performanceSeconds(Song const& song) {
+double performanceSeconds(const Song& song) {
     return originSeconds + static_cast<double>(song.getSlots().size()) * slotSeconds + afterwardsSeconds;
 }
 
-std::vector<Outcome> outcomes(ShippedSong const& shipped, Recording const& recording, Listener& listener,
-                              std::vector<double> const& aheadSeconds) {
+std::vector<Outcome> outcomes(const ShippedSong& shipped, const Recording& recording, Listener& listener,
+                              const std::vector<double>& aheadSeconds) {
     struct Play {
         Song song;
         Score score = Score(0.0f, 0.0f);
@@ -91,7 +92,7 @@ std::vector<Outcome> outcomes(ShippedSong const& shipped, Recording const& recor
     for (Play& play : plays) {
         play.song.load(shipped.path.c_str());
     }
-    listener.replay(recording, [&](double seconds, NoteState const& held) {
+    listener.replay(recording, [&](double seconds, const NoteState& held) {
         for (std::size_t i = 0; i < plays.size(); ++i) {
             plays[i].song.updateScore(plays[i].score, seconds - originSeconds - aheadSeconds[i], held);
             plays[i].song.animate(1.0 / framesPerSecond);
@@ -99,11 +100,11 @@ std::vector<Outcome> outcomes(ShippedSong const& shipped, Recording const& recor
     });
 
     std::vector<Outcome> results;
-    for (Play const& play : plays) {
+    for (const Play& play : plays) {
         Outcome outcome;
         outcome.score = static_cast<double>(play.score.getValue());
-        for (std::vector<Song::NoteMark> const& slot : play.song.getSlots()) {
-            for (Song::NoteMark const& mark : slot) {
+        for (const std::vector<Song::NoteMark>& slot : play.song.getSlots()) {
+            for (const Song::NoteMark& mark : slot) {
                 outcome.awards += mark.hit && !mark.wrong ? 1 : 0;
                 outcome.penalties += mark.wrong ? 1 : 0;
             }

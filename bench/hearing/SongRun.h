@@ -14,14 +14,14 @@
 struct ShippedSong {
     std::string title;
     std::string path;
-    std::shared_ptr<Song const> song;  ///< as it was loaded
+    std::shared_ptr<const Song> song;  ///< as it was loaded
     int notes = 0;                     ///< that can be awarded
     double bestScore = 0.0;            ///< 100 points for every slot of every note
 };
 
 /// The songs of the listing under `dataFolder`, in its order. Throws std::runtime_error for one that does not
 /// load.
-std::vector<ShippedSong> shippedSongs(std::string const& dataFolder);
+std::vector<ShippedSong> shippedSongs(const std::string& dataFolder);
 
 /// One performance of a player.
 struct Piece {
@@ -36,7 +36,7 @@ constexpr std::size_t detachedSongStep = 5;  ///< every so manieth song is playe
 /// All performances of a player, always in the same order: every song in every octave that it has whole, each
 /// note at full length; then every fifth song once more, detached. Of the voices only the two that sing "ah"
 /// perform.
-std::vector<Piece> piecesOf(Player const& player, std::size_t songCount);
+std::vector<Piece> piecesOf(const Player& player, std::size_t songCount);
 
 /// What a performance of a song earned.
 struct Outcome {
@@ -47,12 +47,12 @@ struct Outcome {
 
 /// The song as a faithful player plays it: every note in `octave` from the moment at which its window opens,
 /// the slot's beat, for its whole length less `gapSeconds`.
-std::vector<NoteEvent> performance(Song const& song, int octave, double gapSeconds);
+std::vector<NoteEvent> performance(const Song& song, int octave, double gapSeconds);
 
 /// How long the sound of a performance is.
-double performanceSeconds(Song const& song);
+double performanceSeconds(const Song& song);
 
 /// Scores a recorded performance as the game does, frame by frame, once for each of `aheadSeconds`, the time
 /// by which the player is ahead of the beat.
-std::vector<Outcome> outcomes(ShippedSong const& shipped, Recording const& recording, Listener& listener,
-                              std::vector<double> const& aheadSeconds);
+std::vector<Outcome> outcomes(const ShippedSong& shipped, const Recording& recording, Listener& listener,
+                              const std::vector<double>& aheadSeconds);

@@ -33,14 +33,14 @@ std::size_t sampleAt(double seconds) {
     return static_cast<std::size_t>(std::lround(seconds * soundRateHz));
 }
 
-std::vector<Event> eventsInOrder(std::vector<NoteEvent> const& notes) {
+std::vector<Event> eventsInOrder(const std::vector<NoteEvent>& notes) {
     std::vector<Event> events;
-    for (NoteEvent const& note : notes) {
+    for (const NoteEvent& note : notes) {
         events.push_back({sampleAt(note.startSeconds), true, note.pitch});
         events.push_back({sampleAt(note.endSeconds), false, note.pitch});
     }
     // A note that ends where the same one begins again ends first.
-    std::stable_sort(events.begin(), events.end(), [](Event const& a, Event const& b) {
+    std::stable_sort(events.begin(), events.end(), [](const Event& a, const Event& b) {
         return a.sample != b.sample ? a.sample < b.sample : a.on < b.on;
     });
     return events;
@@ -53,15 +53,15 @@ struct Synth::Engine {
     fluid_synth_t* synth = nullptr;
 
     Engine() = default;
-    Engine(Engine const&) = delete;
-    Engine& operator=(Engine const&) = delete;
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
     ~Engine() {
         delete_fluid_synth(synth);
         delete_fluid_settings(settings);
     }
 };
 
-Synth::Synth(std::string const& soundfontPath) : engine(std::make_unique<Engine>()) {
+Synth::Synth(const std::string& soundfontPath) : engine(std::make_unique<Engine>()) {
     fluid_settings_t* const settings = engine->settings;
     fluid_settings_setnum(settings, "synth.sample-rate", soundRateHz);
     fluid_settings_setnum(settings, "synth.gain", masterGain);
@@ -78,7 +78,7 @@ Synth::Synth(std::string const& soundfontPath) : engine(std::make_unique<Engine>
 
 Synth::~Synth() = default;
 
-std::vector<float> Synth::render(int program, std::vector<NoteEvent> const& notes, Touch const& touch,
+std::vector<float> Synth::render(int program, const std::vector<NoteEvent>& notes, const Touch& touch,
                                  double seconds) {
     fluid_synth_t* const synth = engine->synth;
     fluid_synth_system_reset(synth);
@@ -89,7 +89,7 @@ std::vector<float> Synth::render(int program, std::vector<NoteEvent> const& note
         synth, channel,
         bendCentre + static_cast<int>(std::lround(touch.detuneCents / bendRangeCents * bendCentre)));
 
-    std::vector<Event> const events = eventsInOrder(notes);
+    const std::vector<Event> events = eventsInOrder(notes);
     std::vector<float> sound(sampleAt(seconds));
     auto next = events.begin();
     for (std::size_t done = 0; done < sound.size(); done += blockSamples) {
@@ -103,7 +103,7 @@ std::vector<float> Synth::render(int program, std::vector<NoteEvent> const& note
         float left[blockSamples];
         float right[blockSamples];
         fluid_synth_write_float(synth, static_cast<int>(blockSamples), left, 0, 1, right, 0, 1);
-        std::size_t const count = std::min(blockSamples, sound.size() - done);
+        const std::size_t count = std::min(blockSamples, sound.size() - done);
         for (std::size_t i = 0; i < count; ++i) {
             sound[done + i] = 0.5f * (left[i] + right[i]);
         }

@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
-constexpr int soundRateHz = 48000;
+#include "analysis/SpectrumRules.h"
+
+constexpr int soundRateHz = rules::sampleRateHz;
 
 /// One note of a sound. Times in seconds from the sound's start.
 struct NoteEvent {
@@ -27,13 +29,13 @@ struct Touch {
 class Synth {
 public:
     /// Throws std::runtime_error when the soundfont cannot be read.
-    explicit Synth(std::string const& soundfontPath);
+    explicit Synth(const std::string& soundfontPath);
     ~Synth();
-    Synth(Synth const&) = delete;
-    Synth& operator=(Synth const&) = delete;
+    Synth(const Synth&) = delete;
+    Synth& operator=(const Synth&) = delete;
 
     /// `seconds` of a General MIDI `program`, from 0. Notes begin and end within 1.4 ms of their times.
-    std::vector<float> render(int program, std::vector<NoteEvent> const& notes, Touch const& touch,
+    std::vector<float> render(int program, const std::vector<NoteEvent>& notes, const Touch& touch,
                               double seconds);
 
 private:

@@ -10,28 +10,29 @@
 /// A note table that was tried.
 struct Candidate {
     std::string name;
-    std::string what;
     std::string text;  ///< as a notes.txt
 };
 
-/// The tables that need no training: by rule, and the model of zanto-notes with its constants moved.
+/// The tables that need no training. "pitches" lists the equal-tempered naturals A2 to C7; "nearest" gives
+/// each line to its nearest semitone, up to C7; the others are the model of zanto-notes with one constant
+/// changed.
 std::vector<Candidate> ruledCandidates();
 
 /// From a spectral line (bin) to a note, 0 to 6.
 using BinMap = std::map<int, int>;
 
-std::string tableText(BinMap const& map);
+std::string tableText(const BinMap& map);
 
-/// Looks for the bin map that hears some takes best, to know what the rules of the game allow at most.
+/// Looks for the bin map that hears some takes best. It shows what the rules of the game allow at most.
 ///
-/// Climbs from a given map, one bin at a time, to where no single change gains anything. What it gains is the
+/// Starts at a given map and changes one bin at a time until no single change gains anything. The gain is the
 /// share of right frames minus `wrongWeight` times the share of wrong ones.
 class BinMapSearch {
 public:
     /// Adds the frames of a single note.
-    void add(Take const& take, Recording const& recording);
+    void add(const Take& take, const Recording& recording);
 
-    BinMap best(BinMap const& start, double wrongWeight) const;
+    BinMap best(const BinMap& start, double wrongWeight) const;
 
 private:
     struct Sight {
@@ -39,12 +40,12 @@ private:
         std::vector<int> bins;
     };
 
-    double gain(std::vector<std::pair<Sight, double>> const& sights, std::vector<std::size_t> const& which,
-                BinMap const& map, double wrongWeight) const;
+    double gain(const std::vector<std::pair<Sight, double>>& sights, const std::vector<std::size_t>& which,
+                const BinMap& map, double wrongWeight) const;
 
     /// How many frames showed these peaks for that note.
     std::map<std::pair<int, std::vector<int>>, double> frames;
 };
 
 /// The bins that a table lists.
-BinMap binMapOf(std::string const& tableText);
+BinMap binMapOf(const std::string& tableText);

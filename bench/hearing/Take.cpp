@@ -18,16 +18,16 @@ double amplitudeOf(double levelDb) {
     return std::pow(10.0, levelDb / 20.0);
 }
 
-void addChords(Player const& player, std::vector<Take>& takes) {
-    static std::vector<std::vector<int>> const chords = {
+void addChords(const Player& player, std::vector<Take>& takes) {
+    static const std::vector<std::vector<int>> chords = {
         {0, 4}, {2, 5}, {4, 7},    {5, 9},    {7, 11},    {0, 7},    {2, 9},     {4, 11},   {0, 5},
         {2, 7}, {4, 9}, {0, 4, 7}, {2, 5, 9}, {4, 7, 11}, {0, 5, 9}, {2, 7, 11}, {0, 4, 9},
     };
-    for (std::vector<int> const& chord : chords) {
+    for (const std::vector<int>& chord : chords) {
         Take take{Trial::chord, {}, Touch()};
         bool playable = true;
-        for (int const semitones : chord) {
-            int const pitch = chordBasePitch + semitones;
+        for (const int semitones : chord) {
+            const int pitch = chordBasePitch + semitones;
             playable = playable && pitch >= player.lowestPitch && pitch <= player.highestPitch;
             take.pitches.push_back(pitch);
         }
@@ -39,11 +39,11 @@ void addChords(Player const& player, std::vector<Take>& takes) {
 
 }  // namespace
 
-std::vector<Take> takesOf(Player const& player) {
+std::vector<Take> takesOf(const Player& player) {
     std::vector<Take> takes;
     for (int pitch = player.lowestPitch; pitch <= player.highestPitch; ++pitch) {
-        for (bool const room : {false, true}) {
-            for (int const velocity : {softVelocity, mediumVelocity, loudVelocity}) {
+        for (const bool room : {false, true}) {
+            for (const int velocity : {softVelocity, mediumVelocity, loudVelocity}) {
                 // The voices have no room of their own.
                 if (!room || !player.isVoice()) {
                     takes.push_back({Trial::plain, {pitch}, {velocity, 0.0, room}});
@@ -53,16 +53,16 @@ std::vector<Take> takesOf(Player const& player) {
         if (naturalOf(pitch) == -1) {
             continue;
         }
-        for (double const cents : {-40.0, -30.0, -20.0, -10.0, 10.0, 20.0, 30.0, 40.0}) {
+        for (const double cents : {-40.0, -30.0, -20.0, -10.0, 10.0, 20.0, 30.0, 40.0}) {
             takes.push_back({Trial::detuned, {pitch}, {mediumVelocity, cents, false}});
         }
-        for (double const levelDb : {-10.0, -20.0, -30.0, -40.0}) {
+        for (const double levelDb : {-10.0, -20.0, -30.0, -40.0}) {
             takes.push_back({Trial::quiet, {pitch}, Touch(), levelDb});
             takes.push_back(
                 {Trial::sensitive, {pitch}, Touch(), levelDb, Noise::none, 0.0, sensitiveMinDecibel});
         }
-        for (Noise const noise : {Noise::white, Noise::hum}) {
-            for (double const belowDb : {20.0, 10.0}) {
+        for (const Noise noise : {Noise::white, Noise::hum}) {
+            for (const double belowDb : {20.0, 10.0}) {
                 takes.push_back({Trial::noisy, {pitch}, Touch(), 0.0, noise, belowDb});
             }
         }
@@ -73,9 +73,9 @@ std::vector<Take> takesOf(Player const& player) {
 
 std::vector<Quiet> quiets() {
     std::vector<Quiet> all;
-    for (Noise const noise : {Noise::white, Noise::hum}) {
-        for (double const levelDb : {-50.0, -40.0, -30.0}) {
-            for (double const minDecibel : {sensitiveMinDecibel, usualMinDecibel, -55.0, -45.0, -35.0}) {
+    for (const Noise noise : {Noise::white, Noise::hum}) {
+        for (const double levelDb : {-50.0, -40.0, -30.0}) {
+            for (const double minDecibel : {sensitiveMinDecibel, usualMinDecibel, -55.0, -45.0, -35.0}) {
                 all.push_back({noise, levelDb, minDecibel});
             }
         }
@@ -83,54 +83,54 @@ std::vector<Quiet> quiets() {
     return all;
 }
 
-Studio::Studio(std::string const& soundfontPath) : synth(soundfontPath) {
+Studio::Studio(const std::string& soundfontPath) : synth(soundfontPath) {
 }
 
-std::vector<float> Studio::sound(Player const& player, Take const& take) {
+std::vector<float> Studio::sound(const Player& player, const Take& take) {
     std::vector<NoteEvent> notes;
-    for (int const pitch : take.pitches) {
+    for (const int pitch : take.pitches) {
         notes.push_back({pitch, attackSeconds, attackSeconds + holdSeconds});
     }
     std::vector<float> sound = raw(player, notes, take.touch, takeSeconds);
-    double const gain = inputGain(player) * amplitudeOf(take.levelDb);
+    const double gain = inputGain(player) * amplitudeOf(take.levelDb);
     for (float& sample : sound) {
         sample = static_cast<float>(gain * sample);
     }
     if (take.noise != Noise::none) {
-        std::vector<float> const noise =
+        const std::vector<float> noise =
             take.noise == Noise::white ? whiteNoise(takeSeconds) : mainsHum(takeSeconds);
         mix(sound, noise, rootMeanSquare(sound) * amplitudeOf(-take.noiseBelowDb));
     }
     return sound;
 }
 
-std::vector<float> Studio::sound(Player const& player, std::vector<NoteEvent> const& notes, double seconds) {
+std::vector<float> Studio::sound(const Player& player, const std::vector<NoteEvent>& notes, double seconds) {
     std::vector<float> sound = raw(player, notes, Touch(), seconds);
-    double const gain = inputGain(player);
+    const double gain = inputGain(player);
     for (float& sample : sound) {
         sample = static_cast<float>(gain * sample);
     }
     return sound;
 }
 
-std::vector<float> Studio::sound(Quiet const& quiet) {
+std::vector<float> Studio::sound(const Quiet& quiet) {
     std::vector<float> sound(static_cast<std::size_t>(quietSeconds * soundRateHz), 0.0f);
     mix(sound, quiet.noise == Noise::white ? whiteNoise(quietSeconds) : mainsHum(quietSeconds),
         amplitudeOf(quiet.levelDb));
     return sound;
 }
 
-std::vector<float> Studio::raw(Player const& player, std::vector<NoteEvent> const& notes, Touch const& touch,
+std::vector<float> Studio::raw(const Player& player, const std::vector<NoteEvent>& notes, const Touch& touch,
                                double seconds) {
     return player.isVoice() ? sing(player.vowel, notes, touch, seconds)
                             : synth.render(player.program, notes, touch, seconds);
 }
 
-double Studio::inputGain(Player const& player) {
+double Studio::inputGain(const Player& player) {
     if (levelledPlayer != player.name) {
         float peak = 0.0f;
         for (int pitch = player.lowestPitch; pitch <= player.highestPitch; pitch += levelTestStep) {
-            for (float const sample : raw(player, {{pitch, 0.1, 0.6}}, {loudVelocity, 0.0, false}, 0.7)) {
+            for (const float sample : raw(player, {{pitch, 0.1, 0.6}}, {loudVelocity, 0.0, false}, 0.7)) {
                 peak = std::max(peak, std::abs(sample));
             }
         }

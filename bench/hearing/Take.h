@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/SpectrumRules.h"
 #include "bench/hearing/Orchestra.h"
 #include "bench/hearing/Synth.h"
 
@@ -12,7 +13,7 @@ enum class Trial { plain, detuned, quiet, sensitive, noisy, chord };
 
 enum class Noise { none, white, hum };
 
-constexpr double usualMinDecibel = -65.0;
+constexpr double usualMinDecibel = rules::usualMinDecibel;
 constexpr double sensitiveMinDecibel = -85.0;
 
 /// One note or chord, struck once.
@@ -37,7 +38,7 @@ constexpr int loudVelocity = 120;
 /// All takes of a player, always in the same order: every semitone of its range at three loudnesses, dry and
 /// with room; its naturals out of tune, at lower levels with the usual and with a low threshold, and in
 /// noise; chords of naturals.
-std::vector<Take> takesOf(Player const& player);
+std::vector<Take> takesOf(const Player& player);
 
 /// A minute of a room in which nobody plays: noise at a level below full scale.
 struct Quiet {
@@ -55,17 +56,17 @@ std::vector<Quiet> quiets();
 /// note peaks 3 dB below full scale.
 class Studio {
 public:
-    explicit Studio(std::string const& soundfontPath);
+    explicit Studio(const std::string& soundfontPath);
 
     /// mono, 48000 Hz
-    std::vector<float> sound(Player const& player, Take const& take);
-    std::vector<float> sound(Player const& player, std::vector<NoteEvent> const& notes, double seconds);
-    static std::vector<float> sound(Quiet const& quiet);
+    std::vector<float> sound(const Player& player, const Take& take);
+    std::vector<float> sound(const Player& player, const std::vector<NoteEvent>& notes, double seconds);
+    static std::vector<float> sound(const Quiet& quiet);
 
 private:
-    std::vector<float> raw(Player const& player, std::vector<NoteEvent> const& notes, Touch const& touch,
+    std::vector<float> raw(const Player& player, const std::vector<NoteEvent>& notes, const Touch& touch,
                            double seconds);
-    double inputGain(Player const& player);
+    double inputGain(const Player& player);
 
     Synth synth;
     std::string levelledPlayer;

@@ -34,62 +34,62 @@ constexpr double vibratoOnsetSeconds = 0.25;
 constexpr double attackSeconds = 0.06;
 constexpr double releaseSeconds = 0.08;
 
-Vowel const& vowelNamed(char name) {
+const Vowel& vowelNamed(char name) {
     return *std::find_if(std::begin(vowels), std::end(vowels) - 1,
-                         [name](Vowel const& vowel) { return vowel.name == name; });
+                         [name](const Vowel& vowel) { return vowel.name == name; });
 }
 
-double resonance(Formant const& formant, double frequencyHz) {
-    double const ratio = frequencyHz / formant.frequencyHz;
-    double const width = formant.bandwidthHz / formant.frequencyHz;
+double resonance(const Formant& formant, double frequencyHz) {
+    const double ratio = frequencyHz / formant.frequencyHz;
+    const double width = formant.bandwidthHz / formant.frequencyHz;
     return 1.0 / std::hypot(1.0 - ratio * ratio, ratio * width);
 }
 
-double harmonicAmplitude(Vowel const& vowel, int harmonic, double fundamentalHz) {
+double harmonicAmplitude(const Vowel& vowel, int harmonic, double fundamentalHz) {
     double amplitude = 1.0 / std::pow(harmonic, sourceSlope);
-    for (Formant const& formant : vowel.formants) {
+    for (const Formant& formant : vowel.formants) {
         amplitude *= resonance(formant, harmonic * fundamentalHz);
     }
     return amplitude;
 }
 
 double envelope(double t, double lengthSeconds) {
-    double const rise = std::min(1.0, t / attackSeconds);
-    double const fall = std::min(1.0, (lengthSeconds + releaseSeconds - t) / releaseSeconds);
+    const double rise = std::min(1.0, t / attackSeconds);
+    const double fall = std::min(1.0, (lengthSeconds + releaseSeconds - t) / releaseSeconds);
     return std::max(0.0, std::min(rise, fall));
 }
 
-void singNote(Vowel const& vowel, NoteEvent const& note, Touch const& touch, std::vector<float>& sound) {
-    double const pitchHz =
+void singNote(const Vowel& vowel, const NoteEvent& note, const Touch& touch, std::vector<float>& sound) {
+    const double pitchHz =
         440.0 * std::exp2((note.pitch - 69) / 12.0) * std::exp2(touch.detuneCents / 1200.0);
     std::vector<double> amplitudes;
     for (int harmonic = 1; harmonic * pitchHz < highestHarmonicHz; ++harmonic) {
         amplitudes.push_back(harmonicAmplitude(vowel, harmonic, pitchHz));
     }
     double power = 0.0;
-    for (double const amplitude : amplitudes) {
+    for (const double amplitude : amplitudes) {
         power += amplitude * amplitude / 2.0;
     }
-    double const loudness = std::pow(touch.velocity / 127.0, 2.0) * 0.2 / std::sqrt(power);
+    const double loudness = std::pow(touch.velocity / 127.0, 2.0) * 0.2 / std::sqrt(power);
 
-    double const lengthSeconds = note.endSeconds - note.startSeconds;
-    auto const first = static_cast<std::size_t>(std::lround(note.startSeconds * soundRateHz));
+    const double lengthSeconds = note.endSeconds - note.startSeconds;
+    const auto first = static_cast<std::size_t>(std::lround(note.startSeconds * soundRateHz));
     double phase = 0.0;
     for (std::size_t i = first; i < sound.size(); ++i) {
-        double const t = static_cast<double>(i - first) / soundRateHz;
+        const double t = static_cast<double>(i - first) / soundRateHz;
         if (t > lengthSeconds + releaseSeconds) {
             break;
         }
-        double const depth = vibratoCents * std::min(1.0, t / vibratoOnsetSeconds);
+        const double depth = vibratoCents * std::min(1.0, t / vibratoOnsetSeconds);
         phase += pitchHz * std::exp2(depth * std::sin(2.0 * pi * vibratoHz * t) / 1200.0) / soundRateHz;
         // sin(n x) from the two before it: 2 cos(x) sin((n - 1) x) - sin((n - 2) x).
-        double const twiceCos = 2.0 * std::cos(2.0 * pi * phase);
+        const double twiceCos = 2.0 * std::cos(2.0 * pi * phase);
         double before = 0.0;
         double sine = std::sin(2.0 * pi * phase);
         double sample = 0.0;
-        for (double const amplitude : amplitudes) {
+        for (const double amplitude : amplitudes) {
             sample += amplitude * sine;
-            double const next = twiceCos * sine - before;
+            const double next = twiceCos * sine - before;
             before = sine;
             sine = next;
         }
@@ -102,7 +102,7 @@ std::size_t sampleCount(double seconds) {
 }
 
 void normalise(std::vector<float>& sound) {
-    double const level = rootMeanSquare(sound);
+    const double level = rootMeanSquare(sound);
     for (float& sample : sound) {
         sample = static_cast<float>(sample / level);
     }
@@ -110,9 +110,9 @@ void normalise(std::vector<float>& sound) {
 
 }  // namespace
 
-std::vector<float> sing(char vowel, std::vector<NoteEvent> const& notes, Touch const& touch, double seconds) {
+std::vector<float> sing(char vowel, const std::vector<NoteEvent>& notes, const Touch& touch, double seconds) {
     std::vector<float> sound(sampleCount(seconds), 0.0f);
-    for (NoteEvent const& note : notes) {
+    for (const NoteEvent& note : notes) {
         singNote(vowelNamed(vowel), note, touch, sound);
     }
     return sound;
@@ -146,15 +146,15 @@ std::vector<float> mainsHum(double seconds) {
     return sound;
 }
 
-double rootMeanSquare(std::vector<float> const& sound) {
+double rootMeanSquare(const std::vector<float>& sound) {
     double power = 0.0;
-    for (float const sample : sound) {
+    for (const float sample : sound) {
         power += static_cast<double>(sample) * sample;
     }
     return sound.empty() ? 0.0 : std::sqrt(power / static_cast<double>(sound.size()));
 }
 
-void mix(std::vector<float>& sound, std::vector<float> const& addition, double factor) {
+void mix(std::vector<float>& sound, const std::vector<float>& addition, double factor) {
     for (std::size_t i = 0; i < std::min(sound.size(), addition.size()); ++i) {
         sound[i] += static_cast<float>(factor * addition[i]);
     }

@@ -7,7 +7,7 @@
 /// A sung vowel, 'a' "ah", 'e' "eh", 'i' "ee", 'o' "oh" or 'u' "oo", mono at 48000 Hz: harmonics that fall by
 /// 12 dB an octave, through the vowel's three formants, with the vibrato of a singer. `touch.room` is not
 /// looked at.
-std::vector<float> sing(char vowel, std::vector<NoteEvent> const& notes, Touch const& touch, double seconds);
+std::vector<float> sing(char vowel, const std::vector<NoteEvent>& notes, const Touch& touch, double seconds);
 
 /// `seconds` of white noise with a root mean square of 1, always the same.
 std::vector<float> whiteNoise(double seconds);
@@ -17,7 +17,7 @@ std::vector<float> whiteNoise(double seconds);
 std::vector<float> mainsHum(double seconds);
 
 /// Root mean square of a whole sound.
-double rootMeanSquare(std::vector<float> const& sound);
+double rootMeanSquare(const std::vector<float>& sound);
 
 /// Adds `addition` times `factor` to `sound`, as far as both go.
-void mix(std::vector<float>& sound, std::vector<float> const& addition, double factor);
+void mix(std::vector<float>& sound, const std::vector<float>& addition, double factor);

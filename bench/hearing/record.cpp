@@ -1,5 +1,5 @@
-// Records what the game hears of the bench's players, for zanto-hearing-page to replay. Recordings that are
-// there already are kept.
+// Records what the game hears of the bench's players, for zanto-hearing-figures to replay. Recordings that
+// are there already are kept.
 
 #include <cstdio>
 #include <exception>
@@ -12,27 +12,27 @@
 
 namespace {
 
-constexpr char const* soundfontPath = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
+constexpr const char* soundfontPath = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
 
-bool isMissing(std::string const& path) {
+bool isMissing(const std::string& path) {
     return !std::filesystem::exists(path);
 }
 
-void recordTakes(Studio& studio, Player const& player, std::string const& path) {
+void recordTakes(Studio& studio, const Player& player, const std::string& path) {
     std::vector<Recording> recordings;
-    for (Take const& take : takesOf(player)) {
-        bool const peer =
+    for (const Take& take : takesOf(player)) {
+        const bool peer =
             take.trial == Trial::plain || take.trial == Trial::noisy || take.trial == Trial::chord;
         recordings.push_back(listen(studio.sound(player, take), take.minDecibel, peer));
     }
     writeRecordings(path, recordings);
 }
 
-void recordSongs(Studio& studio, Player const& player, std::vector<ShippedSong> const& songs,
-                 std::string const& path) {
+void recordSongs(Studio& studio, const Player& player, const std::vector<ShippedSong>& songs,
+                 const std::string& path) {
     std::vector<Recording> recordings;
-    for (Piece const& piece : piecesOf(player, songs.size())) {
-        Song const& song = *songs[piece.song].song;
+    for (const Piece& piece : piecesOf(player, songs.size())) {
+        const Song& song = *songs[piece.song].song;
         recordings.push_back(listen(
             studio.sound(player, performance(song, piece.octave, piece.gapSeconds), performanceSeconds(song)),
             usualMinDecibel, false));
@@ -40,9 +40,9 @@ void recordSongs(Studio& studio, Player const& player, std::vector<ShippedSong> 
     writeRecordings(path, recordings);
 }
 
-void recordQuiets(std::string const& path) {
+void recordQuiets(const std::string& path) {
     std::vector<Recording> recordings;
-    for (Quiet const& quiet : quiets()) {
+    for (const Quiet& quiet : quiets()) {
         recordings.push_back(listen(Studio::sound(quiet), quiet.minDecibel, true));
     }
     writeRecordings(path, recordings);
@@ -56,22 +56,22 @@ int main(int argc, char* argv[]) {
             << "usage: zanto-hearing-record DATA-FOLDER RECORDINGS-FOLDER (PLAYER-NUMBER | nobody)...\n";
         return 2;
     }
-    // The game's analysis says on standard output what it hears in every frame.
+    // The analysis prints what it hears in every frame.
     if (std::freopen("/dev/null", "w", stdout) == nullptr) {
         return 1;
     }
     try {
         Studio studio(soundfontPath);
-        std::vector<ShippedSong> const songs = shippedSongs(argv[1]);
+        const std::vector<ShippedSong> songs = shippedSongs(argv[1]);
         for (int i = 3; i < argc; ++i) {
-            std::string const stem = std::string(argv[2]) + "/" + argv[i];
+            const std::string stem = std::string(argv[2]) + "/" + argv[i];
             if (argv[i] == std::string("nobody")) {
                 if (isMissing(stem + ".takes")) {
                     recordQuiets(stem + ".takes");
                 }
                 continue;
             }
-            Player const& player = orchestra().at(std::stoul(argv[i]));
+            const Player& player = orchestra().at(std::stoul(argv[i]));
             if (isMissing(stem + ".takes")) {
                 recordTakes(studio, player, stem + ".takes");
             }
@@ -80,7 +80,7 @@ int main(int argc, char* argv[]) {
             }
             std::cerr << player.name << '\n';
         }
-    } catch (std::exception const& error) {
+    } catch (const std::exception& error) {
         std::cerr << "zanto-hearing-record: " << error.what() << '\n';
         return 1;
     }

@@ -8,14 +8,15 @@
 #include <vector>
 
 #include "analysis/NoteEstimation.h"
+#include "analysis/SpectrumRules.h"
 #include "audio/RingBuffer.h"
 
 namespace {
 
-constexpr int sampleRateHz = 48000;
+using rules::sampleRateHz;
+using rules::windowSamples;
 constexpr int blockSamples = 1024;  // what a callback brings
-constexpr int delaySamples = 2048;  // the newest samples that an analysis leaves out
-constexpr int windowSamples = 4096;
+constexpr int delaySamples = rules::copiedSamples - windowSamples;
 constexpr double frameSeconds = 0.01;
 constexpr double longestWaitSeconds = 1.0;
 constexpr double limitSeconds =
@@ -40,7 +41,7 @@ float sampleOf(const Tone& tone, double amplitude, int sample) {
 double latency(const Tone& tone, double amplitude, int onset, double framePhase) {
     const auto ring = boost::make_shared<RingBuffer>(20 * blockSamples);
     NoteEstimation estimation;
-    std::vector<float> block(blockSamples, 0.0F);
+    std::vector<float> block(blockSamples, 0.0f);
     for (int i = 0; i < 20; ++i) {
         ring->append(block.data(), blockSamples);
     }
@@ -49,7 +50,7 @@ double latency(const Tone& tone, double amplitude, int onset, double framePhase)
         for (; callbacks * static_cast<double>(blockSamples) / sampleRateHz <= now; ++callbacks) {
             for (int i = 0; i < blockSamples; ++i) {
                 const int sample = callbacks * blockSamples + i - onset;
-                block[static_cast<std::size_t>(i)] = sample < 0 ? 0.0F : sampleOf(tone, amplitude, sample);
+                block[static_cast<std::size_t>(i)] = sample < 0 ? 0.0f : sampleOf(tone, amplitude, sample);
             }
             ring->append(block.data(), blockSamples);
         }

@@ -10,13 +10,15 @@
 #include <cstdlib>
 #include <string>
 
+#include "analysis/SpectrumRules.h"
+
 namespace {
 
-constexpr double sampleRateHz = 48000.0;
+constexpr double sampleRateHz = rules::sampleRateHz;
 constexpr unsigned long framesPerBuffer = 1024;
 constexpr unsigned int pauseMicroseconds = 10000;
 
-int ignore(void const*, void*, unsigned long, PaStreamCallbackTimeInfo const*, PaStreamCallbackFlags, void*) {
+int ignore(const void*, void*, unsigned long, const PaStreamCallbackTimeInfo*, PaStreamCallbackFlags, void*) {
     return paContinue;
 }
 
@@ -26,9 +28,9 @@ void display() {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
     if (drawsTriangle) {
         glBegin(GL_TRIANGLES);
-        glVertex2f(-0.5F, -0.5F);
-        glVertex2f(0.5F, -0.5F);
-        glVertex2f(0.0F, 0.5F);
+        glVertex2f(-0.5f, -0.5f);
+        glVertex2f(0.5f, -0.5f);
+        glVertex2f(0.0f, 0.5f);
         glEnd();
     }
     usleep(pauseMicroseconds);

@@ -9,13 +9,13 @@ struct _XDisplay;
 
 extern "C" void glXSwapBuffers(_XDisplay* display, unsigned long drawable) {
     using Swap = void (*)(_XDisplay*, unsigned long);
-    static Swap const swap = reinterpret_cast<Swap>(dlsym(RTLD_NEXT, "glXSwapBuffers"));
+    static const Swap swap = reinterpret_cast<Swap>(dlsym(RTLD_NEXT, "glXSwapBuffers"));
     swap(display, drawable);
     static bool told = false;
     if (!told) {
         told = true;
-        if (char const* const descriptor = std::getenv("FIRST_FRAME_FD")) {
-            [[maybe_unused]] ssize_t const written = write(std::atoi(descriptor), "\n", 1);
+        if (const char* const descriptor = std::getenv("FIRST_FRAME_FD")) {
+            [[maybe_unused]] const ssize_t written = write(std::atoi(descriptor), "\n", 1);
         }
     }
 }

@@ -11,16 +11,16 @@
 RatioReporter::RatioReporter(Ratios wanted) : ratios(std::move(wanted)) {
 }
 
-bool RatioReporter::ReportContext(Context const& context) {
+bool RatioReporter::ReportContext(const Context& context) {
     PrintBasicContext(&GetErrorStream(), context);
     return true;
 }
 
-void RatioReporter::ReportRuns(std::vector<Run> const& runs) {
-    for (Run const& run : runs) {
+void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
+    for (const Run& run : runs) {
         if (run.run_type == Run::RT_Iteration && !run.error_occurred) {
-            double const seconds = run.cpu_accumulated_time / static_cast<double>(run.iterations);
-            auto const [entry, isFirst] = quickest.emplace(run.run_name.function_name, seconds);
+            const double seconds = run.cpu_accumulated_time / static_cast<double>(run.iterations);
+            const auto [entry, isFirst] = quickest.emplace(run.run_name.function_name, seconds);
             entry->second = std::min(entry->second, seconds);
             if (isFirst) {
                 names.push_back(run.run_name.function_name);
@@ -33,11 +33,11 @@ void RatioReporter::Finalize() {
     std::ostream& out = GetOutputStream();
     out << std::fixed;
     std::sort(names.begin(), names.end());
-    for (std::string const& name : names) {
+    for (const std::string& name : names) {
         out << std::left << std::setw(28) << name << std::right << std::setprecision(2) << std::setw(12)
             << quickest.at(name) * 1e6 << " us\n";
     }
-    for (auto const& [name, peer] : ratios) {
+    for (const auto& [name, peer] : ratios) {
         if (quickest.count(name) != 0 && quickest.count(peer) != 0) {
             out << name << " takes " << std::setprecision(2) << quickest.at(name) / quickest.at(peer)
                 << " of " << peer << "\n";
@@ -45,12 +45,12 @@ void RatioReporter::Finalize() {
     }
 }
 
-int runBenchmarks(int argc, char** argv, RatioReporter::Ratios const& ratios) {
+int runBenchmarks(int argc, char** argv, const RatioReporter::Ratios& ratios) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return EXIT_FAILURE;
     }
-    int const console = dup(STDOUT_FILENO);
+    const int console = dup(STDOUT_FILENO);
     if (console < 0 || std::freopen("/dev/null", "w", stdout) == nullptr) {
         std::perror(argv[0]);
         return EXIT_FAILURE;

@@ -16,8 +16,8 @@ public:
 
     explicit RatioReporter(Ratios ratios);
 
-    bool ReportContext(Context const& context) override;
-    void ReportRuns(std::vector<Run> const& runs) override;
+    bool ReportContext(const Context& context) override;
+    void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
 
 private:
@@ -29,4 +29,4 @@ private:
 
 /// Runs what the command line asks for and prints the report. What the program under measurement writes on
 /// standard output meanwhile goes nowhere. The result is an exit status.
-int runBenchmarks(int argc, char** argv, RatioReporter::Ratios const& ratios);
+int runBenchmarks(int argc, char** argv, const RatioReporter::Ratios& ratios);

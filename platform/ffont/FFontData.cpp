@@ -7,6 +7,7 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 
+#include "platform/ffont/FixedFunction.h"
 #include "platform/ffont/FontFace.h"
 #include "platform/ffont/GlyphAtlas.h"
 #include "platform/ffont/TextPainter.h"
@@ -23,7 +24,7 @@ void reportOnce(const std::string& path, const std::string& reason) {
     }
 }
 
-// What text needs of OpenGL's state while it is drawn; the caller's is back afterwards.
+// Sets the OpenGL state for text, and restores the caller's.
 class TextState {
 public:
     TextState() {
@@ -36,13 +37,11 @@ public:
         glEnable(GL_BLEND);
         glBlendEquation(GL_FUNC_ADD);
         glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
-        // Neighbours overlap; with depths of their own one would cut the other.
+        // Glyphs overlap their neighbours and must not hide them.
         glDepthMask(GL_FALSE);
         glDisable(GL_ALPHA_TEST);
         glDisable(GL_CULL_FACE);
         glDisable(GL_LIGHTING);
-        glDisable(GL_FRAGMENT_PROGRAM_ARB);
-        glDisable(GL_VERTEX_PROGRAM_ARB);
     }
     ~TextState() {
         glPopClientAttrib();
@@ -50,6 +49,9 @@ public:
     }
     TextState(const TextState&) = delete;
     TextState& operator=(const TextState&) = delete;
+
+private:
+    FixedFunction noProgram;
 };
 
 }  // namespace
@@ -98,18 +100,18 @@ float FFontData::units(double ems) const {
 }
 
 float FFontData::ascender() const {
-    return face ? units(face->ascender() * static_cast<double>(style.height)) : 0.0F;
+    return face ? units(face->ascender() * static_cast<double>(style.height)) : 0.0f;
 }
 float FFontData::descender() const {
-    return face ? units(face->descender() * static_cast<double>(style.height)) : 0.0F;
+    return face ? units(face->descender() * static_cast<double>(style.height)) : 0.0f;
 }
 float FFontData::lineHeight() const {
-    return face ? units(face->lineHeight() * static_cast<double>(style.height)) : 0.0F;
+    return face ? units(face->lineHeight() * static_cast<double>(style.height)) : 0.0f;
 }
 
 float FFontData::measureString(const char* text, float scaleX) const {
     if (!face || text == nullptr) {
-        return 0.0F;
+        return 0.0f;
     }
     return units(layOut(*face, style, text).advanceEm * static_cast<double>(scaleX));
 }
@@ -140,7 +142,7 @@ std::string FFontData::shortenString(const char* text, float scaleX, float width
 float FFontData::drawString(const char* text, float& x, float& y, float scaleX, float scaleY, float boxWidth,
                             float boxHeight) {
     if (!face || text == nullptr) {
-        return 0.0F;
+        return 0.0f;
     }
     const TextLine line = layOut(*face, style, text);
     paint(line, x, y, scaleX, scaleY, boxWidth, boxHeight);
@@ -166,11 +168,11 @@ void FFontData::paint(const TextLine& line, float x, float y, float scaleX, floa
     placement.y = static_cast<double>(y);
     placement.emWidth = emUnits() * static_cast<double>(scaleX) * static_cast<double>(style.width);
     placement.emHeight = emUnits() * static_cast<double>(scaleY) * static_cast<double>(style.height);
-    placement.boxLeft = boxWidth > 0.0F ? placement.x : -unlimited;
-    placement.boxRight = boxWidth > 0.0F ? placement.x + static_cast<double>(boxWidth) : unlimited;
+    placement.boxLeft = boxWidth > 0.0f ? placement.x : -unlimited;
+    placement.boxRight = boxWidth > 0.0f ? placement.x + static_cast<double>(boxWidth) : unlimited;
     const double bottom = placement.y + face->descender() * placement.emHeight;
-    placement.boxBottom = boxHeight > 0.0F ? bottom : -unlimited;
-    placement.boxTop = boxHeight > 0.0F ? bottom + static_cast<double>(boxHeight) : unlimited;
+    placement.boxBottom = boxHeight > 0.0f ? bottom : -unlimited;
+    placement.boxTop = boxHeight > 0.0f ? bottom + static_cast<double>(boxHeight) : unlimited;
 
     const TextState state;
     TextPainter(*face, *atlas).paint(line, placement);

@@ -28,27 +28,26 @@ class GlyphAtlas;
 /// with.
 class FFontData {
 public:
-    /// Takes a texture name, and calls `init` when there is a path and a size other than 0.
+    /// Makes a texture name. Calls `init` if there is a path and the size is not 0.
     FFontData(const char* path, unsigned int size);
     ~FFontData();
     FFontData(const FFontData&) = delete;
     FFontData& operator=(const FFontData&) = delete;
 
-    /// Loads the face, in place of any before; a null path or a size of 0 leaves none. So does a file that
-    /// cannot be read, which is reported in one line on standard error, with the reason, the first time that
-    /// this path fails.
+    /// Loads the face and drops an earlier one. With a null path, a size of 0 or a file that cannot be read
+    /// there is no face. The first time that a path fails, one line on standard error says why.
     void init(const char* path, unsigned int size);
 
     /// Draws `text` from (`x`, `y`), the start of its baseline, in the current colour, blended by its alpha.
-    /// `x` moves on by the result, the advance of the whole text in world units (`measureString`); the line
-    /// being horizontal, `y` stays.
+    /// Adds the result, the advance of the whole text in world units (`measureString`), to `x`. `y` stays, as
+    /// the line is horizontal.
     ///
     /// The text does not leave the box from `x` to `x` + `boxWidth` and, from the line's bottom at `y` +
     /// `descender()` * `scaleY`, `boxHeight` upwards, in world units: what is outside is cut off, in the
     /// middle of a glyph too. A width or height that is not positive sets no limit in its direction.
     ///
     /// Depth test, stencil and scissor apply as the caller has set them, and no depth is written; lighting,
-    /// alpha test, culling and fragment programs do not apply. All OpenGL state is left as it was.
+    /// alpha test, culling and GLSL programs do not apply. All OpenGL state is left as it was.
     float drawString(const char* text, float& x, float& y, float scaleX, float scaleY, float boxWidth,
                      float boxHeight);
 
@@ -64,7 +63,7 @@ public:
     float descender() const;
     float lineHeight() const;
 
-    /// Deletes the texture and sets the size to 0; there is nothing to draw with until the next `init`.
+    /// Deletes the texture and sets the size to 0. Draws nothing until the next `init`.
     void release();
 
     unsigned int getSize() const { return size; }

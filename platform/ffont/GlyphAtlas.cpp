@@ -8,11 +8,11 @@
 
 namespace {
 
-// Room for some three hundred glyphs of a score, and thousands of a menu's, on a usual screen (1 MB) and on a
-// 4K screen (4 MB).
-const int usualSide = 1024;
-const int largeSide = 2048;
-const int mostUsualRows = 1200;  // pixels
+// The side grows with the viewport's height: room for about three hundred glyphs of a score, and for
+// thousands of a menu. 256 KiB for 640x480, 1 MiB for 1920x1080, 4 MiB for 4K.
+const int leastSide = 512;
+const int mostSide = 2048;
+const int rowsOfLeastSide = 600;  // pixels
 // Shelves of few heights fill better than one height per glyph.
 const int shelfStep = 8;
 
@@ -21,7 +21,11 @@ int wantedSide() {
     glGetIntegerv(GL_VIEWPORT, viewport);
     GLint largest = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
-    return std::min<int>(viewport[3] > mostUsualRows ? largeSide : usualSide, largest);
+    int side = leastSide;
+    for (int rows = rowsOfLeastSide; rows < viewport[3] && side < mostSide; rows *= 2) {
+        side *= 2;
+    }
+    return std::min<int>(side, largest);
 }
 
 }  // namespace

@@ -10,22 +10,21 @@
 struct AtlasGlyph {
     int leftPx = 0;
     int topPx = 0;
-    int widthPx = 0;  ///< 0 when nothing is to be seen
+    int widthPx = 0;  ///< 0 for an empty glyph
     int heightPx = 0;
-    float left = 0.0F;  ///< texture coordinates
-    float top = 0.0F;
-    float right = 0.0F;
-    float bottom = 0.0F;
+    float left = 0.0f;  ///< texture coordinates
+    float top = 0.0f;
+    float right = 0.0f;
+    float bottom = 0.0f;
 };
 
-/// One OpenGL texture of alpha values that glyph pictures are packed into, row by row. When it is full it is
-/// emptied as a whole, by its user, who first draws what still waits to be drawn from it. Needs a current
-/// context for every operation but the constructor and `find`; leaves its texture bound and the pixel store
-/// changed.
+/// One OpenGL texture of alpha values, packed with glyph pictures row by row. When it is full, its user draws
+/// what still needs it and clears it. All operations except the constructor and `find` need a current
+/// context; they leave the texture bound and the pixel store changed.
 class GlyphAtlas {
 public:
-    /// `texture` is a texture name, owned by the caller. The storage is made with the first picture, for the
-    /// size of the viewport; another size counts from the next `clear` on.
+    /// `texture` is a texture name, owned by the caller. The first picture makes the storage, for the size of
+    /// the viewport; a new size takes effect after the next `clear`.
     explicit GlyphAtlas(unsigned int texture_) : texture(texture_) {}
 
     /// Width and height that a picture may have, in samples.

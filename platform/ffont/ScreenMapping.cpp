@@ -41,7 +41,7 @@ ScreenMapping::ScreenMapping() {
     }
 }
 
-// The z column is left out: the plane has none.
+// Without the z column, as z is 0 in the plane.
 ScreenMapping::Row ScreenMapping::rowOf(const Matrix& projection, const Matrix& modelview, int row) const {
     const auto entry = [&](std::size_t column) {
         double sum = 0.0;

@@ -6,10 +6,10 @@ class FontFace;
 
 /// Factors on what the face itself says, all 1 for the face as its designer drew it.
 struct TextStyle {
-    float width = 1.0F;    ///< of glyphs and distances along the line
-    float height = 1.0F;   ///< of glyphs
-    float spacing = 1.0F;  ///< of each glyph's advance, not of its picture
-    float kerning = 1.0F;  ///< of the pair distances; 0 for none
+    float width = 1.0f;    ///< of glyphs and distances along the line
+    float height = 1.0f;   ///< of glyphs
+    float spacing = 1.0f;  ///< of each glyph's advance, not of its picture
+    float kerning = 1.0f;  ///< of the pair distances; 0 for none
 };
 
 /// A string as glyphs side by side from left to right, in ems from the line's start.

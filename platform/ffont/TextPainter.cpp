@@ -9,11 +9,11 @@ namespace {
 
 // No glyph reaches farther from its origin; only what is in sight is rasterised.
 const double reachEm = 3.0;
-// Below this a glyph is a smudge whatever is done, and FreeType draws no smaller.
+// A smaller glyph is a smudge, and FreeType draws none.
 const double smallestEmPx = 4.0;
 const double largestEmPx = static_cast<double>(GlyphKey::maxSteps) / GlyphKey::stepsPerPixel;
 
-// Above it a row is thin against a letter, and hinting would only move what already stands on the baseline.
+// Larger letters are sharp without hinting.
 const double largestHintedEmPx = 40.0;
 
 int toSteps(double px) {
@@ -52,7 +52,7 @@ void TextPainter::paint(const TextLine& line, const TextPlacement& placement) {
         screen.scaleAt({placement.x + line.advanceEm * placement.emWidth, placement.y});
     const double emWidthPx = placement.emWidth * std::max(start.x, end.x);
     const double emHeightPx = placement.emHeight * std::max(start.y, end.y);
-    // A transform with values near the largest ones: there is no saying how large the text would be.
+    // A transform with huge values gives no size.
     if (std::isnan(emWidthPx) || std::isnan(emHeightPx)) {
         return;
     }
@@ -76,8 +76,7 @@ void TextPainter::paintAligned(const TextLine& line, const TextPlacement& placem
     const Snapped y(start.y, screen.parallel() ? 1 : GlyphKey::phases);
     key.phaseY = y.phase;
     for (const TextLine::Glyph& glyph : line.glyphs) {
-        // Start and distances are snapped apart, so that text drifts as a whole and its letters do not
-        // jostle.
+        // Snap start and distances separately, so that the letters of moving text keep their distances.
         const Snapped x(snap(start.x) + snap(glyph.penEm * emWidthPx));
         if (!screen.inViewport(x.pixel - reachX, y.pixel - reachY, x.pixel + reachX, y.pixel + reachY)) {
             continue;
@@ -111,14 +110,14 @@ const AtlasGlyph& TextPainter::picture(const GlyphKey& key) {
     if (const AtlasGlyph* known = atlas.find(key)) {
         return *known;
     }
-    const GlyphImage image = face.rasterise(key, atlas.maxSamples());
-    if (const AtlasGlyph* added = atlas.add(key, image)) {
+    if (const AtlasGlyph* added = atlas.add(key, face.rasterise(key, atlas.maxSamples()))) {
         return *added;
     }
-    // What waits must be drawn before its pictures make room.
+    // Draw what still needs the pictures before they go.
     flush();
     atlas.clear();
-    return *atlas.add(key, image);
+    // The empty atlas may be smaller than the full one was.
+    return *atlas.add(key, face.rasterise(key, atlas.maxSamples()));
 }
 
 // Cuts the quad, and its texture coordinates with it, to the box.
@@ -128,7 +127,7 @@ void TextPainter::addQuad(Corner lower, Corner upper, const TextPlacement& box) 
     if (width == 0.0 || height == 0.0) {
         return;
     }
-    const auto cut = [&](Corner corner) {
+    const auto cut = [&](const Corner& corner) {
         Corner inside = corner;
         inside.x = std::clamp(corner.x, box.boxLeft, box.boxRight);
         inside.y = std::clamp(corner.y, box.boxBottom, box.boxTop);

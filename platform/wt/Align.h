@@ -26,7 +26,7 @@ enum wtOrientation : int {
 /// How far `content` starts from the low end of `space` in x (left) under the alignment bits.
 constexpr float alignedX(int alignment, float space, float content) {
     if ((alignment & alignLeft) != 0) {
-        return 0.0F;
+        return 0.0f;
     }
     return (alignment & alignRight) != 0 ? space - content : (space - content) / 2;
 }
@@ -34,7 +34,7 @@ constexpr float alignedX(int alignment, float space, float content) {
 /// How far `content` starts from the low end of `space` in y (bottom) under the alignment bits.
 constexpr float alignedY(int alignment, float space, float content) {
     if ((alignment & alignBottom) != 0) {
-        return 0.0F;
+        return 0.0f;
     }
     return (alignment & alignTop) != 0 ? space - content : (space - content) / 2;
 }

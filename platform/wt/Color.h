@@ -6,15 +6,15 @@ namespace wt {
 
 /// A colour in sRGB with its opacity, every component 0 to 1; alpha is not multiplied in.
 struct Color {
-    float r = 0.0F;
-    float g = 0.0F;
-    float b = 0.0F;
-    float a = 1.0F;
+    float r = 0.0f;
+    float g = 0.0f;
+    float b = 0.0f;
+    float a = 1.0f;
 
     constexpr Color() = default;
     /// Opaque.
     constexpr Color(const tavi::Vec3<float>& rgb) : r(rgb.x), g(rgb.y), b(rgb.z) {}
-    constexpr Color(float red, float green, float blue, float alpha = 1.0F)
+    constexpr Color(float red, float green, float blue, float alpha = 1.0f)
         : r(red), g(green), b(blue), a(alpha) {}
 
     /// The same colour with its opacity multiplied by `factor`.

@@ -1,27 +1,23 @@
 #include "platform/wt/Defaults.h"
 
-#include "platform/wt/Screen.h"
 #include "platform/wt/Symbols.h"
 #include "platform/wt/Text.h"
 #include "platform/wt/Theme.h"
+#include "platform/wt/wtWindowManager.h"
 
 namespace wt {
 
-float wtDefaults::Window::alpha = 1.0F;
-float wtDefaults::Window::shadowOffsX = 0.0F;
-float wtDefaults::Window::shadowOffsY = 0.0F;
+float wtDefaults::Window::alpha = 1.0f;
+float wtDefaults::Window::shadowOffsX = 0.0f;
+float wtDefaults::Window::shadowOffsY = 0.0f;
 GridGraphic wtDefaults::Window::shadow_bg;
 
 void loadDefaults(int width, int height) {
-    Screen viewport = screen();
-    viewport.width = width;
-    viewport.height = height;
-    setScreen(viewport);
-
+    wtWindowManager::setViewport(width, height);
     text::loadTypeface();
     loadFragmentPrograms();
 
-    wtDefaults::Window::alpha = 1.0F;
+    wtDefaults::Window::alpha = 1.0f;
     wtDefaults::Window::shadowOffsX = theme().shadowOffsetX;
     wtDefaults::Window::shadowOffsY = theme().shadowOffsetY;
     Polygon shadow(makeQuad({0, 0}, {1, 1}));

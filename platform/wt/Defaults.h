@@ -4,7 +4,7 @@
 
 namespace wt {
 
-/// Values that every window takes over when it is created; a change counts for the windows made after it.
+/// Each window copies these values when it is created. A change affects later windows only.
 struct wtDefaults {
     struct Window {
         /// Opacity of the whole window, 0 to 1.
@@ -18,8 +18,8 @@ struct wtDefaults {
 };
 
 /// Loads what the toolkit draws with, for a viewport of `width` by `height` pixels: the window defaults, the
-/// theme's typeface and the fragment programs. Without a GL context there are no programs and no picture of
-/// the typeface, and layout works all the same.
+/// theme's typeface and the fragment programs. Without a GL context it loads no programs and draws no text;
+/// layout still works.
 void loadDefaults(int width, int height);
 
 }  // namespace wt

@@ -7,7 +7,7 @@ namespace wt {
 /// A switch whose value follows in a few equal steps, one for each frame.
 class Fade {
 public:
-    void set(bool on) { target = on ? 1.0F : 0.0F; }
+    void set(bool on) { target = on ? 1.0f : 0.0f; }
     /// Switches without steps between.
     void jump(bool on) {
         set(on);
@@ -21,9 +21,9 @@ public:
     float value() const { return current; }
 
 private:
-    static constexpr float step = 0.2F;
-    float current = 0.0F;
-    float target = 0.0F;
+    static constexpr float step = 0.2f;
+    float current = 0.0f;
+    float target = 0.0f;
 };
 
 }  // namespace wt

@@ -7,15 +7,9 @@
 #include <cmath>
 
 #include "platform/wt/Screen.h"
-#include "platform/wt/Symbols.h"
 #include "platform/wt/Theme.h"
 
 namespace wt {
-
-void blendByAlpha() {
-    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
-}
-
 namespace {
 
 /// As many fixed-function texture units as a polygon can use; the game uses one.
@@ -54,9 +48,9 @@ void plainFragments() {
     glDepthMask(GL_FALSE);
     glEnable(GL_BLEND);
     glBlendEquation(GL_FUNC_ADD);
-    blendByAlpha();
+    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     // Lines of one pixel would vanish on a large screen.
-    glLineWidth(std::max(1.0F, std::round(screen().emPixels() / theme().leastEmPx)));
+    glLineWidth(std::max(1.0f, std::round(screen().emPixels() / theme().leastEmPx)));
 }
 
 void pushIdentity(GLenum mode) {
@@ -75,10 +69,6 @@ void pop(GLenum mode) {
 GLState::GLState() : colorSumBefore(glIsEnabled(GL_COLOR_SUM) == GL_TRUE) {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glPushClientAttrib(GL_CLIENT_ALL_ATTRIB_BITS);
-    if (haveFragmentPrograms()) {
-        glGetIntegerv(GL_CURRENT_PROGRAM, &programBefore);
-        glUseProgram(0);
-    }
     plainTextureUnits();
     plainFragments();
     pushIdentity(GL_TEXTURE);
@@ -94,9 +84,6 @@ GLState::~GLState() {
     pop(GL_MODELVIEW);
     pop(GL_PROJECTION);
     pop(GL_TEXTURE);
-    if (haveFragmentPrograms()) {
-        glUseProgram(static_cast<GLuint>(programBefore));
-    }
     glPopClientAttrib();
     glPopAttrib();
     // Mesa leaves this one out of every attribute group.

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/ffont/FixedFunction.h"
+
 namespace wt {
 
-/// While it lives, GL is set up for the toolkit: fixed function, blending, screen units, nothing drawn
-/// outside the viewport. Every piece of state that it or the drawing between changes comes back with its end.
+/// Sets GL up for the toolkit: fixed function, blending, screen units, and nothing drawn outside the
+/// viewport. Its destructor restores all state that it or the drawing in between has changed.
 class GLState {
 public:
     GLState();
@@ -12,11 +14,8 @@ public:
     ~GLState();
 
 private:
-    int programBefore = 0;
+    FixedFunction noProgram;
     bool colorSumBefore;
 };
-
-/// The toolkit's blend function: what is drawn over what was there, by its alpha.
-void blendByAlpha();
 
 }  // namespace wt

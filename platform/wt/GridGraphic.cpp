@@ -20,8 +20,8 @@ std::vector<float> edges(float start, float length, const std::vector<float>& si
         stretching += sizes[i] == 0 ? 1 : 0;
     }
     const bool scaled = fixed > length || (stretching == 0 && fixed > 0);
-    const float scale = scaled ? length / fixed : 1.0F;
-    const float each = stretching > 0 ? (length - fixed * scale) / static_cast<float>(stretching) : 0.0F;
+    const float scale = scaled ? length / fixed : 1.0f;
+    const float each = stretching > 0 ? (length - fixed * scale) / static_cast<float>(stretching) : 0.0f;
     std::vector<float> result{start};
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         result.push_back(result.back() + (sizes[i] == 0 ? each : extents[i] * scale));
@@ -40,8 +40,8 @@ GridGraphic::GridGraphic(int rows, int columns) {
 void GridGraphic::init(int rows, int columns) {
     const auto r = static_cast<std::size_t>(std::max(rows, 0));
     const auto c = static_cast<std::size_t>(std::max(columns, 0));
-    sizeX.assign(c, 1.0F);
-    sizeY.assign(r, 1.0F);
+    sizeX.assign(c, 1.0f);
+    sizeY.assign(r, 1.0f);
     cells.assign(r * c, Polygon());
 }
 
@@ -89,12 +89,6 @@ Rect GridGraphic::cellRect(int row, int column, const Rect& target) const {
     const auto c = static_cast<std::size_t>(column);
     const auto r = static_cast<std::size_t>(row);
     return {xs[c], ys[r], xs[c + 1] - xs[c], ys[r + 1] - ys[r]};
-}
-
-void GridGraphic::putAway() const {
-    for (const Polygon& cell : cells) {
-        cell.putAway();
-    }
 }
 
 void GridGraphic::draw(const Rect& target, float opacity) const {

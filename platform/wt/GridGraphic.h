@@ -8,17 +8,16 @@
 namespace wt {
 
 /// A graphic cut into rows and columns, each cell a polygon, for backgrounds that stretch in some places and
-/// not in others: a frame of fixed width around a middle that fills the rest, say. A value.
+/// not in others, such as a frame of fixed width around a middle that fills the rest. A value.
 ///
 ///     wt::GridGraphic frame(3, 3);
-///     frame.setSizeX(1, 0.0F);                        // the middle column stretches
-///     frame.setSizeY(1, 0.0F);
-///     frame(0, 0) = wt::Polygon(wt::makeQuad({0, 0}, {0.05F, 0.05F}));
+///     frame.setSizeX(1, 0.0f);                        // the middle column stretches
+///     frame.setSizeY(1, 0.0f);
+///     frame(0, 0) = wt::Polygon(wt::makeQuad({0, 0}, {0.05f, 0.05f}));
 ///
-/// A column or row of size 0 stretches; any other is as wide or high as the least extent among its cells'
-/// polygons, in screen units. The grid always covers what it is drawn on: with nothing that stretches the
-/// fixed ones grow in proportion, and where they do not fit they shrink. Row 0 is the lowest, column 0 the
-/// leftmost.
+/// A column or row of size 0 stretches. Any other is as wide or high as the least extent among its cells'
+/// polygons, in screen units. The grid always covers its target: if nothing stretches, the fixed ones grow in
+/// proportion; if they do not fit, they shrink. Row 0 is the lowest, column 0 the leftmost.
 class GridGraphic {
 public:
     /// No cells: draws nothing.
@@ -27,13 +26,13 @@ public:
 
     /// Starts over with rows * columns cells, empty polygons, of sizes 1. Negative counts are 0.
     void init(int rows, int columns);
-    /// 0 stretches, anything else is fixed. A column or row that is not there is ignored.
+    /// 0 stretches, anything else is fixed. A column or row that does not exist is ignored.
     void setSizeX(int column, float size);
     void setSizeY(int row, float size);
     /// The cell's polygon. Requires 0 <= row < rows and 0 <= column < columns.
     Polygon& operator()(int row, int column);
     const Polygon& operator()(int row, int column) const;
-    /// 1 draws an outline one pixel wide around the whole, 0, the initial value, none.
+    /// 1 draws an outline one pixel wide around the whole; 0, the initial value, draws no outline.
     void setBorder(int width) { border = width; }
 
     int rows() const { return static_cast<int>(sizeY.size()); }
@@ -42,8 +41,6 @@ public:
     /// Where the cell lies when the grid covers `target`.
     Rect cellRect(int row, int column, const Rect& target) const;
     void draw(const Rect& target, float opacity) const;
-    /// It will not be drawn for a while: its pictures give back the memory that drawing them takes.
-    void putAway() const;
 
 private:
     std::vector<float> columnEdges(const Rect& target) const;

@@ -5,8 +5,8 @@
 
 namespace wt {
 
-/// A way to place a window's widgets: it says what room they want, then puts them into the room there is.
-/// Owned by its window; knows the widgets, does not own them.
+/// Places a window's widgets: says how much room they want, then puts them into the room that the window has.
+/// The window owns it; it does not own the widgets.
 class LayoutManager {
 public:
     LayoutManager() = default;

@@ -30,22 +30,22 @@ std::vector<float> share(const std::vector<Track>& tracks, float length) {
         least += track.least;
         preferred += track.preferred;
         totalWeight += track.weight;
-        expandingWeight += track.expands ? track.weight : 0.0F;
+        expandingWeight += track.expands ? track.weight : 0.0f;
         anyExpands = anyExpands || track.expands;
     }
     // From the least sizes (0) to the preferred ones (1), and what is beyond those or short of the least.
     const float room = length - margins;
     const float comfort =
-        preferred > least ? std::clamp((room - least) / (preferred - least), 0.0F, 1.0F) : 1.0F;
-    const float spare = std::max(room - preferred, 0.0F);
-    const float squeeze = margins + least > length ? std::max(length, 0.0F) / (margins + least) : 1.0F;
+        preferred > least ? std::clamp((room - least) / (preferred - least), 0.0f, 1.0f) : 1.0f;
+    const float spare = std::max(room - preferred, 0.0f);
+    const float squeeze = margins + least > length ? std::max(length, 0.0f) / (margins + least) : 1.0f;
     const float weights = anyExpands ? expandingWeight : totalWeight;
 
     std::vector<float> lengths;
     for (const Track& track : tracks) {
         const float size = track.least + (track.preferred - track.least) * comfort;
         const bool takesSpare = (track.expands || !anyExpands) && weights > 0;
-        const float part = takesSpare ? spare * track.weight / weights : 0.0F;
+        const float part = takesSpare ? spare * track.weight / weights : 0.0f;
         lengths.push_back((track.margins + size + part) * squeeze);
     }
     return lengths;

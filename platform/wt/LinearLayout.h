@@ -10,14 +10,14 @@ namespace wt {
 /// Stacks widgets in one direction, in the order in which they were added.
 ///
 ///     auto* layout = new wt::LinearLayout(wt::bottomToTop);
-///     layout->add(button, wt::LinearLayout::Attributes(0.01F, 0.01F, 0.01F, 0.01F, 1, 0, alignment, 0));
+///     layout->add(button, wt::LinearLayout::Attributes(0.01f, 0.01f, 0.01f, 0.01f, 1, 0, alignment, 0));
 ///     window->setLayoutManager(layout);
 ///
-/// A widget and its margins make a cell. Along the stack, widgets that expand share the room that the
-/// preferred sizes leave, by weight; where none expands the cells of all do, and each widget sits in its own
-/// by its alignment. Across the stack a widget has its preferred size, or the cell's if it expands or is to
-/// fill it. Where there is less room than is preferred all give way down to their least sizes, and below
-/// those everything shrinks alike. Hidden widgets have no cell.
+/// A widget and its margins make a cell. Along the stack, widgets that expand share the spare room by weight.
+/// If no widget expands, all cells share it, and each widget sits in its cell by its alignment. Across the
+/// stack a widget has its preferred size, or the size of the cell if it expands or has `fill`. If there is
+/// less room than preferred, all shrink to their least sizes, and below those in proportion. Hidden widgets
+/// have no cell.
 class LinearLayout : public LayoutManager {
 public:
     /// How one widget sits in the stack.
@@ -38,7 +38,7 @@ public:
 
     explicit LinearLayout(wtOrientation orientation) : direction(orientation) {}
 
-    /// The widget stays its parent's, and has to live as long as the layout.
+    /// The parent keeps owning the widget, which must live as long as the layout.
     virtual void add(wtWidget* widget, const Attributes& attributes);
 
     SizeHint sizeHint() const override;

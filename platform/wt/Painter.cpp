@@ -12,9 +12,9 @@ namespace {
 
 using Path = std::vector<tavi::Vec2<float>>;
 
-/// Half the width of the ramp at an edge, pixels: from opaque half a pixel inside to nothing half a pixel
-/// outside, so that a pixel's middle on either side of a sharp edge is one or the other.
-constexpr float halfRamp = 0.5F;
+/// Half the width of the ramp at an edge, pixels. It goes from opaque half a pixel inside to transparent half
+/// a pixel outside, so that an edge between two pixels is sharp.
+constexpr float halfRamp = 0.5f;
 
 void setColor(const Color& c) {
     glColor4f(c.r, c.g, c.b, c.a);
@@ -31,16 +31,16 @@ Path roundedPath(const Rect& rect, float radiusPx, float insetPx, int steps) {
     const float py = screen().pixelY();
     const float left = rect.x + insetPx * px;
     const float bottom = rect.y + insetPx * py;
-    const float w = std::max(rect.w - 2 * insetPx * px, 0.0F);
-    const float h = std::max(rect.h - 2 * insetPx * py, 0.0F);
-    const float radius = std::clamp(radiusPx - insetPx, 0.0F, std::min(w / px, h / py) / 2);
+    const float w = std::max(rect.w - 2 * insetPx * px, 0.0f);
+    const float h = std::max(rect.h - 2 * insetPx * py, 0.0f);
+    const float radius = std::clamp(radiusPx - insetPx, 0.0f, std::min(w / px, h / py) / 2);
     const float rx = radius * px;
     const float ry = radius * py;
     const tavi::Vec2<float> centres[] = {{left + w - rx, bottom + h - ry},
                                          {left + rx, bottom + h - ry},
                                          {left + rx, bottom + ry},
                                          {left + w - rx, bottom + ry}};
-    constexpr float quarter = 1.57079633F;
+    constexpr float quarter = 1.57079633f;
     Path path;
     for (int corner = 0; corner < 4; ++corner) {
         for (int step = 0; step <= steps; ++step) {
@@ -90,7 +90,7 @@ void fillRounded(const Rect& rect, float radiusPx, const Color& bottom, const Co
     const Path inner = roundedPath(rect, radiusPx, halfRamp, steps);
     const Path outer = roundedPath(rect, radiusPx, -halfRamp, steps);
     const auto colorAt = [&](const tavi::Vec2<float>& p) {
-        return rect.h > 0 ? mix(bottom, top, std::clamp((p.y - rect.y) / rect.h, 0.0F, 1.0F)) : bottom;
+        return rect.h > 0 ? mix(bottom, top, std::clamp((p.y - rect.y) / rect.h, 0.0f, 1.0f)) : bottom;
     };
     glBegin(GL_POLYGON);
     for (const tavi::Vec2<float>& p : inner) {
@@ -125,10 +125,10 @@ void strokeRounded(const Rect& rect, float radiusPx, float widthPx, const Color&
 void polyline(const std::vector<tavi::Vec2<float>>& points, float widthPx, const Color& color) {
     const float px = screen().pixelX();
     const float py = screen().pixelY();
-    const float solid = std::max(widthPx / 2 - halfRamp, 0.0F);
+    const float solid = std::max(widthPx / 2 - halfRamp, 0.0f);
     const float edge = solid + 2 * halfRamp;
     const float offsets[] = {edge, solid, -solid, -edge};
-    const float strengths[] = {0.0F, 1.0F, 1.0F, 0.0F};
+    const float strengths[] = {0.0f, 1.0f, 1.0f, 0.0f};
     for (std::size_t i = 0; i + 1 < points.size(); ++i) {
         const tavi::Vec2<float> a = points[i];
         const tavi::Vec2<float> b = points[i + 1];
@@ -153,7 +153,7 @@ void polyline(const std::vector<tavi::Vec2<float>>& points, float widthPx, const
 
 }  // namespace paint
 
-ClipScope::ClipScope(const Rect& rect, const tavi::Vec2<float>& origin) : before{} {
+ClipScope::ClipScope(const Rect& rect, const tavi::Vec2<float>& origin) {
     const Screen& s = screen();
     glGetIntegerv(GL_SCISSOR_BOX, before);
     const auto column = [&](float x) {

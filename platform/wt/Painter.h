@@ -8,8 +8,8 @@
 
 namespace wt {
 
-/// Flat shapes with smooth edges, in the current coordinates; radii and line widths in pixels. An edge that
-/// runs along the edge between two pixels is perfectly sharp.
+/// Flat shapes with smooth edges, in the current coordinates. Radii and line widths are in pixels. An edge
+/// that lies between two pixels is perfectly sharp.
 namespace paint {
 
 void fill(const Rect& rect, const Color& color);
@@ -23,7 +23,7 @@ void polyline(const std::vector<tavi::Vec2<float>>& points, float widthPx, const
 
 }  // namespace paint
 
-/// While it lives, nothing is drawn outside a rectangle, nor outside those of earlier ones that live.
+/// While it lives, nothing is drawn outside its rectangle and those of the earlier ones that still live.
 class ClipScope {
 public:
     /// `rect` in coordinates whose origin lies at `origin` on the screen.
@@ -33,7 +33,7 @@ public:
     ~ClipScope();
 
 private:
-    int before[4];
+    int before[4] = {};
 };
 
 }  // namespace wt

@@ -4,11 +4,7 @@
 #include <GL/glext.h>
 
 #include <algorithm>
-#include <cmath>
 
-#include "platform/wt/GLState.h"
-#include "platform/wt/Screen.h"
-#include "platform/wt/Symbols.h"
 #include "platform/wt/Texture.h"
 #include "platform/wt/Theme.h"
 
@@ -78,65 +74,23 @@ Color Polygon::fill() const {
     return base.faded(alpha);
 }
 
-// Whether the picture covers the polygon's box once, so that it has a size in pixels.
-bool Polygon::coversBox(const Layer& layer) const {
-    const auto isCorner = [](const tavi::Vec2<float>& st) {
-        return (st.x == 0.0F || st.x == 1.0F) && (st.y == 0.0F || st.y == 1.0F);
-    };
-    return points.size() == 4 && layer.coordinates.size() == 4 &&
-           std::all_of(layer.coordinates.begin(), layer.coordinates.end(), isCorner);
-}
-
-void Polygon::bindTextures(const Rect& target) const {
-    const int widthPx = static_cast<int>(std::lround(target.w / screen().pixelX()));
-    const int heightPx = static_cast<int>(std::lround(target.h / screen().pixelY()));
-    for (std::size_t unit = 0; unit < layers.size(); ++unit) {
-        const Layer& layer = layers[unit];
-        if (layer.texture) {
-            glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
-            glEnable(GL_TEXTURE_2D);
-            if (coversBox(layer)) {
-                layer.texture->bindFor(widthPx, heightPx);
-            } else {
-                layer.texture->bind();
-            }
-        }
-    }
-}
-
-void Polygon::putAway() const {
-    for (const Layer& layer : layers) {
-        if (layer.texture) {
-            layer.texture->putAway();
-        }
-    }
-}
-
-// Whether all that it draws is one opaque picture in its own colours, faded as a whole.
-bool Polygon::isPlainPicture(const Color& tint) const {
-    return layers.size() == 1 && layers.front().texture && layers.front().texture->isOpaque() &&
-           shader == 0 && tint.r == 1.0F && tint.g == 1.0F && tint.b == 1.0F;
-}
-
 void Polygon::draw(const Rect& target, float opacity) const {
     const Rect box = bounds();
     const Color c = fill().faded(opacity);
     if (box.w <= 0 || box.h <= 0 || c.a <= 0) {
         return;
     }
-    bindTextures(target);
-    const bool plain = isPlainPicture(c);
-    const unsigned int program = linkedProgram(plain ? wtSymbols::fragProgs["picture_shader"] : shader);
-    if (program != 0) {
-        glUseProgram(program);
+    for (std::size_t unit = 0; unit < layers.size(); ++unit) {
+        if (layers[unit].texture) {
+            glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
+            glEnable(GL_TEXTURE_2D);
+            layers[unit].texture->bind();
+        }
     }
-    if (plain) {
-        // The same for every pixel, which software blends in half the time.
-        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_REPLACE);
-        glBlendColor(0.0F, 0.0F, 0.0F, c.a);
-        glBlendFunc(GL_CONSTANT_ALPHA, GL_ONE_MINUS_CONSTANT_ALPHA);
+    if (shader != 0) {
+        glUseProgram(shader);
     }
-    glColor4f(c.r, c.g, c.b, plain ? 1.0F : c.a);
+    glColor4f(c.r, c.g, c.b, c.a);
     glBegin(GL_POLYGON);
     for (std::size_t i = 0; i < points.size(); ++i) {
         for (std::size_t unit = 0; unit < layers.size(); ++unit) {
@@ -148,11 +102,7 @@ void Polygon::draw(const Rect& target, float opacity) const {
                    target.y + (points[i].y - box.y) / box.h * target.h);
     }
     glEnd();
-    if (plain) {
-        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-        blendByAlpha();
-    }
-    if (program != 0) {
+    if (shader != 0) {
         glUseProgram(0);
     }
     for (std::size_t unit = 0; unit < layers.size(); ++unit) {

@@ -16,13 +16,13 @@ class Texture;
 /// The corners of the upright rectangle at `origin` with `size`, counter-clockwise from its lower left one.
 std::vector<tavi::Vec2<float>> makeQuad(const tavi::Vec2<float>& origin, const tavi::Vec2<float>& size);
 
-/// A filled convex polygon: one colour, an opacity, and at will a picture or a fragment program. A value:
-/// copies share the uploaded picture, which is freed with the last of them.
+/// A filled convex polygon: a colour, an opacity, and optionally a picture or a fragment program. A value:
+/// copies share the uploaded picture, which is freed with the last copy.
 ///
 ///     wt::Polygon cell(wt::makeQuad({0, 0}, {1, 1}));
 ///     cell.setShader(wt::wtSymbols::fragProgs["solid_shader"]);
-///     cell.setColor(tavi::Vec3<float>(0.9F, 0.9F, 1.0F));
-///     cell.setAlpha(0.9F);
+///     cell.setColor(tavi::Vec3<float>(0.9f, 0.9f, 1.0f));
+///     cell.setAlpha(0.9f);
 ///
 /// Without a colour of its own a polygon takes the theme's `solid`; a picture then keeps its own colours.
 class Polygon {
@@ -36,10 +36,10 @@ public:
     /// Opacity, 0 to 1; initially 1.
     void setAlpha(float alpha_) { alpha = alpha_; }
 
-    /// Uploads the image at once for texture unit `unit` (0 to 3; any other is ignored). An
-    /// empty image, or one that GL refuses, leaves the unit without a picture.
+    /// Uploads the image immediately for texture unit `unit` (0 to 3; any other is ignored). With an empty
+    /// image, or one that GL refuses, the unit has no picture.
     void setTexture(tavi::Image<unsigned char>& image, int unit);
-    /// One coordinate for each corner in their order; corners past the list's end have (0, 0).
+    /// One coordinate for each corner, in order; corners past the end of the list have (0, 0).
     void setTextureCoords(const std::vector<tavi::Vec2<float>>& coordinates, int unit);
 
     /// Width and height of the corners' bounding box.
@@ -52,8 +52,6 @@ public:
     /// Draws it with its bounding box stretched over `target`, its opacity multiplied by `opacity`. A picture
     /// is sharpest where the target's edges lie between pixels.
     void draw(const Rect& target, float opacity) const;
-    /// It will not be drawn for a while: its pictures give back the memory that drawing them takes.
-    void putAway() const;
 
 private:
     struct Layer {
@@ -62,13 +60,10 @@ private:
     };
     Rect bounds() const;
     Layer* layer(int unit);
-    bool coversBox(const Layer& layer) const;
-    bool isPlainPicture(const Color& tint) const;
-    void bindTextures(const Rect& target) const;
 
     std::vector<tavi::Vec2<float>> points;
     std::optional<Color> color;
-    float alpha = 1.0F;
+    float alpha = 1.0f;
     unsigned int shader = 0;
     std::vector<Layer> layers;
 };

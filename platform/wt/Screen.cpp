@@ -17,8 +17,8 @@ float snap(float value, float pixel) {
 }  // namespace
 
 tavi::Vec2<float> Screen::fromPixel(int column, int row) const {
-    return {-1.0F + (static_cast<float>(column) + 0.5F) * pixelX(),
-            1.0F - (static_cast<float>(row) + 0.5F) * pixelY()};
+    return {-1.0f + (static_cast<float>(column) + 0.5f) * pixelX(),
+            1.0f - (static_cast<float>(row) + 0.5f) * pixelY()};
 }
 
 Rect Screen::snapped(const Rect& rect) const {
@@ -28,7 +28,7 @@ Rect Screen::snapped(const Rect& rect) const {
 }
 
 Rect Screen::onPixels(const Rect& rect) const {
-    constexpr float low = -1.0F;
+    constexpr float low = -1.0f;
     const Rect inCorner = snapped({rect.x - low, rect.y - low, rect.w, rect.h});
     return {inCorner.x + low, inCorner.y + low, inCorner.w, inCorner.h};
 }
@@ -36,9 +36,9 @@ Rect Screen::onPixels(const Rect& rect) const {
 float Screen::emPixels() const {
     const Theme& t = theme();
     // A window narrower than 4:3 has less room across than its height says.
-    const float room = std::min(static_cast<float>(height), 0.75F * static_cast<float>(width));
+    const float room = std::min(static_cast<float>(height), 0.75f * static_cast<float>(width));
     const float readable = std::min(t.leastEmPx, room * t.mostEmShare);
-    return std::max(1.0F, std::round(std::max(room * t.emShare, readable)));
+    return std::max(1.0f, std::round(std::max(room * t.emShare, readable)));
 }
 
 const Screen& screen() {

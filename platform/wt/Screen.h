@@ -15,13 +15,13 @@ struct Screen {
     int height = 480;
 
     /// Screen units for each pixel.
-    float pixelX() const { return 2.0F / static_cast<float>(width); }
-    float pixelY() const { return 2.0F / static_cast<float>(height); }
+    float pixelX() const { return 2.0f / static_cast<float>(width); }
+    float pixelY() const { return 2.0f / static_cast<float>(height); }
 
     /// The middle of a pixel, counted from the upper left with y down, in screen units.
     tavi::Vec2<float> fromPixel(int column, int row) const;
-    /// The rectangle with each edge on the nearest edge between pixels: neighbours stay neighbours. Right for
-    /// coordinates whose origin is itself on such an edge, as those inside every window are.
+    /// The rectangle with each edge moved to the nearest edge between pixels: neighbours stay neighbours. The
+    /// origin of the coordinates must lie on such an edge, as it does inside every window.
     Rect snapped(const Rect& rect) const;
     /// The same for screen coordinates, which count from the screen's middle.
     Rect onPixels(const Rect& rect) const;
@@ -33,7 +33,7 @@ struct Screen {
     }
 };
 
-/// The viewport that layout, pointer and drawing go by.
+/// The viewport that layout, pointer and drawing use.
 const Screen& screen();
 void setScreen(const Screen& current);
 

@@ -10,10 +10,10 @@
 namespace wt {
 namespace {
 
-constexpr float thumbMarginEm = 0.18F;
-constexpr float arrowHalfEm = 0.26F;  // half the width of an arrow's angle
-constexpr float strokeEm = 0.12F;
-constexpr float faintArrow = 0.45F;
+constexpr float thumbMarginEm = 0.18f;
+constexpr float arrowHalfEm = 0.26f;  // half the width of an arrow's angle
+constexpr float strokeEm = 0.12f;
+constexpr float faintArrow = 0.45f;
 
 }  // namespace
 
@@ -50,14 +50,14 @@ void ScrollBar::draw() {
     const float py = screen().pixelY();
     paint::fill(rect(), colors.trough);
 
-    const float margin = std::max(1.0F, std::round(thumbMarginEm * em));
+    const float margin = std::max(1.0f, std::round(thumbMarginEm * em));
     const Rect own = thumb();
     const Rect bar = screen().snapped({position.x + own.x, position.y + own.y, own.w, own.h});
     const Color body = dragging || hovered ? colors.thumbHover : colors.thumb;
     paint::fillRounded(bar.inset(margin * px, margin * py), size.x / px, body, body);
 
     const float half = arrowHalfEm * em;
-    const float stroke = std::max(1.25F, strokeEm * em);
+    const float stroke = std::max(1.25f, strokeEm * em);
     const float x = position.x + size.x / 2;
     const auto arrow = [&](float y, float direction, bool leadsOn) {
         const float tip = y + direction * half / 2 * py;

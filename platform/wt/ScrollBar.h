@@ -5,11 +5,11 @@
 
 namespace wt {
 
-/// An upright scroll bar: an arrow at either end that goes one row, a thumb that drags, and a trough that
-/// goes a page towards where it was pressed. An arrow that leads nowhere is faint.
+/// A vertical scroll bar. The arrow at each end scrolls one row, the thumb can be dragged, and a press on the
+/// trough scrolls a page. An arrow that cannot scroll further is faint.
 class ScrollBar : public wtWidget {
 public:
-    /// Adds itself to `parent`. The range is the parent's, and lives as long as the bar.
+    /// Adds itself to `parent`, which owns the range. The range must live as long as the bar.
     ScrollBar(wtWidget* parent, ScrollRange& range);
 
     void draw() override;
@@ -31,7 +31,7 @@ private:
     ScrollRange& range;
     bool dragging = false;
     bool hovered = false;
-    float grip = 0.0F;  // from the thumb's upper end down to the pointer that holds it
+    float grip = 0.0f;  // from the thumb's upper end down to the pointer that holds it
 };
 
 }  // namespace wt

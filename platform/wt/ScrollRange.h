@@ -5,8 +5,8 @@
 
 namespace wt {
 
-/// Which of a number of rows are in view: arithmetic of scrolling and of scroll bars, without a picture.
-/// Lengths are in the caller's units, from the upper end down.
+/// Which rows of a list are in view: the arithmetic of scrolling and of scroll bars. Lengths are in the
+/// caller's units, from the upper end down.
 class ScrollRange {
 public:
     /// Sets how many rows there are; the first in view moves only as far as it must.
@@ -42,12 +42,12 @@ public:
     float thumbStart(float trough, float least) const {
         return last() > 0 ? (trough - thumbLength(trough, least)) * static_cast<float>(first) /
                                 static_cast<float>(last())
-                          : 0.0F;
+                          : 0.0f;
     }
     /// The first row in view when the thumb starts nearest to `start`.
     int firstRowAt(float start, float trough, float least) const {
         const float way = trough - thumbLength(trough, least);
-        const float share = way > 0 ? std::clamp(start / way, 0.0F, 1.0F) : 0.0F;
+        const float share = way > 0 ? std::clamp(start / way, 0.0f, 1.0f) : 0.0f;
         return static_cast<int>(std::lround(share * static_cast<float>(last())));
     }
 

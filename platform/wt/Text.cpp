@@ -13,9 +13,9 @@
 namespace wt::text {
 namespace {
 
-constexpr float emUnitsPerSize = 0.025F;
-constexpr float usualAscent = 0.93F;   // ems
-constexpr float usualDescent = 0.24F;  // ems
+constexpr float emUnitsPerSize = 0.025f;
+constexpr float usualAscent = 0.93f;   // ems
+constexpr float usualDescent = 0.24f;  // ems
 
 std::unique_ptr<FFontData>& face() {
     static std::unique_ptr<FFontData> loaded;
@@ -28,25 +28,25 @@ float emUnits() {
 }
 
 float ascent() {
-    const float ofFace = face() ? face()->ascender() / emUnits() : 0.0F;
+    const float ofFace = face() ? face()->ascender() / emUnits() : 0.0f;
     return ofFace > 0 ? ofFace : usualAscent;
 }
 
 float descent() {
-    const float ofFace = face() ? -face()->descender() / emUnits() : 0.0F;
+    const float ofFace = face() ? -face()->descender() / emUnits() : 0.0f;
     return ofFace > 0 ? ofFace : usualDescent;
 }
 
 }  // namespace
 
 void loadTypeface() {
-    // The old face goes first: its texture's name may be the next one's.
+    // Free the old face first: the new one may get the same texture name.
     face().reset();
     face() = std::make_unique<FFontData>(theme().facePath, theme().faceSize);
 }
 
 float width(const std::string& line, float emPx) {
-    return face() ? face()->measureString(line.c_str(), emPx / emUnits()) : 0.0F;
+    return face() ? face()->measureString(line.c_str(), emPx / emUnits()) : 0.0f;
 }
 
 float height(float emPx) {

@@ -8,12 +8,11 @@
 
 namespace wt {
 
-/// Text in the theme's typeface, one line, UTF-8. Sizes are given as the em in pixels and come back in
-/// pixels; measuring needs no GL context. Without a typeface text has no width, and its line the usual
-/// proportions.
+/// One line of UTF-8 text in the theme's typeface. Sizes are in pixels. Measuring needs no GL context.
+/// Without a typeface, text has no width and its line has the usual height.
 namespace text {
 
-/// Loads the theme's typeface, in the place of an earlier one.
+/// Loads the theme's typeface and drops an earlier one.
 void loadTypeface();
 
 float width(const std::string& line, float emPx);

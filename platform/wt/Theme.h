@@ -6,7 +6,7 @@ namespace wt {
 
 /// The colours of what stands on a background: one set for dark panels, one for light ones.
 struct Palette {
-    /// Text right on the panel.
+    /// Text directly on the panel.
     Color text;
     /// Ground, outline and text of list boxes, and the row under the pointer.
     Color field;
@@ -28,66 +28,66 @@ struct Theme {
     /// The one typeface, a path relative to the working directory, and the size at which it is loaded.
     const char* facePath = "Fonts/Vera.ttf";
     unsigned int faceSize = 24;
-    /// The text's em as a share of the viewport's height, and the pixels that it does not go below while it
-    /// takes up no more than the largest share.
-    float emShare = 1.0F / 42;
+    /// The text's em as a share of the viewport's height. It is at least `leastEmPx` pixels, unless that is
+    /// more than `mostEmShare` of the height.
+    float emShare = 1.0f / 42;
     float leastEmPx = 14;
-    float mostEmShare = 1.0F / 23;
+    float mostEmShare = 1.0f / 23;
     /// How much larger text is in a maximised window.
-    float maximizedTextScale = 1.5F;
+    float maximizedTextScale = 1.5f;
 
-    /// Fill of polygons that were given none.
-    Color solid{0.085F, 0.10F, 0.17F};
-    /// Ground of windows that were given none, their title bars, and the line around them.
-    Color panel{0.085F, 0.10F, 0.17F};
-    Color titleBar{0.15F, 0.19F, 0.31F};
-    Color titleText{0.95F, 0.96F, 1.0F};
-    Color panelLine{0.36F, 0.41F, 0.55F};
+    /// Fill of polygons without a colour.
+    Color solid{0.085f, 0.10f, 0.17f};
+    /// Windows without a background: their ground, title bar and outline.
+    Color panel{0.085f, 0.10f, 0.17f};
+    Color titleBar{0.15f, 0.19f, 0.31f};
+    Color titleText{0.95f, 0.96f, 1.0f};
+    Color panelLine{0.36f, 0.41f, 0.55f};
     /// Outline of grid graphics that have one.
-    Color border{0.47F, 0.51F, 0.66F};
+    Color border{0.47f, 0.51f, 0.66f};
     /// The close box under the pointer, and held down.
-    Color closeHover{0.78F, 0.24F, 0.27F};
-    Color closePressed{0.58F, 0.15F, 0.19F};
+    Color closeHover{0.78f, 0.24f, 0.27f};
+    Color closePressed{0.58f, 0.15f, 0.19f};
     /// Drop shadow of windows, unless the defaults say otherwise, and where it lies, screen units.
-    Color shadow{0.0F, 0.0F, 0.0F, 0.35F};
-    float shadowOffsetX = 0.012F;
-    float shadowOffsetY = -0.016F;
+    Color shadow{0.0f, 0.0f, 0.0f, 0.35f};
+    float shadowOffsetX = 0.012f;
+    float shadowOffsetY = -0.016f;
 
-    Palette onDark{{0.93F, 0.95F, 1.0F},  {0.05F, 0.06F, 0.10F}, {0.30F, 0.35F, 0.48F}, {0.93F, 0.95F, 1.0F},
-                   {0.17F, 0.21F, 0.34F}, {0.22F, 0.26F, 0.37F}, {0.11F, 0.13F, 0.20F}, {0.40F, 0.46F, 0.62F},
-                   {0.55F, 0.62F, 0.80F}, {0.75F, 0.80F, 0.93F}};
-    Palette onLight{{0.06F, 0.08F, 0.16F}, {0.97F, 0.975F, 1.0F}, {0.47F, 0.51F, 0.66F},
-                    {0.06F, 0.08F, 0.16F}, {0.84F, 0.885F, 1.0F}, {0.76F, 0.79F, 0.88F},
-                    {0.90F, 0.91F, 0.95F}, {0.58F, 0.63F, 0.78F}, {0.42F, 0.48F, 0.66F},
-                    {0.25F, 0.31F, 0.50F}};
+    Palette onDark{{0.93f, 0.95f, 1.0f},  {0.05f, 0.06f, 0.10f}, {0.30f, 0.35f, 0.48f}, {0.93f, 0.95f, 1.0f},
+                   {0.17f, 0.21f, 0.34f}, {0.22f, 0.26f, 0.37f}, {0.11f, 0.13f, 0.20f}, {0.40f, 0.46f, 0.62f},
+                   {0.55f, 0.62f, 0.80f}, {0.75f, 0.80f, 0.93f}};
+    Palette onLight{{0.06f, 0.08f, 0.16f}, {0.97f, 0.975f, 1.0f}, {0.47f, 0.51f, 0.66f},
+                    {0.06f, 0.08f, 0.16f}, {0.84f, 0.885f, 1.0f}, {0.76f, 0.79f, 0.88f},
+                    {0.90f, 0.91f, 0.95f}, {0.58f, 0.63f, 0.78f}, {0.42f, 0.48f, 0.66f},
+                    {0.25f, 0.31f, 0.50f}};
 
-    Color button{0.17F, 0.36F, 0.72F};
-    Color buttonHover{0.19F, 0.40F, 0.79F};
-    Color buttonPressed{0.11F, 0.25F, 0.53F};
-    Color buttonDisabled{0.27F, 0.30F, 0.37F};
-    Color buttonText{1.0F, 1.0F, 1.0F};
-    Color buttonTextDisabled{0.82F, 0.84F, 0.89F};
+    Color button{0.17f, 0.36f, 0.72f};
+    Color buttonHover{0.19f, 0.40f, 0.79f};
+    Color buttonPressed{0.11f, 0.25f, 0.53f};
+    Color buttonDisabled{0.27f, 0.30f, 0.37f};
+    Color buttonText{1.0f, 1.0f, 1.0f};
+    Color buttonTextDisabled{0.82f, 0.84f, 0.89f};
     /// How much lighter a button's upper edge is than its lower one.
-    float buttonSheen = 0.10F;
-    Color buttonShadow{0.0F, 0.0F, 0.05F, 0.30F};
-    Color selected{0.17F, 0.36F, 0.72F};
-    Color selectedText{1.0F, 1.0F, 1.0F};
+    float buttonSheen = 0.10f;
+    Color buttonShadow{0.0f, 0.0f, 0.05f, 0.30f};
+    Color selected{0.17f, 0.36f, 0.72f};
+    Color selectedText{1.0f, 1.0f, 1.0f};
 
     /// Rounding of buttons and fields, ems.
-    float cornerEm = 0.36F;
+    float cornerEm = 0.36f;
     /// Between a window's edge and its widgets.
-    float paddingEm = 0.6F;
-    float titleBarEm = 1.9F;
-    float buttonHeightEm = 2.1F;
-    float buttonLeastWidthEm = 8.0F;
-    float buttonPaddingEm = 1.2F;
-    float rowEm = 1.5F;
-    float rowPaddingEm = 0.6F;
-    float scrollBarEm = 1.0F;
-    float leastThumbEm = 1.4F;
+    float paddingEm = 0.6f;
+    float titleBarEm = 1.9f;
+    float buttonHeightEm = 2.1f;
+    float buttonLeastWidthEm = 8.0f;
+    float buttonPaddingEm = 1.2f;
+    float rowEm = 1.5f;
+    float rowPaddingEm = 0.6f;
+    float scrollBarEm = 1.0f;
+    float leastThumbEm = 1.4f;
 };
 
-/// The theme in use; changes count from the next frame on.
+/// The theme in use. Changes take effect with the next frame.
 Theme& theme();
 
 }  // namespace wt

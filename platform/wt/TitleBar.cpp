@@ -13,10 +13,10 @@
 namespace wt {
 namespace {
 
-constexpr float textMarginEm = 0.7F;
-constexpr float leastTitleEm = 3.0F;
-constexpr float crossEm = 0.3F;  // half its width
-constexpr float strokeEm = 0.11F;
+constexpr float textMarginEm = 0.7f;
+constexpr float leastTitleEm = 3.0f;
+constexpr float crossEm = 0.3f;  // half its width
+constexpr float strokeEm = 0.11f;
 
 }  // namespace
 
@@ -30,7 +30,7 @@ TitleBar::TitleBar(wtWindow* window_, bool withCloseBox)
 
 SizeHint TitleBar::sizeHint() const {
     const float height = emsY(theme().titleBarEm);
-    const float close = closeBox != nullptr ? emsX(theme().titleBarEm) : 0.0F;
+    const float close = closeBox != nullptr ? emsX(theme().titleBarEm) : 0.0f;
     const tavi::Vec2<float> least(emsX(leastTitleEm) + close, height);
     return {least, least};
 }
@@ -48,7 +48,7 @@ void TitleBar::draw() {
     paint::fill(rect(), theme().titleBar);
     const float right = closeBox != nullptr ? closeBox->rect().x : size.x;
     const float margin = emsX(textMarginEm);
-    const Rect box{position.x + margin, position.y, std::max(right - 2 * margin, 0.0F), size.y};
+    const Rect box{position.x + margin, position.y, std::max(right - 2 * margin, 0.0f), size.y};
     text::draw(window.getTitle(), box, alignLeft, emPixels(), theme().titleText);
 }
 
@@ -77,7 +77,7 @@ void CloseBox::draw() {
     const tavi::Vec2<float> centre(position.x + size.x / 2, position.y + size.y / 2);
     const float dx = crossEm * emPixels() * screen().pixelX();
     const float dy = crossEm * emPixels() * screen().pixelY();
-    const float stroke = std::max(1.25F, strokeEm * emPixels());
+    const float stroke = std::max(1.25f, strokeEm * emPixels());
     paint::polyline({{centre.x - dx, centre.y - dy}, {centre.x + dx, centre.y + dy}}, stroke, t.titleText);
     paint::polyline({{centre.x - dx, centre.y + dy}, {centre.x + dx, centre.y - dy}}, stroke, t.titleText);
 }

@@ -10,7 +10,7 @@ class wtWindow;
 /// The bar along a window's upper edge: shows the title, and drags the window.
 class TitleBar : public wtWidget {
 public:
-    /// Adds itself to the window. A close box, if there is to be one, sits at its right end.
+    /// Adds itself to the window. A close box, if it has one, sits at its right end.
     TitleBar(wtWindow* window, bool withCloseBox);
 
     void draw() override;
@@ -26,7 +26,7 @@ private:
     tavi::Vec2<float> grip;
 };
 
-/// A small cross that hides a window when pressed and let go.
+/// A small cross that hides a window when clicked.
 class CloseBox : public wtWidget {
 public:
     /// Adds itself to the title bar.

@@ -5,7 +5,7 @@
 ///
 ///     wt::wtWindowManager::init(width, height, false);
 ///     wt::loadDefaults(width, height);
-///     auto* window = new wt::wtWindow("Panel", {-0.4F, -0.5F}, {0.8F, 0.9F}, 0x101);
+///     auto* window = new wt::wtWindow("Panel", {-0.4f, -0.5f}, {0.8f, 0.9f}, 0x101);
 ///     wt::wtWindowManager::appendWidget(window);          // owns it from here on
 ///     ... every frame: wt::wtWindowManager::displayWidgets(); wt::wtWindowManager::animate();
 ///

@@ -13,9 +13,9 @@
 namespace wt {
 namespace {
 
-constexpr float outlineShade = 0.45F;  // how much darker the outline is
-constexpr float shadowDepthEm = 0.12F;
-constexpr float textInsetEm = 0.3F;
+constexpr float outlineShade = 0.45f;  // how much darker the outline is
+constexpr float shadowDepthEm = 0.12f;
+constexpr float textInsetEm = 0.3f;
 const Color white(1, 1, 1);
 const Color black(0, 0, 0);
 
@@ -59,7 +59,7 @@ void wtButton::draw() {
     if (isEnabled() != 0) {
         ground = mix(mix(t.button, t.buttonHover, hoverFade.value()), t.buttonPressed, pressFade.value());
         ink = t.buttonText;
-        const float depth = std::max(1.0F, std::round(em * shadowDepthEm)) * screen().pixelY();
+        const float depth = std::max(1.0f, std::round(em * shadowDepthEm)) * screen().pixelY();
         const Color shadow = t.buttonShadow.faded(alpha * (1 - pressFade.value()));
         paint::fillRounded({face.x, face.y - depth, face.w, face.h}, radius, shadow, shadow);
     }
@@ -111,7 +111,7 @@ void wtButton::leave() {
 
 void wtButton::arm(bool on) {
     armed = on;
-    // A press shows at once; letting go may take its time.
+    // A press shows immediately, a release fades.
     if (on) {
         pressFade.jump(true);
     } else {

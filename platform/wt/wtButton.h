@@ -10,7 +10,8 @@
 
 namespace wt {
 
-/// A push button. It looks pressed while the pointer that pressed it is over it, and fires when let go there.
+/// A push button. It looks pressed while the pointer that pressed it is over it, and fires when released
+/// there.
 ///
 ///     auto* play = new wt::wtButton(window, "play", {0, 0}, {-1, -1}, "Play");
 ///     play->connectButtonPressed(boost::bind(&Game::play, &game));
@@ -25,11 +26,11 @@ public:
     const std::string& getText() const { return label; }
     void setText(const std::string& text);
 
-    /// Slots run in the order in which they were connected, as the last thing in the event; one may hide or
-    /// destroy the button's window, or end the process.
+    /// Slots run in the order of connection, at the end of the event. A slot may hide or destroy the button's
+    /// window, or end the process.
     boost::signals2::connection connectButtonPressed(const PressedSignal::slot_type& slot);
 
-    /// Whether letting go now would fire it.
+    /// Whether a release now would fire it.
     bool isArmed() const { return armed; }
     bool isHovered() const { return hoverFade.isOn(); }
 
@@ -48,7 +49,7 @@ private:
     void arm(bool on);
 
     std::string label;
-    // Shared with the callback that is under way, which may outlive the button.
+    // Shared with the running callback, which may outlive the button.
     std::shared_ptr<PressedSignal> pressed;
     bool armed = false;
     Fade hoverFade;

@@ -15,10 +15,10 @@
 namespace wt {
 namespace {
 
-constexpr float leastWidthEm = 6.0F;
-constexpr float leastRows = 1.0F;
-constexpr float roundingSlack = 0.001F;  // rows
-/// The wheel goes a part of what is in view, but never past a row unseen.
+constexpr float leastWidthEm = 6.0f;
+constexpr float leastRows = 1.0f;
+constexpr float roundingSlack = 0.001f;  // rows
+/// A notch of the wheel scrolls a part of what is in view, and never skips a row.
 constexpr int notchesPerPage = 3;
 constexpr int mostRowsPerNotch = 3;
 
@@ -67,7 +67,7 @@ void wtListBox::place(const Rect& rect) {
     }
     // Without a use it takes no room, and so no presses either.
     const Rect inside = Rect{0, 0, size.x, size.y}.inset(screen().pixelX(), border);
-    const float barWidth = range.scrolls() ? std::min(emsX(theme().scrollBarEm), inside.w / 2) : 0.0F;
+    const float barWidth = range.scrolls() ? std::min(emsX(theme().scrollBarEm), inside.w / 2) : 0.0f;
     scrollBar->place({inside.right() - barWidth, inside.y, barWidth, inside.h});
 }
 
@@ -80,7 +80,7 @@ Rect wtListBox::rowRect(int index) const {
     if (!range.inView(index)) {
         return {};
     }
-    // The rows in view share the height, so that none is ever cut.
+    // The rows in view share the height, so that no row is cut.
     const Rect area = rowsArea();
     const float each = area.h / static_cast<float>(range.visibleRows());
     const auto place = static_cast<float>(index - range.firstRow());
@@ -129,10 +129,10 @@ void wtListBox::drawEmpty() const {
     // An empty staff: five quiet lines, and nothing to play on them.
     constexpr int lines = 5;
     constexpr int below = lines / 2;  // the middle one
-    constexpr float widthShare = 0.5F;
-    constexpr float gapEm = 0.55F;
+    constexpr float widthShare = 0.5f;
+    constexpr float gapEm = 0.55f;
     const float gap = emsY(gapEm);
-    const float thickness = std::max(1.0F, std::round(emPixels() / theme().leastEmPx)) * screen().pixelY();
+    const float thickness = std::max(1.0f, std::round(emPixels() / theme().leastEmPx)) * screen().pixelY();
     const Rect lowest = screen().snapped({position.x + size.x * (1 - widthShare) / 2,
                                           position.y + size.y / 2 - gap * below, size.x * widthShare, 0});
     for (int line = 0; line < lines; ++line) {

@@ -12,17 +12,18 @@
 
 namespace wt {
 
-/// A list of one-line texts of which one can be selected. It shows whole rows only, as many as fit; the wheel
-/// and a scroll bar reach the others. A text that is too long is cut with an ellipsis.
+/// A list of one-line texts; one can be selected. It shows as many whole rows as fit; the wheel and a scroll
+/// bar reach the others. A text that is too long ends in an ellipsis.
 ///
-///     auto* list = new wt::wtListBox(window, "List", {-0.3F, -0.3F}, {0.7F, 0.7F});
+///     auto* list = new wt::wtListBox(window, "List", {-0.3f, -0.3f}, {0.7f, 0.7f});
 ///     list->append(names);
 ///     list->connectItemSelected(boost::bind(&Chooser::chosen, &chooser, _1, _2));
 class wtListBox : public wtWidget {
 public:
     using ItemSelectedSignal = boost::signals2::signal<void(wtListBox*, int)>;
 
-    /// Adds itself to `parent` unless that is null. Takes all the room that its layout has, whatever `size`.
+    /// Adds itself to `parent` unless that is null. In a layout it takes all the room, and `size` has no
+    /// effect.
     wtListBox(wtWidget* parent, const std::string& name, const tavi::Vec2<float>& pos,
               const tavi::Vec2<float>& size);
 
@@ -34,9 +35,9 @@ public:
 
     /// Index of the selected row, -1 for none.
     int selected() const { return selectedRow; }
-    /// Selects a row, or none when there is no such row, and brings it into view; no slot is told.
+    /// Selects a row and brings it into view; an index without a row selects none. Calls no slot.
     void select(int index);
-    /// The slot gets the list and the index, from 0, of the row that the user selected, as the last thing in
+    /// The slot gets the list and the index, from 0, of the row that the user selected. It runs at the end of
     /// the event.
     boost::signals2::connection connectItemSelected(const ItemSelectedSignal::slot_type& slot);
 
@@ -69,7 +70,7 @@ private:
     bool revealing = false;
     ScrollRange range;
     wtWidget* scrollBar;
-    // Shared with the callback that is under way, which may outlive the list.
+    // Shared with the running callback, which may outlive the list.
     std::shared_ptr<ItemSelectedSignal> itemSelected;
 };
 

@@ -11,7 +11,7 @@ namespace wt {
 namespace {
 
 /// Enough for a few letters and an ellipsis.
-constexpr float leastWidthEm = 4.0F;
+constexpr float leastWidthEm = 4.0f;
 
 }  // namespace
 

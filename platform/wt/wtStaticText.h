@@ -6,7 +6,7 @@
 
 namespace wt {
 
-/// One line of text, UTF-8. It stays inside its rectangle: what does not fit is cut with an ellipsis.
+/// One line of UTF-8 text. A line that does not fit its rectangle ends in an ellipsis.
 class wtStaticText : public wtWidget {
 public:
     /// Adds itself to `parent` unless that is null. `alignment` takes the bits of wtAlign and places the line

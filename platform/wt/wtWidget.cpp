@@ -13,7 +13,7 @@
 namespace wt {
 namespace {
 
-constexpr float leastExpandingEm = 3.0F;
+constexpr float leastExpandingEm = 3.0f;
 
 }  // namespace
 

@@ -11,7 +11,7 @@ namespace wt {
 
 struct Palette;
 
-/// What a widget asks of a layout, screen units: it can live with `least`, and looks best at `preferred`.
+/// What a widget asks of a layout, screen units: it needs at least `least`, and looks best at `preferred`.
 struct SizeHint {
     tavi::Vec2<float> least;
     tavi::Vec2<float> preferred;
@@ -29,7 +29,7 @@ struct SizeHint {
 /// corner.
 class wtWidget {
 public:
-    /// Bits of a widget's flags: it takes whatever room there is along that axis.
+    /// Bits of a widget's flags: it takes all the room along that axis.
     enum Flag : int { expandX = 1, expandY = 2 };
 
     wtWidget(const std::string& name, const tavi::Vec2<float>& pos, const tavi::Vec2<float>& size, int flags);
@@ -48,38 +48,38 @@ public:
     /// Its lower left corner on the screen.
     tavi::Vec2<float> origin() const;
 
-    /// Takes the child, which is drawn after, and so above, the earlier ones.
+    /// Takes ownership of the child, which is drawn above the earlier ones.
     virtual void add(wtWidget* child);
 
-    /// 0 hides it and all that is in it: it is neither drawn nor given events, and lets go of the pointer.
+    /// 0 hides it and its children: it is not drawn, gets no events, and loses the pointer.
     virtual void setShowing(int showing);
-    /// Its own flag, 0 or 1; a hidden parent hides it all the same.
+    /// Its own flag, 0 or 1. A hidden parent hides it too.
     virtual int isShowing() const { return shown; }
-    /// 0 makes it pale and deaf.
+    /// 0 makes it pale, and it ignores the pointer.
     virtual void setEnabled(int enabled);
     int isEnabled() const { return active; }
-    /// Opacity, 0 to 1, of its background; what stands on it stays opaque.
+    /// Opacity of its background, 0 to 1. Its children stay opaque.
     virtual void setAlpha(float alpha);
     float getAlpha() const { return alpha; }
     virtual void resize(float width, float height);
 
     /// Draws the widget alone, without its children.
     virtual void draw() {}
-    /// Draws it and all that is in it, in its parent's coordinates.
+    /// Draws it and its children, in its parent's coordinates.
     void drawTree();
     /// One frame of its own animation.
     virtual void animate() {}
-    /// One frame for it and all that is in it.
+    /// One frame for it and its children.
     void animateTree();
 
-    /// What it asks of a layout: the size that it was given, or little where it expands, unless a subclass
-    /// knows better.
+    /// What it asks of a layout. By default the size that it was given, or little along an axis where it
+    /// expands.
     virtual SizeHint sizeHint() const;
-    /// Puts it there, in its parent's coordinates, and what is in it in its place.
+    /// Moves it to `rect`, in its parent's coordinates, and places its children.
     virtual void place(const Rect& rect);
-    /// Tells the window that it is in that its size hint or its showing is no longer what it was.
+    /// Tells its window that its size hint or its showing has changed.
     virtual void invalidateLayout();
-    /// Brings places up to date with the viewport and the size hints, if they are not; for windows.
+    /// For windows: places the widgets again if the viewport or a size hint has changed.
     virtual void ensureLayout() {}
 
     /// The deepest shown widget at a point of its own coordinates, or null.
@@ -87,33 +87,33 @@ public:
     /// The left button went down on it. True: it keeps the pointer until the release. False: its parent is
     /// asked.
     virtual bool press(const tavi::Vec2<float>& point);
-    /// The pointer moved, wherever to, while it keeps it.
+    /// The pointer moved, here or elsewhere, while the widget keeps it.
     virtual void drag(const tavi::Vec2<float>& point);
-    /// The button went up, wherever; it no longer has the pointer.
+    /// The button went up, here or elsewhere; the widget no longer has the pointer.
     virtual void release(const tavi::Vec2<float>& point);
     /// The pointer was taken away without a release.
     virtual void cancel() {}
     /// The pointer is over it and no button is held.
     virtual void hover(const tavi::Vec2<float>& point);
-    /// The pointer is over it no more.
+    /// The pointer has left it.
     virtual void leave() {}
     /// The wheel turned over it by `steps` notches, up positive. False: its parent is asked.
     virtual bool wheel(int steps);
 
     /// The colours that suit what is behind it.
-    virtual const Palette& palette() const;
+    const virtual Palette& palette() const;
     /// The em of its text in pixels.
     virtual float emPixels() const;
-    /// Whether a press leaves it behind the other windows.
+    /// Whether it stays behind the other windows when pressed.
     virtual bool staysBehind() const { return false; }
 
 protected:
     /// Where it is, in its parent's coordinates, and its extent: it covers position to position + size.
     tavi::Vec2<float> position;
     tavi::Vec2<float> size;
-    /// The size that it was given, whatever room it then got.
+    /// The size that was asked for; a layout may have given another.
     tavi::Vec2<float> wantedSize;
-    float alpha = 1.0F;
+    float alpha = 1.0f;
 
     /// `ems` of its text in screen units, whole pixels.
     float emsX(float ems) const;

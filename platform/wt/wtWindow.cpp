@@ -12,8 +12,8 @@
 namespace wt {
 namespace {
 
-constexpr float screenLow = -1.0F;
-constexpr float screenSize = 2.0F;
+constexpr float screenLow = -1.0f;
+constexpr float screenSize = 2.0f;
 
 /// The nearest place for `length` from `start` that is on the screen.
 float onScreen(float start, float length) {
@@ -22,8 +22,8 @@ float onScreen(float start, float length) {
 
 /// Whether dark text suits a ground of this colour, seen over black.
 bool isLight(const Color& color) {
-    constexpr float middle = 0.5F;
-    return (0.30F * color.r + 0.59F * color.g + 0.11F * color.b) * color.a > middle;
+    constexpr float middle = 0.5f;
+    return (0.30f * color.r + 0.59f * color.g + 0.11f * color.b) * color.a > middle;
 }
 
 }  // namespace
@@ -76,13 +76,6 @@ void wtWindow::moveTo(const tavi::Vec2<float>& corner) {
     requested.x += x - before.x;
     requested.y += y - before.y;
     recomputeMinSize();
-}
-
-void wtWindow::setShowing(int showing) {
-    wtWidget::setShowing(showing);
-    if (isShowing() == 0) {
-        background.putAway();
-    }
 }
 
 void wtWindow::resize(float width, float height) {
@@ -144,7 +137,7 @@ void wtWindow::place(const Rect& rect) {
 }
 
 void wtWindow::draw() {
-    shadow.draw({position.x + shadowOffset.x, position.y + shadowOffset.y, size.x, size.y}, 1.0F);
+    shadow.draw({position.x + shadowOffset.x, position.y + shadowOffset.y, size.x, size.y}, 1.0f);
     if (background.rows() > 0) {
         background.draw(rect(), alpha);
         return;

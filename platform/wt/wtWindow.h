@@ -10,10 +10,10 @@
 
 namespace wt {
 
-/// A top-level panel: a background, a drop shadow, at will a title bar, and widgets placed by a layout.
-/// Handed to the window manager once it is built; takes the window defaults of the moment.
+/// A top-level panel: a background, a drop shadow, an optional title bar, and widgets placed by a layout. It
+/// copies the window defaults when it is created. Hand it to the window manager once it is built.
 ///
-///     auto* window = new wt::wtWindow("Frequency", {-0.4F, -0.5F}, {0.8F, 0.9F},
+///     auto* window = new wt::wtWindow("Frequency", {-0.4f, -0.5f}, {0.8f, 0.9f},
 ///                                     wt::wtWindow::titleBar | wt::wtWindow::closeBox);
 ///     window->setLayoutManager(layout);
 ///     wt::wtWindowManager::appendWidget(window);
@@ -22,26 +22,25 @@ public:
     /// Bits of a window's flags; 0 is a fixed panel without a title bar. A close box needs a title bar.
     enum WindowFlag : int { titleBar = 0x001, closeBox = 0x100 };
 
-    /// `pos` and `size` of the whole with its title bar, screen units. Where its widgets need more room it
-    /// grows about its middle; it never leaves the screen.
+    /// `pos` and `size` include the title bar, in screen units. If its widgets need more room, it grows about
+    /// its middle. It never leaves the screen.
     wtWindow(const std::string& title, const tavi::Vec2<float>& pos, const tavi::Vec2<float>& size,
              int flags);
     ~wtWindow() override;
 
     const std::string& getTitle() const { return name(); }
-    /// Takes the layout, in the place of an earlier one; null leaves the widgets where they are.
+    /// Takes ownership of the layout and drops an earlier one. Null leaves the widgets where they are.
     void setLayoutManager(LayoutManager* layout);
     /// Replaces the theme's panel. Widgets take the colours that suit the middle cell.
     void setBackground(const GridGraphic& background);
-    /// Asks the widgets anew how much room they need.
+    /// Asks the widgets again how much room they need.
     void recomputeMinSize();
-    /// Covers the whole screen from now on, whatever its size, without a title bar.
+    /// Covers the whole screen from now on, without a title bar.
     void maximize();
     bool isMaximized() const { return maximized; }
-    /// Puts the lower left corner there, as far as the whole window stays on the screen.
+    /// Moves the lower left corner to `corner`, or as near as the screen allows.
     void moveTo(const tavi::Vec2<float>& corner);
 
-    void setShowing(int showing) override;
     void resize(float width, float height) override;
     void draw() override;
     /// What its widgets, padding and title bar need.
@@ -62,13 +61,13 @@ private:
     GridGraphic shadow;
     tavi::Vec2<float> shadowOffset;
     std::unique_ptr<LayoutManager> layout;
-    /// The child along the upper edge, null without one.
+    /// The title bar, or null.
     wtWidget* bar = nullptr;
-    /// What was asked for, whatever room the widgets need and the screen has.
+    /// The rectangle that was asked for; widgets and screen may need another.
     Rect requested;
     bool maximized = false;
     bool onLight = false;
-    /// Whether places follow from what there is now, on a screen as `placedOn`.
+    /// Whether the layout is up to date, for a screen equal to `placedOn`.
     bool upToDate = false;
     Screen placedOn;
 };

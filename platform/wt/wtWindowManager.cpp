@@ -18,13 +18,13 @@ constexpr int wheelUp = 3;
 constexpr int wheelDown = 4;
 constexpr int down = 0;
 
-/// Where the pointer is and who has it. Outlives everything, so that the last widget can still be forgotten.
+/// Where the pointer is and which widget has it. Never destroyed, because the last widgets still use it.
 struct Pointer {
     bool known;  // whether it was ever seen
     bool held;   // the left button is down
     int column;  // pixels
     int row;
-    wtWidget* captor;  // has the pointer while the button is held; null: nobody
+    wtWidget* captor;  // has the pointer while the button is held, or null
     wtWidget* hovered;
 };
 Pointer pointer;
@@ -126,7 +126,7 @@ void movePointer(int column, int row) {
     ensureLayout();
 }
 
-/// What every event ends with. A callback may do anything, so nothing is touched after the last one.
+/// What every event ends with. A callback may change anything, so only the queue is used after it.
 void finishEvent() {
     ensureLayout();
     updateHover();

@@ -19,7 +19,7 @@ namespace {
 constexpr int largestSize = 65536;
 
 /// As bits, so that 0 differs from -0.
-std::vector<std::uint32_t> bits(std::vector<float> const& values) {
+std::vector<std::uint32_t> bits(const std::vector<float>& values) {
     std::vector<std::uint32_t> result(values.size());
     std::memcpy(result.data(), values.data(), values.size() * sizeof(float));
     return result;
@@ -40,8 +40,8 @@ std::vector<float> withNegativeZeros(std::vector<float> signal) {
 }
 
 std::map<std::string, std::vector<float>> testSignals(std::size_t count) {
-    std::vector<float> const noise = signals::noise(17, 1.0f, count);
-    std::vector<float> const chord = signals::tones({{261.63, 0.3}, {329.63, 0.3}, {392.0, 0.3}}, count);
+    const std::vector<float> noise = signals::noise(17, 1.0f, count);
+    const std::vector<float> chord = signals::tones({{261.63, 0.3}, {329.63, 0.3}, {392.0, 0.3}}, count);
     if (count > 4096) {
         // The long ones differ from the others in their number of stages only.
         return {{"noise", noise}, {"chord", chord}, {"holes of either zero", withNegativeZeros(noise)}};
@@ -70,12 +70,12 @@ struct Bins {
 
 /// Bins 0 to n / 2 of a real signal, from the definition.
 struct ExactBins {
-    explicit ExactBins(std::vector<float> const& in) : real(in.size() / 2 + 1), imag(in.size() / 2 + 1) {
-        std::size_t const n = in.size();
+    explicit ExactBins(const std::vector<float>& in) : real(in.size() / 2 + 1), imag(in.size() / 2 + 1) {
+        const std::size_t n = in.size();
         std::vector<double> cosine(n);
         std::vector<double> sine(n);
         for (std::size_t i = 0; i < n; ++i) {
-            double const angle = 2.0 * std::acos(-1.0) * static_cast<double>(i) / static_cast<double>(n);
+            const double angle = 2.0 * std::acos(-1.0) * static_cast<double>(i) / static_cast<double>(n);
             cosine[i] = std::cos(angle);
             sine[i] = std::sin(angle);
         }
@@ -91,12 +91,12 @@ struct ExactBins {
 };
 
 /// Energy of what is wrong in the first bins over the energy of the exact ones, in dB.
-double errorDb(Bins const& bins, ExactBins const& exact) {
+double errorDb(const Bins& bins, const ExactBins& exact) {
     double error = 0.0;
     double energy = 0.0;
     for (std::size_t k = 0; k < exact.real.size(); ++k) {
-        double const real = bins.real[k] - exact.real[k];
-        double const imag = bins.imag[k] - exact.imag[k];
+        const double real = bins.real[k] - exact.real[k];
+        const double imag = bins.imag[k] - exact.imag[k];
         error += real * real + imag * imag;
         energy += exact.real[k] * exact.real[k] + exact.imag[k] * exact.imag[k];
     }
@@ -107,11 +107,11 @@ double errorDb(Bins const& bins, ExactBins const& exact) {
 
 TEST(FFTOracle, ComplexTransformHasTheBitsOfThePlainOne) {
     for (int size = 2; size <= largestSize; size *= 2) {
-        auto const count = static_cast<std::size_t>(size);
-        std::vector<float> const other = signals::noise(19, 1.0f, count);
-        for (auto const& [name, signal] : testSignals(count)) {
-            for (float const* const imagIn : {other.data(), static_cast<float const*>(nullptr)}) {
-                for (bool const inverse : {false, true}) {
+        const auto count = static_cast<std::size_t>(size);
+        const std::vector<float> other = signals::noise(19, 1.0f, count);
+        for (const auto& [name, signal] : testSignals(count)) {
+            for (const float* const imagIn : {other.data(), static_cast<const float*>(nullptr)}) {
+                for (const bool inverse : {false, true}) {
                     Bins fast(count);
                     Bins exact(count);
                     FFT(size, inverse, signal.data(), imagIn, fast.real.data(), fast.imag.data());
@@ -124,36 +124,26 @@ TEST(FFTOracle, ComplexTransformHasTheBitsOfThePlainOne) {
     }
 }
 
-TEST(FFTOracle, RealTransformHasTheBitsOfThePlainOne) {
+TEST(FFTOracle, RealTransformAndPowerSpectrumHaveTheBitsOfThePlainOnes) {
     for (int size = 4; size <= 2 * largestSize; size *= 2) {
-        auto const count = static_cast<std::size_t>(size);
-        for (auto const& [name, signal] : testSignals(count)) {
+        const auto count = static_cast<std::size_t>(size);
+        for (const auto& [name, signal] : testSignals(count)) {
             Bins fast(count / 2);
             Bins exact(count / 2);
             RealFFT(size, signal.data(), fast.real.data(), fast.imag.data());
             plain::RealFFT(size, signal.data(), exact.real.data(), exact.imag.data());
             ASSERT_EQ(bits(fast.real), bits(exact.real)) << name << ", " << size << " samples";
             ASSERT_EQ(bits(fast.imag), bits(exact.imag)) << name << ", " << size << " samples";
-        }
-    }
-}
-
-TEST(FFTOracle, PowerSpectrumHasTheBitsOfThePlainOne) {
-    for (int size = 4; size <= 2 * largestSize; size *= 2) {
-        auto const count = static_cast<std::size_t>(size);
-        for (auto const& [name, signal] : testSignals(count)) {
-            std::vector<float> fast(count / 2, -99.0f);
-            std::vector<float> exact(count / 2);
-            PowerSpectrum(size, signal.data(), fast.data());
-            plain::PowerSpectrum(size, signal.data(), exact.data());
-            ASSERT_EQ(bits(fast), bits(exact)) << name << ", " << size << " samples";
+            PowerSpectrum(size, signal.data(), fast.real.data());
+            plain::PowerSpectrum(size, signal.data(), exact.real.data());
+            ASSERT_EQ(bits(fast.real), bits(exact.real)) << name << ", " << size << " samples";
         }
     }
 }
 
 TEST(FFTOracle, SizesBeyondTheTablesHaveTheBitsOfThePlainOnes) {
     constexpr int size = 4 * largestSize;
-    std::vector<float> const signal = signals::noise(20, 1.0f, size);
+    const std::vector<float> signal = signals::noise(20, 1.0f, size);
     Bins fast(size);
     Bins exact(size);
     FFT(size, false, signal.data(), signal.data(), fast.real.data(), fast.imag.data());
@@ -163,11 +153,11 @@ TEST(FFTOracle, SizesBeyondTheTablesHaveTheBitsOfThePlainOnes) {
 }
 
 TEST(FFTOracle, BitsDoNotDependOnWhatWasTransformedBefore) {
-    std::vector<float> const signal = signals::noise(21, 1.0f, 4096);
+    const std::vector<float> signal = signals::noise(21, 1.0f, 4096);
     std::vector<float> first(2048);
     PowerSpectrum(4096, signal.data(), first.data());
-    for (int const size : {8, 65536, 512, 2048}) {
-        std::vector<float> const other = signals::noise(22, 1.0f, static_cast<std::size_t>(size));
+    for (const int size : {8, 65536, 512, 2048}) {
+        const std::vector<float> other = signals::noise(22, 1.0f, static_cast<std::size_t>(size));
         Bins unused(other.size());
         FFT(size, size % 3 == 0, other.data(), nullptr, unused.real.data(), unused.imag.data());
         RealFFT(size, other.data(), unused.real.data(), unused.imag.data());
@@ -178,10 +168,10 @@ TEST(FFTOracle, BitsDoNotDependOnWhatWasTransformedBefore) {
 }
 
 TEST(FFTOracle, WindowsHaveTheBitsOfThePlainOnes) {
-    for (int const size : {2, 3, 7, 64, 1000, 4095, 4096, 65536}) {
-        auto const count = static_cast<std::size_t>(size);
-        for (auto const& [name, signal] : testSignals(count)) {
-            for (int const which : {1, 2, 3}) {
+    for (const int size : {2, 3, 7, 64, 1000, 4095, 4096, 65536}) {
+        const auto count = static_cast<std::size_t>(size);
+        for (const auto& [name, signal] : testSignals(count)) {
+            for (const int which : {1, 2, 3}) {
                 std::vector<float> fast = signal;
                 std::vector<float> exact = signal;
                 WindowFunc(which, size, fast.data());
@@ -195,8 +185,8 @@ TEST(FFTOracle, WindowsHaveTheBitsOfThePlainOnes) {
 
 TEST(FFTOracle, ComplexTransformIsWithinItsErrorFloorOfTheDefinition) {
     for (int size = 2; size <= 4096; size *= 2) {
-        auto const count = static_cast<std::size_t>(size);
-        std::vector<float> const signal = signals::noise(23, 1.0f, count);
+        const auto count = static_cast<std::size_t>(size);
+        const std::vector<float> signal = signals::noise(23, 1.0f, count);
         Bins bins(count);
         FFT(size, false, signal.data(), nullptr, bins.real.data(), bins.imag.data());
         EXPECT_LT(errorDb(bins, ExactBins(signal)), -141.0) << size << " samples";
@@ -205,8 +195,8 @@ TEST(FFTOracle, ComplexTransformIsWithinItsErrorFloorOfTheDefinition) {
 
 TEST(FFTOracle, RealTransformIsWithinItsErrorFloorOfTheDefinition) {
     for (int size = 4; size <= 4096; size *= 2) {
-        auto const count = static_cast<std::size_t>(size);
-        std::vector<float> const signal = signals::noise(24, 1.0f, count);
+        const auto count = static_cast<std::size_t>(size);
+        const std::vector<float> signal = signals::noise(24, 1.0f, count);
         Bins bins(count / 2);
         RealFFT(size, signal.data(), bins.real.data(), bins.imag.data());
         bins.real.push_back(bins.imag[0]);

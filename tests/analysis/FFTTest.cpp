@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <cmath>
+#include <string>
 #include <vector>
 
 #include "tests/support/SignalGenerators.h"
@@ -26,7 +26,7 @@ std::vector<float> ones(std::size_t count) {
     return std::vector<float>(count, 1.0f);
 }
 
-std::vector<float> powers(std::vector<float> const& in) {
+std::vector<float> powers(const std::vector<float>& in) {
     std::vector<float> out(in.size() / 2, -99.0f);
     PowerSpectrum(static_cast<int>(in.size()), in.data(), out.data());
     return out;
@@ -49,7 +49,7 @@ TEST(PowersOfTwo, AreTwoAndItsDoubles) {
     EXPECT_FALSE(IsPowerOfTwo(1));
     EXPECT_TRUE(IsPowerOfTwo(2));
     EXPECT_FALSE(IsPowerOfTwo(0));
-    for (int const negative : {-1, -2, -4, INT_MIN}) {
+    for (const int negative : {-1, -2, -4, INT_MIN}) {
         EXPECT_FALSE(IsPowerOfTwo(negative)) << negative;
     }
     for (int power = 2; power < 1 << 30; power *= 2) {
@@ -77,40 +77,19 @@ TEST(BitReversal, ReversesTheLowestBits) {
     EXPECT_EQ(ReverseBits(1, 20), 1 << 19);
 }
 
-TEST(BitReversal, TableAgreesWithTheLoopForEveryEntry) {
+TEST(BitReversal, TableAgreesWithTheLoopForEveryEntryAndBeyondItsEnd) {
     InitFFT();
-    for (int bits = 1; bits <= 16; ++bits) {
-        for (int i = 0; i < 1 << bits; ++i) {
+    for (int bits = 1; bits <= 18; ++bits) {
+        for (int i = 0; i < 1 << bits; i += bits <= 16 ? 1 : 777) {
             ASSERT_EQ(FastReverseBits(i, bits), ReverseBits(i, bits)) << bits << " bits";
         }
     }
 }
 
-TEST(BitReversal, MoreBitsThanTheTableHasAreReversedOneByOne) {
-    InitFFT();
-    EXPECT_EQ(FastReverseBits(1, 17), 1 << 16);
-    EXPECT_EQ(FastReverseBits(3, 20), 3 << 18);
-}
-
-TEST(BitReversal, TablesAreBuiltOnce) {
-    InitFFT();
-    InitFFT();
-    EXPECT_EQ(FastReverseBits(1, 3), 4);
-}
-
-TEST(FFT, ImpulseHasAFlatSpectrum) {
-    std::vector<float> const in{1, 0, 0, 0, 0, 0, 0, 0};
-    std::vector<float> real(8);
-    std::vector<float> imag(8);
-    FFT(8, false, in.data(), nullptr, real.data(), imag.data());
-    EXPECT_THAT(real, Each(1));
-    EXPECT_THAT(imag, Each(0));
-}
-
 TEST(FFT, ForwardTurnsCounterclockwiseAndLeavesTheScaleAlone) {
     // exp(-2 pi i j / 4) for j = 0 to 3: all of it in bin 1.
-    std::vector<float> const realIn{1, 0, -1, 0};
-    std::vector<float> const imagIn{0, -1, 0, 1};
+    const std::vector<float> realIn{1, 0, -1, 0};
+    const std::vector<float> imagIn{0, -1, 0, 1};
     std::vector<float> real(4);
     std::vector<float> imag(4);
     FFT(4, false, realIn.data(), imagIn.data(), real.data(), imag.data());
@@ -118,24 +97,11 @@ TEST(FFT, ForwardTurnsCounterclockwiseAndLeavesTheScaleAlone) {
     EXPECT_THAT(imag, Each(FloatNear(0, 1e-15f)));
 }
 
-TEST(FFT, MissingImaginaryPartIsZero) {
-    std::vector<float> const in = signals::noise(1, 1.0f, 64);
-    std::vector<float> const zeros(64, 0.0f);
-    std::vector<float> real(64);
-    std::vector<float> imag(64);
-    FFT(64, false, in.data(), nullptr, real.data(), imag.data());
-    std::vector<float> sameReal(64);
-    std::vector<float> sameImag(64);
-    FFT(64, false, in.data(), zeros.data(), sameReal.data(), sameImag.data());
-    EXPECT_EQ(real, sameReal);
-    EXPECT_EQ(imag, sameImag);
-}
-
 TEST(FFT, InverseUndoesForward) {
     for (int size = 2; size <= 65536; size *= 2) {
-        auto const count = static_cast<std::size_t>(size);
-        std::vector<float> const realIn = signals::noise(2, 1.0f, count);
-        std::vector<float> const imagIn = signals::noise(3, 1.0f, count);
+        const auto count = static_cast<std::size_t>(size);
+        const std::vector<float> realIn = signals::noise(2, 1.0f, count);
+        const std::vector<float> imagIn = signals::noise(3, 1.0f, count);
         std::vector<float> real(count);
         std::vector<float> imag(count);
         FFT(size, false, realIn.data(), imagIn.data(), real.data(), imag.data());
@@ -151,7 +117,7 @@ TEST(FFT, InverseUndoesForward) {
 
 TEST(RealFFT, PacksTheLastBinBehindTheFirst) {
     // 3 of the first bin, 2 of the last one.
-    std::vector<float> const in{5, 1, 5, 1, 5, 1, 5, 1};
+    const std::vector<float> in{5, 1, 5, 1, 5, 1, 5, 1};
     std::vector<float> real(4);
     std::vector<float> imag(4);
     RealFFT(8, in.data(), real.data(), imag.data());
@@ -159,22 +125,14 @@ TEST(RealFFT, PacksTheLastBinBehindTheFirst) {
     EXPECT_THAT(imag, ElementsAre(16, 0, 0, 0));
 }
 
-TEST(PowerSpectrum, OfSilenceIsZero) {
-    EXPECT_THAT(powers(std::vector<float>(8, 0.0f)), ElementsAre(0, 0, 0, 0));
-}
-
 TEST(PowerSpectrum, OfAConstantIsAllInTheFirstBin) {
     for (std::size_t count = 4; count <= 4096; count *= 2) {
-        std::vector<float> const out = powers(ones(count));
-        auto const all = static_cast<float>(count * count);
+        const std::vector<float> out = powers(ones(count));
+        const auto all = static_cast<float>(count * count);
         EXPECT_EQ(out[0], all);
         // 280 dB below it: the recurrence's cosine of a quarter turn is not quite zero.
         EXPECT_THAT(std::vector<float>(out.begin() + 1, out.end()), Each(Le(1e-28f * all)));
     }
-}
-
-TEST(PowerSpectrum, FirstBinIsTheSumOfTheFirstAndTheLast) {
-    EXPECT_THAT(powers({5, 1, 5, 1, 5, 1, 5, 1}), ElementsAre(24 * 24 + 16 * 16, 0, 0, 0));
 }
 
 TEST(PowerSpectrum, FourSamplesAreTheFewest) {
@@ -185,78 +143,44 @@ using TransformDeathTest = testing::Test;
 
 TEST(TransformDeathTest, SizeThatIsNoPowerOfTwoIsFatal) {
     Misuse misuse;
-    EXPECT_EXIT(misuse.complex(3), ExitedWithCode(1), "^3 is not a power of two\n$");
-    EXPECT_EXIT(misuse.complex(1), ExitedWithCode(1), "^1 is not a power of two\n$");
-    EXPECT_EXIT(misuse.complex(0), ExitedWithCode(1), "^0 is not a power of two\n$");
-    EXPECT_EXIT(misuse.complex(-8), ExitedWithCode(1), "^-8 is not a power of two\n$");
-}
-
-TEST(TransformDeathTest, RealTransformSpeaksOfItsHalfSize) {
-    Misuse misuse;
-    EXPECT_EXIT(misuse.ofReal(24), ExitedWithCode(1), "^12 is not a power of two\n$");
-    EXPECT_EXIT(misuse.ofReal(2), ExitedWithCode(1), "^1 is not a power of two\n$");
-    EXPECT_EXIT(misuse.ofReal(0), ExitedWithCode(1), "^0 is not a power of two\n$");
-    EXPECT_EXIT(misuse.ofReal(-8), ExitedWithCode(1), "^-4 is not a power of two\n$");
-    EXPECT_EXIT(misuse.power(24), ExitedWithCode(1), "^12 is not a power of two\n$");
-    EXPECT_EXIT(misuse.power(2), ExitedWithCode(1), "^1 is not a power of two\n$");
-    EXPECT_EXIT(misuse.power(-8), ExitedWithCode(1), "^-4 is not a power of two\n$");
-}
-
-TEST(TransformDeathTest, NumberBelowTwoHasNoBitsToCount) {
+    for (const int size : {3, 1, 0, -8}) {
+        const std::string said = "^" + std::to_string(size) + " is not a power of two\n$";
+        EXPECT_EXIT(misuse.complex(size), ExitedWithCode(1), said);
+    }
+    for (const int size : {24, 2, 0, -8}) {
+        const std::string said = "^" + std::to_string(size / 2) + " is not a power of two\n$";
+        EXPECT_EXIT(misuse.ofReal(size), ExitedWithCode(1), said);
+        EXPECT_EXIT(misuse.power(size), ExitedWithCode(1), said);
+    }
     EXPECT_EXIT(NumberOfBitsNeeded(1), ExitedWithCode(1), "^Error: FFT called with size 1\n$");
     EXPECT_EXIT(NumberOfBitsNeeded(-3), ExitedWithCode(1), "^Error: FFT called with size -3\n$");
 }
 
-TEST(Windows, AreFour) {
-    EXPECT_EQ(NumWindowFuncs(), 4);
-}
-
 TEST(Windows, RectangularAndUnknownOnesChangeNothing) {
-    std::vector<float> const data = signals::noise(4, 1.0f, 33);
-    for (int const which : {0, -1, 4, 100}) {
+    EXPECT_EQ(NumWindowFuncs(), 4);
+    const std::vector<float> data = signals::noise(4, 1.0f, 33);
+    for (const int which : {0, -1, 4, 100}) {
         EXPECT_EQ(windowed(which, data), data) << which;
     }
 }
 
-TEST(Windows, TriangularRisesToTheMiddleAndFalls) {
+TEST(Windows, TriangularRisesToTheMiddleAndFallsAndLeavesTheLastOfAnOddNumberAlone) {
     EXPECT_THAT(windowed(1, ones(8)), ElementsAre(0, 0.25f, 0.5f, 0.75f, 1, 0.75f, 0.5f, 0.25f));
-}
-
-TEST(Windows, TriangularLeavesTheLastOfAnOddNumberAlone) {
     EXPECT_THAT(windowed(1, ones(5)), ElementsAre(0, 0.5f, 1, 0.5f, 1));
 }
 
 TEST(Windows, HammingIsEightHundredthsAtBothEndsAndOneInTheMiddle) {
-    for (std::size_t const count : {3u, 5u, 101u, 4097u}) {
-        std::vector<float> const window = windowed(2, ones(count));
+    for (const std::size_t count : {3u, 5u, 101u, 4097u}) {
+        const std::vector<float> window = windowed(2, ones(count));
         EXPECT_FLOAT_EQ(window.front(), 0.08f);
         EXPECT_FLOAT_EQ(window.back(), 0.08f);
         EXPECT_FLOAT_EQ(window[count / 2], 1.0f);
     }
 }
 
-TEST(Windows, HannIsZeroAtBothEndsAndOneInTheMiddle) {
-    std::vector<float> const window = windowed(3, ones(101));
-    EXPECT_EQ(window.front(), 0.0f);
-    EXPECT_NEAR(window.back(), 0.0f, 1e-15f);
-    EXPECT_EQ(window[50], 1.0f);
-    EXPECT_FLOAT_EQ(window[25], 0.5f);
-}
-
-TEST(Windows, MultiplyWhatIsThere) {
-    std::vector<float> const data = signals::noise(5, 1.0f, 512);
-    for (int const which : {1, 2, 3}) {
-        std::vector<float> const window = windowed(which, ones(512));
-        std::vector<float> const product = windowed(which, data);
-        for (std::size_t i = 0; i < data.size(); ++i) {
-            ASSERT_NEAR(product[i], data[i] * window[i], 1e-7f);
-        }
-    }
-}
-
 TEST(Windows, AnswerForTheirOwnLengthWhateverTheLengthBefore) {
-    std::vector<float> const first = windowed(2, ones(64));
-    std::vector<float> const other = windowed(2, ones(128));
+    const std::vector<float> first = windowed(2, ones(64));
+    const std::vector<float> other = windowed(2, ones(128));
     EXPECT_NE(other[1], first[1]);
     EXPECT_EQ(windowed(2, ones(64)), first);
     EXPECT_NE(windowed(3, ones(64)), first);

@@ -21,7 +21,7 @@ inline int reversed(int index, int bits) {
 }
 
 /// realIn[n], imagIn[n] to realOut[n], imagOut[n]; n is a power of two from 2 on.
-inline void FFT(int n, bool inverse, float const* realIn, float const* imagIn, float* realOut,
+inline void FFT(int n, bool inverse, const float* realIn, const float* imagIn, float* realOut,
                 float* imagOut) {
     int bits = 0;
     while (1 << bits < n) {
@@ -31,27 +31,27 @@ inline void FFT(int n, bool inverse, float const* realIn, float const* imagIn, f
         realOut[reversed(i, bits)] = realIn[i];
         imagOut[reversed(i, bits)] = imagIn == nullptr ? 0.0f : imagIn[i];
     }
-    double const angleNumerator = inverse ? -2.0 * pi : 2.0 * pi;
+    const double angleNumerator = inverse ? -2.0 * pi : 2.0 * pi;
     for (int blockSize = 2; blockSize <= n; blockSize *= 2) {
-        int const blockEnd = blockSize / 2;
-        double const deltaAngle = angleNumerator / blockSize;
-        double const w = 2.0 * std::cos(-deltaAngle);
+        const int blockEnd = blockSize / 2;
+        const double deltaAngle = angleNumerator / blockSize;
+        const double w = 2.0 * std::cos(-deltaAngle);
         for (int i = 0; i < n; i += blockSize) {
             double ar2 = std::cos(-2.0 * deltaAngle);
             double ar1 = std::cos(-deltaAngle);
             double ai2 = std::sin(-2.0 * deltaAngle);
             double ai1 = std::sin(-deltaAngle);
             for (int step = 0; step < blockEnd; ++step) {
-                int const j = i + step;
-                int const k = j + blockEnd;
-                double const ar0 = w * ar1 - ar2;
+                const int j = i + step;
+                const int k = j + blockEnd;
+                const double ar0 = w * ar1 - ar2;
                 ar2 = ar1;
                 ar1 = ar0;
-                double const ai0 = w * ai1 - ai2;
+                const double ai0 = w * ai1 - ai2;
                 ai2 = ai1;
                 ai1 = ai0;
-                double const tr = ar0 * realOut[k] - ai0 * imagOut[k];
-                double const ti = ar0 * imagOut[k] + ai0 * realOut[k];
+                const double tr = ar0 * realOut[k] - ai0 * imagOut[k];
+                const double ti = ar0 * imagOut[k] + ai0 * realOut[k];
                 realOut[k] = static_cast<float>(realOut[j] - tr);
                 imagOut[k] = static_cast<float>(imagOut[j] - ti);
                 realOut[j] = static_cast<float>(realOut[j] + tr);
@@ -68,9 +68,9 @@ inline void FFT(int n, bool inverse, float const* realIn, float const* imagIn, f
 }
 
 /// realIn[n] to realOut[n / 2], imagOut[n / 2].
-inline void RealFFT(int n, float const* realIn, float* realOut, float* imagOut) {
-    int const half = n / 2;
-    auto const theta = static_cast<float>(pi / half);
+inline void RealFFT(int n, const float* realIn, float* realOut, float* imagOut) {
+    const int half = n / 2;
+    const auto theta = static_cast<float>(pi / half);
     std::vector<float> even;
     std::vector<float> odd;
     for (int i = 0; i < half; ++i) {
@@ -78,38 +78,38 @@ inline void RealFFT(int n, float const* realIn, float* realOut, float* imagOut) 
         odd.push_back(realIn[2 * i + 1]);
     }
     FFT(half, false, even.data(), odd.data(), realOut, imagOut);
-    auto const wtemp = static_cast<float>(std::sin(0.5 * theta));
-    auto const wpr = static_cast<float>(-2.0 * wtemp * wtemp);
-    auto const wpi = static_cast<float>(std::sin(static_cast<double>(theta)));
+    const auto wtemp = static_cast<float>(std::sin(0.5 * theta));
+    const auto wpr = static_cast<float>(-2.0 * wtemp * wtemp);
+    const auto wpi = static_cast<float>(std::sin(static_cast<double>(theta)));
     auto wr = static_cast<float>(1.0 + wpr);
     float wi = wpi;
     for (int i = 1; i <= half / 2 - 1; ++i) {
-        int const i3 = half - i;
-        auto const h1r = static_cast<float>(0.5 * (realOut[i] + realOut[i3]));
-        auto const h1i = static_cast<float>(0.5 * (imagOut[i] - imagOut[i3]));
-        auto const h2r = static_cast<float>(0.5 * (imagOut[i] + imagOut[i3]));
-        auto const h2i = static_cast<float>(-0.5 * (realOut[i] - realOut[i3]));
+        const int i3 = half - i;
+        const auto h1r = static_cast<float>(0.5 * (realOut[i] + realOut[i3]));
+        const auto h1i = static_cast<float>(0.5 * (imagOut[i] - imagOut[i3]));
+        const auto h2r = static_cast<float>(0.5 * (imagOut[i] + imagOut[i3]));
+        const auto h2i = static_cast<float>(-0.5 * (realOut[i] - realOut[i3]));
         realOut[i] = h1r + wr * h2r - wi * h2i;
         imagOut[i] = h1i + wr * h2i + wi * h2r;
         realOut[i3] = h1r - wr * h2r + wi * h2i;
         imagOut[i3] = -h1i + wr * h2i + wi * h2r;
-        float const oldWr = wr;
+        const float oldWr = wr;
         wr = wr * wpr - wi * wpi + wr;
         wi = wi * wpr + oldWr * wpi + wi;
     }
-    float const h1r = realOut[0];
+    const float h1r = realOut[0];
     realOut[0] = h1r + imagOut[0];
     imagOut[0] = h1r - imagOut[0];
 }
 
 /// in[n] to out[n / 2]. Each bin is the square of what RealFFT gives for it.
-inline void PowerSpectrum(int n, float const* in, float* out) {
-    int const half = n / 2;
+inline void PowerSpectrum(int n, const float* in, float* out) {
+    const int half = n / 2;
     std::vector<float> real(static_cast<std::size_t>(half));
     std::vector<float> imag(real.size());
     RealFFT(n, in, real.data(), imag.data());
     for (int i = 0; i < half; ++i) {
-        auto const bin = static_cast<std::size_t>(i);
+        const auto bin = static_cast<std::size_t>(i);
         out[i] = real[bin] * real[bin] + imag[bin] * imag[bin];
     }
 }
@@ -117,7 +117,7 @@ inline void PowerSpectrum(int n, float const* in, float* out) {
 /// Multiplies data[n] by window 1, 2 or 3.
 inline void WindowFunc(int which, int n, float* data) {
     for (int i = 0; i < n; ++i) {
-        double const cosine = std::cos(2.0 * pi * i / (n - 1));
+        const double cosine = std::cos(2.0 * pi * i / (n - 1));
         double factor = 1.0;
         if (which == 1 && i < n / 2) {
             factor = static_cast<float>(i) / static_cast<float>(n / 2);

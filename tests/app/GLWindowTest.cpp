@@ -3,6 +3,7 @@
 #include <GL/freeglut.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,8 @@ public:
     bool keyboard(unsigned char key, int x, int y) override { return note("keyboard", key, x, y); }
     bool keyboardUp(unsigned char key, int x, int y) override { return note("keyboardUp", key, x, y); }
     int mouse(int button, bool down, int x, int y) override {
-        return note(down ? "press" : "release", button, x, y) ? 1 : 0;
+        const std::string what = down ? "press" : "release";
+        return note(shiftActive() ? "shift " + what : what, button, x, y) ? 1 : 0;
     }
     void motion(int x, int y) override { note("motion", x, y, 0); }
     void draw() override { note("draw", 0, 0, 0); }
@@ -40,6 +42,21 @@ class GLWindowTest : public testing::Test {
 protected:
     void SetUp() override { fakeglut::reset(320, 200); }
 
+    /// Every event that GLUT has, once.
+    static void everything() {
+        const fakeglut::State& glut = fakeglut::state();
+        glut.keyboard('f', 1, 2);
+        glut.keyboardUp('r', 3, 4);
+        glut.display();
+        glut.close();
+        glut.idle();
+        glut.entry(GLUT_ENTERED);
+        glut.reshape(10, 10);
+        glut.motion(5, 6);
+        glut.passive(7, 8);
+        glut.mouse(GLUT_RIGHT_BUTTON, GLUT_DOWN, 10, 20);
+    }
+
     std::vector<std::string> events;
 };
 
@@ -56,36 +73,16 @@ TEST_F(GLWindowTest, OpensOneUntitledWindowWithAlphaDepthAndStencil) {
                                                          "entry", "reshape", "motion", "passive", "mouse"}));
 }
 
-TEST_F(GLWindowTest, EveryCallbackReachesItsHandler) {
-    const LoggingWindow window(events);
-    const fakeglut::State& glut = fakeglut::state();
-    glut.keyboard('f', 1, 2);
-    glut.keyboardUp('r', 3, 4);
-    glut.display();
-    glut.close();
-    glut.idle();
-    glut.entry(GLUT_ENTERED);
-    glut.motion(5, 6);
-    glut.passive(7, 8);
+TEST_F(GLWindowTest, EveryCallbackReachesItsHandlerUntilTheWindowIsDestroyed) {
+    auto window = std::make_unique<LoggingWindow>(events);
+    everything();
     EXPECT_EQ(events, (std::vector<std::string>{"keyboard 102 1 2", "keyboardUp 114 3 4", "draw 0 0 0",
                                                 "closing 0 0 0", "idle 0 0 0", "entry 1 0 0", "motion 5 6 0",
-                                                "motion 7 8 0"}));
-}
-
-TEST_F(GLWindowTest, EventAfterDestructionIsDropped) {
-    { const LoggingWindow window(events); }
-    const fakeglut::State& glut = fakeglut::state();
-    EXPECT_EQ(glut.windowData, nullptr);
-    glut.keyboard('f', 1, 2);
-    glut.keyboardUp('f', 1, 2);
-    glut.display();
-    glut.close();
-    glut.idle();
-    glut.entry(GLUT_LEFT);
-    glut.reshape(10, 10);
-    glut.motion(5, 6);
-    glut.passive(5, 6);
-    glut.mouse(GLUT_LEFT_BUTTON, GLUT_DOWN, 1, 1);
+                                                "motion 7 8 0", "press 2 10 20"}));
+    window.reset();
+    events.clear();
+    EXPECT_EQ(fakeglut::state().windowData, nullptr);
+    everything();
     EXPECT_TRUE(events.empty());
 }
 
@@ -97,31 +94,31 @@ TEST_F(GLWindowTest, DestructionAfterTheMainLoopReturnedCallsNothingOfGlut) {
     EXPECT_EQ(fakeglut::state().timers, 0);
 }
 
-TEST_F(GLWindowTest, ButtonPressAndReleaseReachMouseWithTheirState) {
-    const LoggingWindow window(events);
+TEST_F(GLWindowTest, TheBasesOwnHandlersConsumeNoKeyAndDragTheCamera) {
+    GLWindow window(320, 200);
+    EXPECT_FALSE(window.keyboard('f', 0, 0));
+    EXPECT_FALSE(window.keyboardUp('f', 0, 0));
     fakeglut::state().mouse(GLUT_RIGHT_BUTTON, GLUT_DOWN, 10, 20);
-    fakeglut::state().mouse(GLUT_RIGHT_BUTTON, GLUT_UP, 11, 21);
-    EXPECT_EQ(events, (std::vector<std::string>{"press 2 10 20", "release 2 11 21"}));
+    EXPECT_EQ(fakeglut::state().redisplays, 0);
+    fakeglut::state().motion(10, 40);
+    EXPECT_EQ(fakeglut::state().redisplays, 1);
+    fakeglut::state().passive(10, 60);
+    EXPECT_EQ(fakeglut::state().redisplays, 2);
 }
 
-TEST_F(GLWindowTest, ShiftIsThatOfTheLastMouseButtonEvent) {
+TEST_F(GLWindowTest, MouseGetsTheModifiersOfThatMomentWhichStayUntilTheNextButtonEvent) {
     LoggingWindow window(events);
     EXPECT_FALSE(window.shiftActive());
     fakeglut::state().modifiers = GLUT_ACTIVE_SHIFT | GLUT_ACTIVE_CTRL;
     fakeglut::state().keyboard('f', 0, 0);
     EXPECT_FALSE(window.shiftActive()) << "a key event must not refresh the modifiers";
-    fakeglut::state().mouse(GLUT_LEFT_BUTTON, GLUT_DOWN, 0, 0);
-    EXPECT_TRUE(window.shiftActive());
+    events.clear();
+    fakeglut::state().mouse(GLUT_RIGHT_BUTTON, GLUT_DOWN, 10, 20);
     fakeglut::state().modifiers = GLUT_ACTIVE_CTRL;
     EXPECT_TRUE(window.shiftActive()) << "Shift let go since the last button event";
-    fakeglut::state().mouse(GLUT_LEFT_BUTTON, GLUT_UP, 0, 0);
+    fakeglut::state().mouse(GLUT_RIGHT_BUTTON, GLUT_UP, 11, 21);
     EXPECT_FALSE(window.shiftActive());
-}
-
-TEST_F(GLWindowTest, RefreshAsksForARedisplay) {
-    LoggingWindow window(events);
-    window.refresh();
-    EXPECT_EQ(fakeglut::state().redisplays, 1);
+    EXPECT_EQ(events, (std::vector<std::string>{"shift press 2 10 20", "release 2 11 21"}));
 }
 
 TEST_F(GLWindowTest, LoopRunsAndLeavesGlutsMainLoop) {
@@ -132,13 +129,6 @@ TEST_F(GLWindowTest, LoopRunsAndLeavesGlutsMainLoop) {
     EXPECT_TRUE(ran);
     window.loop(false);
     EXPECT_EQ(fakeglut::state().loopsLeft, 1);
-}
-
-TEST_F(GLWindowTest, AspectFollowsTheLiveSize) {
-    LoggingWindow window(events);
-    EXPECT_DOUBLE_EQ(window.aspect(), 1.6);
-    fakeglut::state().width = 400;
-    EXPECT_DOUBLE_EQ(window.aspect(), 2.0);
 }
 
 /// Keeps the projection in force while its scene is drawn.
@@ -159,6 +149,7 @@ TEST_F(GLWindowTest, ReshapeChangesOnlyTheViewportAndTheProjectionFollowsInTheNe
     OffscreenGL gl(64, 64);
     fakeglut::reset(64, 64);
     ProbingWindow window;
+    EXPECT_DOUBLE_EQ(window.aspect(), 1.0);
     fakeglut::state().display();
     const double squareX = window.projection[0];
 
@@ -174,6 +165,7 @@ TEST_F(GLWindowTest, ReshapeChangesOnlyTheViewportAndTheProjectionFollowsInTheNe
     EXPECT_EQ(std::vector<GLint>(viewport, viewport + 4), (std::vector<GLint>{0, 0, 64, 32}));
     EXPECT_EQ(std::vector<double>(before, before + 16), std::vector<double>(after, after + 16));
 
+    EXPECT_DOUBLE_EQ(window.aspect(), 2.0);
     fakeglut::state().display();
     EXPECT_NEAR(window.projection[0], squareX / 2.0, 1e-6);
     EXPECT_TRUE(gl.noErrors());

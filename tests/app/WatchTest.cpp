@@ -15,29 +15,24 @@ protected:
     void TearDown() override { fakeclock::setBroken(false); }
 };
 
-TEST_F(WatchTest, ReadingIsCutToWholeMilliseconds) {
+TEST_F(WatchTest, ReadingAndDifferenceAreCutToWholeMilliseconds) {
     fakeclock::set(5 * aSecond + 123999);
     EXPECT_DOUBLE_EQ(tavi::Watch().asDouble(), 5.123);
-}
-
-TEST_F(WatchTest, DifferenceBorrowsASecondForNegativeMicroseconds) {
-    fakeclock::set(7 * aSecond + 900000);
-    const tavi::Watch before;
-    fakeclock::set(9 * aSecond + 100000);
-    EXPECT_DOUBLE_EQ((tavi::Watch() - before).asDouble(), 1.2);
-}
-
-TEST_F(WatchTest, DifferenceIsCutAfterSubtracting) {
-    fakeclock::set(7 * aSecond + 999);
-    const tavi::Watch before;
-    fakeclock::set(7 * aSecond + 1998);
-    EXPECT_DOUBLE_EQ((tavi::Watch() - before).asDouble(), 0.0);
-}
-
-TEST_F(WatchTest, ClockSetBackGivesANegativeTime) {
-    const tavi::Watch before;
-    fakeclock::advance(-3600.0);
-    EXPECT_DOUBLE_EQ((tavi::Watch() - before).asDouble(), -3600.0);
+    const struct {
+        std::int64_t before;
+        std::int64_t after;
+        double seconds;
+    } examples[] = {
+        {7 * aSecond + 900000, 9 * aSecond + 100000, 1.2},  // borrows a second for negative microseconds
+        {7 * aSecond + 999, 7 * aSecond + 1998, 0.0},       // cut after subtracting
+        {7200 * aSecond, 3600 * aSecond, -3600.0},          // a clock that was set back
+    };
+    for (const auto& example : examples) {
+        fakeclock::set(example.before);
+        const tavi::Watch before;
+        fakeclock::set(example.after);
+        EXPECT_DOUBLE_EQ((tavi::Watch() - before).asDouble(), example.seconds);
+    }
 }
 
 TEST_F(WatchTest, FailedReadingIsReportedAndKeepsTheOldOne) {
@@ -50,47 +45,28 @@ TEST_F(WatchTest, FailedReadingIsReportedAndKeepsTheOldOne) {
     EXPECT_DOUBLE_EQ(watch.asDouble(), 100.0);
 }
 
-TEST_F(WatchTest, StopWatchStartedAtOnceCounts) {
-    const tavi::StopWatch watch(true);
+TEST_F(WatchTest, StopWatchCountsFromItsStartOrLastReset) {
+    tavi::StopWatch watch(true);
     fakeclock::advance(1.25);
     EXPECT_DOUBLE_EQ(watch, 1.25);
-}
-
-TEST_F(WatchTest, StopWatchNotStartedStaysAtZero) {
-    const tavi::StopWatch watch(false);
-    fakeclock::advance(1.25);
-    EXPECT_DOUBLE_EQ(watch, 0.0);
-}
-
-TEST_F(WatchTest, StartingARunningStopWatchDoesNothing) {
-    tavi::StopWatch watch(true);
-    fakeclock::advance(1.0);
     watch.start();
-    EXPECT_DOUBLE_EQ(watch, 1.0);
-}
-
-TEST_F(WatchTest, StartingLateCountsFromThen) {
-    tavi::StopWatch watch(false);
-    fakeclock::advance(1.0);
-    watch.start();
-    fakeclock::advance(0.5);
-    EXPECT_DOUBLE_EQ(watch, 0.5);
-}
-
-TEST_F(WatchTest, ResetGoesBackToZeroAndKeepsRunning) {
-    tavi::StopWatch watch(true);
-    fakeclock::advance(3.0);
+    EXPECT_DOUBLE_EQ(watch, 1.25) << "it runs already";
     watch.reset();
     EXPECT_DOUBLE_EQ(watch, 0.0);
     fakeclock::advance(0.5);
     EXPECT_DOUBLE_EQ(watch, 0.5);
 }
 
-TEST_F(WatchTest, ResetDoesNotStartAStoppedWatch) {
+TEST_F(WatchTest, StopWatchNotStartedStaysAtZeroUntilItIs) {
     tavi::StopWatch watch(false);
+    fakeclock::advance(1.0);
+    EXPECT_DOUBLE_EQ(watch, 0.0);
     watch.reset();
     fakeclock::advance(0.5);
     EXPECT_DOUBLE_EQ(watch, 0.0);
+    watch.start();
+    fakeclock::advance(0.5);
+    EXPECT_DOUBLE_EQ(watch, 0.5);
 }
 
 }  // namespace

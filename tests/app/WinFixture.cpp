@@ -22,6 +22,8 @@ void WinFixture::supply(const std::filesystem::path& data) {
     folder->write("Songs/listing.txt", "Scale scale.txt Short short.txt\n");
     folder->write("Songs/scale.txt", "1 1\nC\n\nD\n\nE\n\nF\n\nG\n\nA\n\nB\n");
     folder->write("Songs/short.txt", "1 1\nA");
+    // A note without length is awarded unplayed; the rests after it keep the song going.
+    folder->write("Songs/gift.txt", "1 1\nC0" + std::string(200, '\n'));
 }
 
 void WinFixture::SetUp() {

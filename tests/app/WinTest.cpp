@@ -13,6 +13,7 @@ constexpr double aHz = 445.3125;  // in the middle of a bin that the test's tabl
 constexpr double loud = 0.5;      // amplitude
 constexpr int white = 0xffffff;
 constexpr int black = 0;
+constexpr double aHeight = 10.0 / 7.0;  // world units
 
 class WinTest : public WinFixture {
 protected:
@@ -25,6 +26,17 @@ protected:
         const auto picture = gl->read();
         const auto count = static_cast<std::size_t>(picture.width() * picture.height() * picture.channels());
         return {picture.data(), picture.data() + count};
+    }
+
+    std::vector<int> pixelsOfTheScore() const {
+        const auto picture = gl->read();
+        std::vector<int> samples;
+        for (int y = screenHeight - 45; y < screenHeight; ++y) {
+            for (int x = 0; x < screenWidth / 3; ++x) {
+                samples.push_back(picture.at(x, y, 1));
+            }
+        }
+        return samples;
     }
 
     /// Whether the staff's bar line of slot 0 stands at a time of the song, seconds.
@@ -40,16 +52,13 @@ protected:
     }
 };
 
-TEST_F(WinTest, ConstructionAnnouncesTheToolkitAndShowsTheTitleAlone) {
+TEST_F(WinTest, ConstructionAnnouncesTheToolkitAndBuildsAllMenusAndShowsTheTitleAlone) {
     EXPECT_EQ(printed, "NoteEstimation minDecibel is -65.000000\nWin::Win() initing wt\n");
     EXPECT_EQ(fakeglut::state().initialWidth, 640);
     EXPECT_EQ(fakeglut::state().initialHeight, 480);
     EXPECT_EQ(title()->isShowing(), 1);
     EXPECT_EQ(chooser()->isShowing(), 0);
     EXPECT_EQ(panel()->isShowing(), 0);
-}
-
-TEST_F(WinTest, MenusAreBuiltInTheOrderTitlePanelChooser) {
     std::vector<std::string> names;
     for (const wt::wtWidget* window : wt::wtWindowManager::windows()) {
         names.push_back(window->name());
@@ -78,32 +87,12 @@ TEST_F(WinTest, NoAnalysisBeforeASongUnlessThePanelIsOpen) {
     EXPECT_EQ(analyses(), 0);
 }
 
-TEST_F(WinTest, PanelOverAPlayingSongRunsOneAnalysisPerFrame) {
+TEST_F(WinTest, MenusLeadFromTitleToChooserToSongAndBackToTheTitleAlone) {
     sound(aHz, loud);
-    win->playSong("scale.txt");
-    frame();
-    EXPECT_EQ(analyses(), 1);
-    press('f');
-    frame();
-    EXPECT_EQ(analyses(), 1);
-}
-
-TEST_F(WinTest, PanelInTheFrameThatEndsASongStillRunsOneAnalysis) {
-    sound(aHz, loud);
-    win->playSong("short.txt");
-    press('f');
-    fakeclock::advance(10.0);
-    frame();
-    EXPECT_EQ(title()->isShowing(), 1);
-    EXPECT_EQ(analyses(), 1);
-}
-
-TEST_F(WinTest, MenuFlowsFromTitleToChooserToSong) {
     frame();
     click(*newGame());
     EXPECT_EQ(title()->isShowing(), 0);
     EXPECT_EQ(chooser()->isShowing(), 1);
-    sound(aHz, loud);
     frame();
     EXPECT_EQ(analyses(), 0);
     click(*play());
@@ -111,22 +100,55 @@ TEST_F(WinTest, MenuFlowsFromTitleToChooserToSong) {
     EXPECT_EQ(title()->isShowing(), 0);
     frame();
     EXPECT_EQ(analyses(), 1);
-}
-
-TEST_F(WinTest, FinishedSongShowsTheTitleAndLeavesTheChooserHidden) {
-    frame();
-    click(*newGame());
-    frame();
-    click(*play());
-    frame();
-    EXPECT_EQ(title()->isShowing(), 0);
     fakeclock::advance(60.0);
     frame();
     EXPECT_EQ(title()->isShowing(), 1);
     EXPECT_EQ(chooser()->isShowing(), 0);
-    sound(aHz, loud);
     frame();
     EXPECT_EQ(analyses(), 0);
+}
+
+TEST_F(WinTest, PanelOverASongRunsOneAnalysisPerFrameAndStaysWhenTheSongEnds) {
+    sound(aHz, loud);
+    win->playSong("short.txt");
+    frame();
+    EXPECT_EQ(analyses(), 1);
+    press('f');
+    frame();
+    EXPECT_EQ(analyses(), 1);
+    fakeclock::advance(10.0);
+    frame();
+    EXPECT_EQ(title()->isShowing(), 1);
+    EXPECT_EQ(analyses(), 1) << "the frame that ends a song has had its analysis";
+    EXPECT_EQ(panel()->isShowing(), 1);
+}
+
+TEST_F(WinTest, CloseBoxHidesThePanelAndFShowsItAgain) {
+    press('f');
+    frame();
+    click(*widgets::in<wt::wtWidget>("Frequency", "close box"));
+    EXPECT_EQ(panel()->isShowing(), 0);
+    press('f');
+    EXPECT_EQ(panel()->isShowing(), 1);
+}
+
+TEST_F(WinTest, ANewSongAndARestartBeginWithAScoreOfZero) {
+    const auto scoreAfterAWhile = [this] {
+        frames(30);  // what is left of a tint is gone by then
+        return pixelsOfTheScore();
+    };
+    silence();
+    win->playSong("gift.txt");
+    const auto zero = scoreAfterAWhile();
+    fakeclock::advance(1.5);
+    const auto awarded = scoreAfterAWhile();
+    EXPECT_NE(awarded, zero);
+    win->playSong("gift.txt");
+    EXPECT_EQ(scoreAfterAWhile(), zero);
+    fakeclock::advance(1.5);
+    EXPECT_EQ(scoreAfterAWhile(), awarded);
+    press('r');
+    EXPECT_EQ(scoreAfterAWhile(), zero);
 }
 
 TEST_F(WinTest, SongEndsTwoSecondsAfterItsLastSlot) {
@@ -140,25 +162,55 @@ TEST_F(WinTest, SongEndsTwoSecondsAfterItsLastSlot) {
     EXPECT_EQ(title()->isShowing(), 1);
 }
 
-TEST_F(WinTest, SongTimeIsMinusTwoAtTheStart) {
+TEST_F(WinTest, SongTimeIsMinusTwoAtTheStartAndAfterALowerCaseR) {
     win->playSong("scale.txt");
     fakeclock::advance(-0.01);
     frame();
     EXPECT_TRUE(barLineShowsTime(-2.0));
     fakeclock::advance(1.0 - 0.01);
+    press('R');
     frame();
     EXPECT_FALSE(barLineShowsTime(-2.0));
     EXPECT_TRUE(barLineShowsTime(-1.0));
-}
-
-TEST_F(WinTest, LowerCaseRRestartsTheSong) {
-    win->playSong("scale.txt");
-    frame();
-    fakeclock::advance(1.0);
     press('r');
     fakeclock::advance(-0.01);
     frame();
     EXPECT_TRUE(barLineShowsTime(-2.0));
+}
+
+TEST_F(WinTest, AClockSetForwardByAnHourEndsTheSongAndTheNextOneIsWhole) {
+    win->playSong("scale.txt");
+    fakeclock::advance(3600.0);
+    frame();
+    EXPECT_EQ(title()->isShowing(), 1);
+    win->playSong("scale.txt");
+    frames(100);
+    EXPECT_EQ(title()->isShowing(), 0);
+    EXPECT_TRUE(barLineShowsTime(-1.0));
+}
+
+TEST_F(WinTest, AClockSetBackByAnHourMakesTheSongWaitUntilItIsStartedAgain) {
+    win->playSong("scale.txt");
+    fakeclock::advance(-3600.0);
+    frames(50);
+    EXPECT_EQ(title()->isShowing(), 0);
+    EXPECT_FALSE(barLineShowsTime(-1.5));
+    press('r');
+    frames(50);
+    EXPECT_TRUE(barLineShowsTime(-1.5));
+}
+
+TEST_F(WinTest, ARestartPlaysTheSongAsItsFileIsNow) {
+    win->playSong("scale.txt");
+    folder->write("Songs/scale.txt", "1 1\nC");
+    press('r');
+    fakeclock::advance(4.5);
+    frame();
+    EXPECT_EQ(title()->isShowing(), 1) << "it has one slot";
+    std::filesystem::remove_all(folder->path() / "Songs");
+    testing::internal::CaptureStderr();
+    press('r');
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Song: input is not good.\n");
 }
 
 TEST_F(WinTest, RestartBringsBackWhatWasHit) {
@@ -166,7 +218,6 @@ TEST_F(WinTest, RestartBringsBackWhatWasHit) {
     win->playSong("short.txt");
     fakeclock::advance(1.99);
     frames(30);
-    constexpr double aHeight = 10.0 / 7.0;
     EXPECT_EQ(worldPixel(0.2 - 0.6, aHeight), black) << "a mark that was hit fades";
     silence();
     press('r');
@@ -191,14 +242,6 @@ TEST_F(WinTest, UpperCaseLettersAndOthersDoNothing) {
     EXPECT_EQ(title()->isShowing(), 1);
 }
 
-TEST_F(WinTest, UpperCaseRDoesNotRestartASong) {
-    win->playSong("scale.txt");
-    fakeclock::advance(1.0 - 0.01);
-    press('R');
-    frame();
-    EXPECT_TRUE(barLineShowsTime(-1.0));
-}
-
 TEST_F(WinTest, RBeforeAnySongPlaysTheEmptyOne) {
     sound(aHz, loud);
     testing::internal::CaptureStderr();
@@ -220,25 +263,6 @@ TEST_F(WinTest, MissingSongIsReportedAndPlayed) {
     EXPECT_EQ(analyses(), 1);
 }
 
-TEST_F(WinTest, ToneInItsSlotHitsTheMark) {
-    sound(aHz, loud);
-    win->playSong("short.txt");
-    fakeclock::advance(1.8);
-    constexpr double aHeight = 10.0 / 7.0;
-    frame();
-    EXPECT_NE(worldPixel(0.2, aHeight), black);
-    frames(40);
-    EXPECT_EQ(worldPixel(-0.2, aHeight), black);
-}
-
-TEST_F(WinTest, SilenceLeavesTheMarkAlone) {
-    silence();
-    win->playSong("short.txt");
-    fakeclock::advance(1.8);
-    frames(40);
-    EXPECT_EQ(worldPixel(-0.2, 10.0 / 7.0), white);
-}
-
 TEST_F(WinTest, DraggingDoesNotMoveTheCamera) {
     silence();
     testing::internal::CaptureStderr();
@@ -253,15 +277,6 @@ TEST_F(WinTest, DraggingDoesNotMoveTheCamera) {
     fakeglut::state().mouse(middle, 1, 300, 200);
     frame();
     EXPECT_TRUE(pixels() == before);
-}
-
-TEST_F(WinTest, CloseBoxHidesThePanel) {
-    press('f');
-    frame();
-    EXPECT_EQ(panel()->isShowing(), 1);
-    panel()->setShowing(0);
-    press('f');
-    EXPECT_EQ(panel()->isShowing(), 1);
 }
 
 }  // namespace

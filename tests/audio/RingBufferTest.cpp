@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <random>
+#include <string>
 #include <vector>
 
 using testing::Each;
@@ -12,24 +13,14 @@ using testing::ElementsAre;
 
 namespace {
 
-bool append(RingBuffer& ring, std::vector<float> const& block) {
+bool append(RingBuffer& ring, const std::vector<float>& block) {
     return ring.append(block.data(), static_cast<int>(block.size()));
 }
 
-std::vector<float> latest(RingBuffer const& ring, std::size_t count) {
+std::vector<float> latest(const RingBuffer& ring, std::size_t count) {
     std::vector<float> out(count, -99.0f);
     ring.copyLatest(out);
     return out;
-}
-
-/// Where the next append writes: what is missing to the longest block that still fits. Works on a copy.
-int writePosition(RingBuffer ring, int capacity) {
-    std::vector<float> const block(static_cast<std::size_t>(capacity));
-    int longest = capacity;
-    while (!ring.append(block.data(), longest)) {
-        --longest;
-    }
-    return capacity - longest;
 }
 
 /// The ring buffer as one would describe it: a list of all samples ever stored, silence before them.
@@ -37,7 +28,7 @@ class Model {
 public:
     explicit Model(std::size_t size) : capacity(size), history(size, 0.0f) {}
 
-    bool append(std::vector<float> const& block) {
+    bool append(const std::vector<float>& block) {
         if (position + block.size() > capacity) {
             return false;
         }
@@ -62,83 +53,15 @@ private:
 
 }  // namespace
 
-TEST(RingBuffer, FreshBufferYieldsZeros) {
-    RingBuffer const ring(8);
-    EXPECT_THAT(latest(ring, 4), ElementsAre(0, 0, 0, 0));
-    EXPECT_EQ(writePosition(ring, 8), 0);
-}
-
-TEST(RingBuffer, YieldsWhatWasAppended) {
-    RingBuffer ring(8);
-    EXPECT_TRUE(append(ring, {1, 2, 3, 4}));
-    EXPECT_THAT(latest(ring, 4), ElementsAre(1, 2, 3, 4));
-    EXPECT_EQ(writePosition(ring, 8), 4);
-}
-
-TEST(RingBuffer, FullBufferStartsOverAtItsFirstSlot) {
-    RingBuffer ring(8);
-    EXPECT_TRUE(append(ring, {1, 2, 3, 4}));
-    EXPECT_TRUE(append(ring, {5, 6, 7, 8}));
-    EXPECT_EQ(writePosition(ring, 8), 0);
-    EXPECT_THAT(latest(ring, 8), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8));
-    EXPECT_TRUE(append(ring, {9, 10, 11, 12}));
-    EXPECT_THAT(latest(ring, 8), ElementsAre(5, 6, 7, 8, 9, 10, 11, 12));
-}
-
-TEST(RingBuffer, BlockAcrossTheEndIsDroppedWhole) {
-    RingBuffer ring(8);
-    EXPECT_TRUE(append(ring, {1, 2, 3, 4, 5, 6}));
-    EXPECT_FALSE(append(ring, {7, 8, 9, 10}));
-    EXPECT_EQ(writePosition(ring, 8), 6);
-    EXPECT_THAT(latest(ring, 8), ElementsAre(0, 0, 1, 2, 3, 4, 5, 6));
-}
-
-TEST(RingBuffer, NewestSamplesAreJoinedAcrossTheEnd) {
-    RingBuffer ring(8);
-    EXPECT_TRUE(append(ring, {1, 2, 3, 4}));
-    EXPECT_TRUE(append(ring, {5, 6, 7, 8}));
-    EXPECT_TRUE(append(ring, {9, 10, 11, 12}));
-    EXPECT_EQ(writePosition(ring, 8), 4);
-    EXPECT_THAT(latest(ring, 6), ElementsAre(7, 8, 9, 10, 11, 12));
-}
-
-TEST(RingBuffer, AppendOfNothingSucceedsAndChangesNothing) {
-    RingBuffer ring(8);
-    EXPECT_TRUE(append(ring, {1, 2, 3}));
-    EXPECT_TRUE(ring.append(nullptr, 0));
-    EXPECT_EQ(writePosition(ring, 8), 3);
-    EXPECT_THAT(latest(ring, 8), ElementsAre(0, 0, 0, 0, 0, 1, 2, 3));
-}
-
-TEST(RingBuffer, BlockLongerThanTheBufferIsDropped) {
-    RingBuffer ring(4);
-    EXPECT_FALSE(append(ring, {1, 2, 3, 4, 5}));
-    EXPECT_THAT(latest(ring, 4), Each(0));
-}
-
 TEST(RingBuffer, NegativeCountIsDropped) {
     RingBuffer ring(8);
     EXPECT_TRUE(append(ring, {1, 2, 3, 4}));
-    float const sample = 5;
+    const float sample = 5;
     EXPECT_FALSE(ring.append(&sample, -1));
     EXPECT_FALSE(ring.append(&sample, -4));
-    EXPECT_EQ(writePosition(ring, 8), 4);
-    EXPECT_THAT(latest(ring, 4), ElementsAre(1, 2, 3, 4));
-}
-
-TEST(RingBuffer, MoreThanTheCapacityRepeatsSamplesAndEndsWithTheNewest) {
-    RingBuffer ring(3);
-    EXPECT_TRUE(append(ring, {1, 2, 3}));
-    EXPECT_TRUE(append(ring, {4}));
-    EXPECT_THAT(latest(ring, 3), ElementsAre(2, 3, 4));
-    EXPECT_THAT(latest(ring, 4), ElementsAre(4, 2, 3, 4));
-    EXPECT_THAT(latest(ring, 8), ElementsAre(3, 4, 2, 3, 4, 2, 3, 4));
-}
-
-TEST(RingBuffer, CopyOfNothingLeavesAnEmptyVector) {
-    RingBuffer ring(3);
-    EXPECT_TRUE(append(ring, {1, 2}));
-    EXPECT_TRUE(latest(ring, 0).empty());
+    EXPECT_THAT(latest(ring, 5), ElementsAre(0, 1, 2, 3, 4));
+    EXPECT_FALSE(append(ring, {5, 6, 7, 8, 9})) << "the next block goes where it would have gone";
+    EXPECT_TRUE(append(ring, {5, 6, 7, 8}));
 }
 
 TEST(RingBuffer, CapacityOfZeroHoldsNothingAndTouchesNothing) {
@@ -150,22 +73,23 @@ TEST(RingBuffer, CapacityOfZeroHoldsNothingAndTouchesNothing) {
 
 TEST(RingBuffer, BehavesAsAListOfAllSamplesWhateverTheCapacityAndTheBlocks) {
     std::mt19937 random(20240229);
-    auto const upTo = [&random](unsigned int most) {
+    const auto upTo = [&random](unsigned int most) {
         return static_cast<unsigned int>(random() % (most + 1));
     };
     for (int round = 0; round < 300; ++round) {
-        unsigned int const capacity = 1 + upTo(40);
+        const unsigned int capacity = 1 + upTo(40);
         RingBuffer ring(capacity);
         Model model(capacity);
         float next = 1;
         int stored = 0;
         for (int step = 0; step < 60; ++step) {
-            std::vector<float> block(upTo(capacity / 2 + 1));
+            // Now and then one that is longer than the buffer.
+            std::vector<float> block(upTo(step % 8 == 0 ? capacity + 2 : capacity / 2 + 1));
             std::generate(block.begin(), block.end(), [&next] { return next++; });
-            bool const fits = model.append(block);
+            const bool fits = model.append(block);
             ASSERT_EQ(append(ring, block), fits) << "capacity " << capacity << ", step " << step;
             stored += fits ? 1 : 0;
-            std::size_t const count = upTo(3 * capacity);
+            const std::size_t count = upTo(3 * capacity);
             ASSERT_EQ(latest(ring, count), model.latest(count))
                 << "capacity " << capacity << ", step " << step;
         }

@@ -4,6 +4,9 @@ import os
 import pathlib
 import shutil
 import subprocess
+import time
+import wave
+from array import array
 
 import pytest
 
@@ -13,9 +16,14 @@ from stage.game import Game
 from stage.microphone import VirtualMicrophone
 from stage.player import Player
 from stage.screen import Screen
+from stage.songs import ScoreBook
 
 BUILD = pathlib.Path(os.environ["ZANTO_BUILD"])
 DATA = pathlib.Path(__file__).resolve().parents[2] / "data"
+START_UP_LINES = ["main::Creating AudioInput", "main::start recording.", "main::creating window",
+                  "Win::Win() initing wt"]
+# Sure to be judged whatever the machine: notes of one and two slots, each followed by a rest.
+SONG_TEXT = "120 4\nC\n\nE\n\nG2\n\n\nA\n\nD2\n\n\nB\n\nF\n\nC2\n\n\nE\n"
 
 
 def preload(name):
@@ -63,6 +71,14 @@ def data(tmp_path):
 
 
 @pytest.fixture
+def long_song(data):
+    """That folder with a song that outlasts a test, long.txt, and only that in the list."""
+    (data / "Songs" / "long.txt").write_text("1 1\n" + "C\nE\nG\n\n" * 100)
+    (data / "Songs" / "listing.txt").write_text("Long long.txt\n")
+    return data
+
+
+@pytest.fixture
 def launch(display):
     """launch(sound, *arguments, ...): the game as a process; `sound` is a microphone or an environment."""
     games = []
@@ -87,13 +103,44 @@ def play(launch, view, mic):
 
 
 @pytest.fixture
+def play_long(play, long_song):
+    """play_long(...): the same with the long song, once its score can be read."""
+    def start(**options):
+        player = play("long.txt", folder=long_song, **options)
+        player.wait_for_score()
+        return player
+    return start
+
+
+@pytest.fixture
 def perform(tmp_path):
     """perform(song file, ...): the song as a sound file."""
     def render(song, *options):
         sound = tmp_path / "performance.wav"
-        subprocess.run([BUILD / "tools" / "zanto-song", "render", song, "-o", sound, *options], check=True)
+        subprocess.run([BUILD / "tools" / "zanto-song", "render", song, "-o", sound, "--force", *options], check=True)
         return sound
     return render
+
+
+def own_lines(game):
+    """What the start-up itself says on standard output, among the lines of others."""
+    return [line for line in game.output("out") if line in START_UP_LINES]
+
+
+def write_sound(path, samples):
+    """A sound file of one channel, of 16-bit samples."""
+    with wave.open(str(path), "wb") as sound:
+        sound.setnchannels(1)
+        sound.setsampwidth(2)
+        sound.setframerate(microphone.SAMPLE_RATE)
+        sound.writeframes(array("h", samples).tobytes())
+    return path
+
+
+def moves(player, seconds=12):
+    """Waits until the game has drawn a frame that differs from the last: the song's track moves."""
+    first = player.picture().tobytes()
+    return processes.wait_until(lambda: player.picture().tobytes() != first, seconds, "the picture to move")
 
 
 def close(player):
@@ -103,3 +150,20 @@ def close(player):
     if status != 0:
         print("\n".join(player.game.output("err")))  # a sanitizer's report, say
     return status
+
+
+def play_one(player, mic, sound, seconds=0.05):
+    """Presses "Play" with the sound and plays to the end; gives the book of all scores that stood on the screen."""
+    player.hold("Play")
+    performance = mic.play(sound)
+    player.let_go_at(performance.begins_at)
+    book = ScoreBook()
+    while time.monotonic() < performance.ends_at - 1.5:
+        book.saw(player.score())
+        time.sleep(seconds)
+    assert not player.sees("New Game"), "the title came back too early"
+    book.saw(player.wait_for_score())
+    player.wait_to_see("New Game")
+    assert time.monotonic() - performance.ends_at > -1.0
+    performance.stop()
+    return book

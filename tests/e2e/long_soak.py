@@ -7,16 +7,15 @@ import os
 import pathlib
 import time
 
-from conftest import close, preload
-from stage.songs import ScoreBook, Song
+from conftest import SONG_TEXT, close, play_one, preload
+from stage.songs import Song
 
 MINUTES = float(os.environ.get("ZANTO_SOAK_MINUTES", "30"))
 MOST_GROWTH = 1 << 20  # bytes, after the first minute
 FIRST_SECONDS = 60
 LEAST_EARNED = 0.8     # of what the song is worth; one note may get lost on a busy machine
 LONGEST_FRAME = 100_000  # microseconds of processor time; the first thousand frames may compile shaders
-TITLE_IS_BACK_SECONDS = 1.5
-SONG_TEXT = "120 4\nC\n\nE\n\nG2\n\n\nA\n\nD2\n\n\nB\n\nF\n\nC2\n\n\nE\n"
+
 
 
 def resident(process_id, kind):
@@ -33,22 +32,6 @@ def processor_seconds(process_id):
 
 def open_files(process_id):
     return len(os.listdir(f"/proc/{process_id}/fd"))
-
-
-def play_one(player, mic, sound):
-    """Starts the song with the sound; gives what was earned, as read off the screen."""
-    player.press("New Game")
-    player.hold("Play")
-    performance = mic.play(sound)
-    player.let_go_at(performance.begins_at)
-    book = ScoreBook()
-    while time.monotonic() < performance.ends_at - TITLE_IS_BACK_SECONDS:
-        book.saw(player.score())
-        time.sleep(0.1)
-    book.saw(player.wait_for_score())
-    performance.wait()
-    player.wait_to_see("New Game")
-    return book
 
 
 def test_half_an_hour_of_songs_leaves_memory_speed_and_scores_as_they_were(play, mic, data, perform, tmp_path):
@@ -68,6 +51,7 @@ def test_half_an_hour_of_songs_leaves_memory_speed_and_scores_as_they_were(play,
         before = processor_seconds(player.game.id), time.monotonic()
         if time.monotonic() - started < FIRST_SECONDS:
             settled = len(earned)
+        player.press("New Game")
         earned.append(play_one(player, mic, sound).earned)
         loads.append((processor_seconds(player.game.id) - before[0]) / (time.monotonic() - before[1]))
         sizes.append(resident(player.game.id, "RssAnon"))

@@ -5,18 +5,17 @@
 #include <cstdlib>
 #include <cstring>
 
-// Preloaded in front of PortAudio: failures that no real machine brings about at will, picked by the
-// environment variable SOUND_FAULT.
+// Preloaded in front of PortAudio: the environment variable SOUND_FAULT picks a failure.
 
 namespace {
 
-bool fault(char const* name) {
-    char const* const chosen = std::getenv("SOUND_FAULT");
+bool fault(const char* name) {
+    const char* const chosen = std::getenv("SOUND_FAULT");
     return chosen != nullptr && std::strcmp(chosen, name) == 0;
 }
 
 template <class Function>
-Function next(Function, char const* name) {
+Function next(Function, const char* name) {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
@@ -24,14 +23,14 @@ Function next(Function, char const* name) {
 
 extern "C" {
 
-/// No back-end could be set up; the library then knows no device, and says so to every question.
+/// No back-end starts, so the library knows no device.
 PaError Pa_Initialize() {
     return fault("no back-end") ? static_cast<PaError>(paInternalError)
                                 : next(Pa_Initialize, "Pa_Initialize")();
 }
 
 /// A device that takes no 48000 Hz, or not one channel.
-PaError Pa_OpenStream(PaStream** stream, PaStreamParameters const* input, PaStreamParameters const* output,
+PaError Pa_OpenStream(PaStream** stream, const PaStreamParameters* input, const PaStreamParameters* output,
                       double sampleRate, unsigned long framesPerBuffer, PaStreamFlags flags,
                       PaStreamCallback* callback, void* userData) {
     if (fault("rate refused") && sampleRate == 48000.0) {
@@ -42,6 +41,12 @@ PaError Pa_OpenStream(PaStream** stream, PaStreamParameters const* input, PaStre
     }
     return next(Pa_OpenStream, "Pa_OpenStream")(stream, input, output, sampleRate, framesPerBuffer, flags,
                                                 callback, userData);
+}
+
+/// A device that opens and then does not start.
+PaError Pa_StartStream(PaStream* stream) {
+    return fault("start refused") ? static_cast<PaError>(paDeviceUnavailable)
+                                  : next(Pa_StartStream, "Pa_StartStream")(stream);
 }
 
 }  // extern "C"

@@ -7,11 +7,9 @@ import statistics
 import subprocess
 import sys
 import time
-import wave
-from array import array
 
 import pytest
-from conftest import DATA, close
+from conftest import DATA, close, write_sound
 from stage import microphone
 
 TONES_HZ = (516, 879)  # middles of bins, so that the loudest peak is theirs
@@ -34,18 +32,11 @@ def busy():
         yield
 
 
-def write_tones(path):
+def tones():
     """C and A in turn, each a second long."""
-    samples = array("h", (
-        round(6000 * math.sin(2 * math.pi * TONES_HZ[int(i / microphone.SAMPLE_RATE / TONE_SECONDS) % 2] * i
-                              / microphone.SAMPLE_RATE))
-        for i in range(round(TONES * TONE_SECONDS * microphone.SAMPLE_RATE))))
-    with wave.open(str(path), "wb") as sound:
-        sound.setnchannels(1)
-        sound.setsampwidth(2)
-        sound.setframerate(microphone.SAMPLE_RATE)
-        sound.writeframes(samples.tobytes())
-    return path
+    return (round(6000 * math.sin(2 * math.pi * TONES_HZ[int(i / microphone.SAMPLE_RATE / TONE_SECONDS) % 2] * i
+                                  / microphone.SAMPLE_RATE))
+            for i in range(round(TONES * TONE_SECONDS * microphone.SAMPLE_RATE)))
 
 
 def loudest(line):
@@ -63,7 +54,7 @@ def test_on_a_busy_machine_it_still_hears_the_newest_sound(play, mic, tmp_path, 
     player.wait_to_see("Frequency")
     # Like any program: the stage prefers what it starts.
     os.setpriority(os.PRIO_PROCESS, player.game.id, 0)
-    performance = mic.play(write_tones(tmp_path / "tones.wav"))
+    performance = mic.play(write_sound(tmp_path / "tones.wav", tones()))
     time.sleep(max(0.0, performance.ends_at - time.monotonic()) + LATEST_SECONDS)
 
     heard = [(when, loudest(line)) for when, name, line in list(player.game.lines) if name == "out"]

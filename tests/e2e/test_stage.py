@@ -4,26 +4,15 @@ import os
 import signal
 import subprocess
 import time
-import wave
 from array import array
 
+from conftest import write_sound
 from stage import microphone, processes
 
 CLICKS = 6
 CLICK_SAMPLES = 400
 CLICK_LEVEL = 20000  # of 32767
 HELD_UP_SECONDS = 1.5
-
-
-def write_clicks(path):
-    """A click at the beginning of each second."""
-    second = [CLICK_LEVEL] * CLICK_SAMPLES + [0] * (microphone.SAMPLE_RATE - CLICK_SAMPLES)
-    with wave.open(str(path), "wb") as sound:
-        sound.setnchannels(1)
-        sound.setsampwidth(2)
-        sound.setframerate(microphone.SAMPLE_RATE)
-        sound.writeframes(array("h", second * CLICKS).tobytes())
-    return path
 
 
 def click_starts(samples):
@@ -38,7 +27,9 @@ def test_what_sounds_after_its_player_was_held_up_is_not_late(mic, tmp_path):
                                 f"--rate={microphone.SAMPLE_RATE}", str(recorded)],
                                env={**os.environ, **mic.environment}, stdin=subprocess.DEVNULL)
     processes.wait_until(lambda: recorded.exists() and recorded.stat().st_size > 0, 30, "a recording")
-    performance = mic.play(write_clicks(tmp_path / "clicks.wav"))
+    # A click at the beginning of each second.
+    second = [CLICK_LEVEL] * CLICK_SAMPLES + [0] * (microphone.SAMPLE_RATE - CLICK_SAMPLES)
+    performance = mic.play(write_sound(tmp_path / "clicks.wav", second * CLICKS))
     time.sleep(max(0.0, performance.begins_at + 1.5 - time.monotonic()))
     performance.process.send_signal(signal.SIGSTOP)
     time.sleep(HELD_UP_SECONDS)

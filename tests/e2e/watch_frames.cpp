@@ -22,7 +22,7 @@ long processorMicroseconds() {
 }
 
 void note(long longest) {
-    char const* const path = std::getenv("FRAME_TIMES");
+    const char* const path = std::getenv("FRAME_TIMES");
     if (std::FILE* const file = path != nullptr ? std::fopen(path, "ae") : nullptr) {
         std::fprintf(file, "%ld\n", longest);
         std::fclose(file);
@@ -33,12 +33,12 @@ void note(long longest) {
 
 extern "C" void glXSwapBuffers(_XDisplay* display, unsigned long drawable) {
     using Function = void (*)(_XDisplay*, unsigned long);
-    static auto const real = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "glXSwapBuffers"));
+    static const auto real = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "glXSwapBuffers"));
     static long frames = 0;
     static long longest = 0;
     static long before = 0;
     real(display, drawable);
-    long const now = processorMicroseconds();
+    const long now = processorMicroseconds();
     if (frames > 0) {
         longest = std::max(longest, now - before);
     }

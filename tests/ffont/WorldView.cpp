@@ -1,20 +1,13 @@
 #include "tests/ffont/WorldView.h"
 
-#include <cmath>
+#include <GL/gl.h>
 
-#include <GL/glu.h>
+#include "tests/support/GameCamera.h"
 
 WorldView::WorldView(const OffscreenGL& surface) : widthPx(surface.width()), heightPx(surface.height()) {
-    const double pi = 3.141592653589793;
-    const double distance = 10.0;
-    const double viewDegrees = 45.0;
-    unitPx = heightPx / (2.0 * distance * std::tan(viewDegrees / 2 * pi / 180.0));
-    glMatrixMode(GL_PROJECTION);
-    glLoadIdentity();
-    gluPerspective(viewDegrees, widthPx / heightPx, 0.1, 100.0);
-    glMatrixMode(GL_MODELVIEW);
-    glLoadIdentity();
-    glTranslated(0.0, 0.0, -distance);
+    const double aspect = widthPx / heightPx;
+    unitPx = widthPx / (2.0 * halfViewWidth(aspect));
+    lookThroughGameCamera(aspect);
 }
 
 float WorldView::xOf(double columnPx) const {
@@ -40,7 +33,7 @@ void viewScreen() {
 tavi::Image<unsigned char> drawn(const OffscreenGL& gl, FFontData& face, const char* text, float x, float y,
                                  float scaleX, float scaleY) {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    glColor4f(1.0F, 1.0F, 1.0F, 1.0F);
-    face.drawString(text, x, y, scaleX, scaleY, -1.0F, -1.0F);
+    glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+    face.drawString(text, x, y, scaleX, scaleY, -1.0f, -1.0f);
     return gl.read();
 }

@@ -40,14 +40,14 @@ double Input::number() {
 }
 
 std::string Input::text(std::size_t most) {
-    std::size_t const taken = std::min(size, most);
-    std::string const result(reinterpret_cast<char const*>(data), taken);
+    const std::size_t taken = std::min(size, most);
+    const std::string result(reinterpret_cast<const char*>(data), taken);
     data += taken;
     size -= taken;
     return result;
 }
 
-void require(bool kept, char const* promise) {
+void require(bool kept, const char* promise) {
     if (!kept) {
         std::fprintf(stderr, "A promise is broken: %s\n", promise);
         std::abort();
@@ -61,6 +61,6 @@ extern "C" int LLVMFuzzerInitialize(int* /*argumentCount*/, char*** /*arguments*
 }
 
 /// Short stacks and a small quarantine: most of the time would go into them.
-extern "C" char const* __asan_default_options() {
+extern "C" const char* __asan_default_options() {
     return "malloc_context_size=6:quarantine_size_mb=16";
 }

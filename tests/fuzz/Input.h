@@ -14,7 +14,7 @@
 ///         if (input.upTo(3) == 0) move(input.raw<short>());
 class Input {
 public:
-    Input(std::uint8_t const* data_, std::size_t size_) : data(data_), size(size_) {}
+    Input(const std::uint8_t* data_, std::size_t size_) : data(data_), size(size_) {}
 
     bool empty() const { return size == 0; }
     std::uint8_t byte() { return raw<std::uint8_t>(); }
@@ -33,7 +33,7 @@ public:
     std::string text(std::size_t most);
 
 private:
-    std::uint8_t const* data;
+    const std::uint8_t* data;
     std::size_t size;
 };
 
@@ -42,7 +42,7 @@ T Input::raw() {
     static_assert(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>,
                   "a type of which every pattern is a value");
     T value{};
-    std::size_t const taken = size < sizeof value ? size : sizeof value;
+    const std::size_t taken = size < sizeof value ? size : sizeof value;
     if (taken > 0) {
         std::memcpy(&value, data, taken);
     }
@@ -52,4 +52,4 @@ T Input::raw() {
 }
 
 /// Ends the process with a message, and so counts as a find, unless the promise is kept.
-void require(bool kept, char const* promise);
+void require(bool kept, const char* promise);

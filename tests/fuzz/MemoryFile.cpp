@@ -14,8 +14,8 @@ MemoryFile::~MemoryFile() {
     close(descriptor);
 }
 
-void MemoryFile::write(std::string const& contents) const {
-    bool const done = ftruncate(descriptor, 0) == 0 && pwrite(descriptor, contents.data(), contents.size(),
+void MemoryFile::write(const std::string& contents) const {
+    const bool done = ftruncate(descriptor, 0) == 0 && pwrite(descriptor, contents.data(), contents.size(),
                                                               0) == static_cast<ssize_t>(contents.size());
     require(done, "a file in memory can be written");
 }

@@ -7,12 +7,12 @@ class MemoryFile {
 public:
     MemoryFile();
     ~MemoryFile();
-    MemoryFile(MemoryFile const&) = delete;
-    MemoryFile& operator=(MemoryFile const&) = delete;
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
 
     /// Replaces the contents.
-    void write(std::string const& contents) const;
-    char const* path() const { return name.c_str(); }
+    void write(const std::string& contents) const;
+    const char* path() const { return name.c_str(); }
 
 private:
     int descriptor;

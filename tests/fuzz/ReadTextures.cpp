@@ -15,13 +15,13 @@ volatile unsigned char lastRead;
 }  // namespace
 
 extern "C" void glTexSubImage2D(GLenum /*target*/, GLint /*level*/, GLint x, GLint y, GLsizei width,
-                                GLsizei height, GLenum format, GLenum type, void const* picture) {
+                                GLsizei height, GLenum format, GLenum type, const void* picture) {
     require(x >= 0 && y >= 0 && width > 0 && height > 0, "a picture lies in its texture");
     require(format == GL_ALPHA && type == GL_UNSIGNED_BYTE, "a glyph's picture has one byte a sample");
-    auto const* const bytes = static_cast<unsigned char const*>(picture);
+    const auto* const bytes = static_cast<const unsigned char*>(picture);
     // The ends of each row are enough to see whether it is there.
     for (GLsizei row = 0; row < height; ++row) {
-        auto const* const first = bytes + static_cast<std::ptrdiff_t>(row) * width;
+        const auto* const first = bytes + static_cast<std::ptrdiff_t>(row) * width;
         lastRead = first[0];
         lastRead = first[width - 1];
     }

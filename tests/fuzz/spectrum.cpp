@@ -1,5 +1,7 @@
-// Any numbers as a spectrum: NoteEstimation::updateNotes against the rule written down step by step.
+// Any numbers as a spectrum: NoteEstimation::updateNotes against the rule written down step by step. The fine
+// ear hears the same numbers.
 
+#include <cstdlib>
 #include <fstream>
 #include <limits>
 #include <utility>
@@ -35,7 +37,7 @@ std::vector<double> invented(Input& input) {
 
 using Peaks = std::vector<std::pair<float, float>>;
 
-Peaks plainPeaks(std::vector<double> const& levelsDb, double thresholdDb) {
+Peaks plainPeaks(const std::vector<double>& levelsDb, double thresholdDb) {
     Peaks peaks;
     for (std::size_t i = 10; i + 1 < bins; ++i) {
         if (levelsDb[i] > thresholdDb && levelsDb[i] > levelsDb[i - 1] && levelsDb[i] > levelsDb[i + 1]) {
@@ -48,13 +50,13 @@ Peaks plainPeaks(std::vector<double> const& levelsDb, double thresholdDb) {
     return peaks;
 }
 
-std::vector<Notes::NoteID> plainNotes(Notes const& notes, Peaks const& peaks) {
+std::vector<Notes::NoteID> plainNotes(const Notes& notes, const Peaks& peaks) {
     float loudestDb = -10000.0f;
-    for (auto const& peak : peaks) {
+    for (const auto& peak : peaks) {
         loudestDb = peak.first > loudestDb ? peak.first : loudestDb;
     }
     std::vector<Notes::NoteID> found;
-    for (auto const& [levelDb, frequencyHz] : peaks) {
+    for (const auto& [levelDb, frequencyHz] : peaks) {
         if (100.0f + levelDb > 0.95 * static_cast<double>(100.0f + loudestDb) &&
             notes.getKey(frequencyHz) != -1) {
             found.push_back(notes.getKey(frequencyHz));
@@ -63,8 +65,16 @@ std::vector<Notes::NoteID> plainNotes(Notes const& notes, Peaks const& peaks) {
     return found;
 }
 
+NoteEstimation withFineEar() {
+    setenv("ZANTO_EAR", "fine", 1);
+    NoteEstimation estimation;
+    unsetenv("ZANTO_EAR");
+    return estimation;
+}
+
 struct Ear {
     NoteEstimation estimation;
+    NoteEstimation fine = withFineEar();
     NoteState plainState;
     Notes notes;
 
@@ -76,30 +86,37 @@ struct Ear {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static Ear ear;  // reads its table from the working folder, once
     Input input(data, size);
-    double const dtSeconds = input.number();
-    std::vector<double> const levelsDb = invented(input);
+    const double dtSeconds = input.number();
+    const std::vector<double> levelsDb = invented(input);
 
     ear.estimation.updateNotes(levelsDb, 0.02);
     ear.estimation.updateNotes(levelsDb, dtSeconds);
-    Peaks const peaks = plainPeaks(levelsDb, static_cast<double>(ear.estimation.getMinDecibel()));
+    const Peaks peaks = plainPeaks(levelsDb, static_cast<double>(ear.estimation.getMinDecibel()));
     require(ear.estimation.getCandidatePeaks() == peaks, "the peaks are those of the rule");
 
-    std::vector<Notes::NoteID> const heard = plainNotes(ear.notes, peaks);
+    const std::vector<Notes::NoteID> heard = plainNotes(ear.notes, peaks);
     ear.plainState.notesDown(heard, 0.02f);
     ear.plainState.notesDown(heard, nearest(dtSeconds));
     for (int note = -1; note <= 7; ++note) {
-        bool const down = ear.plainState.isDown(note);
+        const bool down = ear.plainState.isDown(note);
         require(ear.estimation.getNoteState().isDown(note) == down, "the notes are those of the rule");
-        float const held = ear.estimation.getNoteState().downCount(note);
-        float const plain = ear.plainState.downCount(note);
+        const float held = ear.estimation.getNoteState().downCount(note);
+        const float plain = ear.plainState.downCount(note);
         require(held == plain || (held != held && plain != plain), "they are held as long");
     }
+    ear.fine.updateNotes(levelsDb, 0.02);
+    ear.fine.updateNotes(levelsDb, dtSeconds);
+    require(ear.fine.getCandidatePeaks() == peaks, "the peaks are the same with the fine ear");
     // Nothing of one run may show in the next.
     ear.estimation.updateNotes(std::vector<double>(bins, 0.0), 0.02);
     ear.plainState.notesDown({}, 0.02f);
+    ear.fine.updateNotes(std::vector<double>(bins, 0.0), 0.02);
+    for (int note = 0; note < Notes::noteCount; ++note) {
+        require(!ear.fine.getNoteState().isDown(note), "a flat spectrum releases every note of the fine ear");
+    }
     require(!ear.estimation.getNoteState().isDown(input.upTo(6)), "silence releases every note");
     return 0;
 }

@@ -39,14 +39,14 @@ bool same(float left, float right) {
     return left == right || (std::isnan(left) && std::isnan(right));
 }
 
-void checkBox(RecordingGL const& gl, float x, float width) {
+void checkBox(const RecordingGL& gl, float x, float width) {
     if (!(width > 0.0f)) {
         return;
     }
-    double const left = static_cast<double>(x);
-    double const right = left + static_cast<double>(width);
-    for (RecordingGL::Primitive const& primitive : gl.primitives()) {
-        for (RecordingGL::Vertex const& vertex : primitive.vertices) {
+    const double left = static_cast<double>(x);
+    const double right = left + static_cast<double>(width);
+    for (const RecordingGL::Primitive& primitive : gl.primitives()) {
+        for (const RecordingGL::Vertex& vertex : primitive.vertices) {
             require(vertex.at.x >= left && vertex.at.x <= right, "text stays in its box");
         }
     }
@@ -54,27 +54,27 @@ void checkBox(RecordingGL const& gl, float x, float width) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     // Kept from run to run, as in the game: glyphs of all sizes meet in one texture.
     static FFontData face("Fonts/Vera.ttf", 24);
     Input input(data, size);
     RecordingGL gl;
     lookAnyhow(input);
-    auto const scaleX = static_cast<float>(input.raw<std::int16_t>()) / 256.0f;
-    auto const scaleY = static_cast<float>(input.raw<std::int16_t>()) / 256.0f;
-    bool const wild = input.upTo(15) == 0;
-    auto const x = wild ? input.raw<float>() : static_cast<float>(input.raw<std::int8_t>());
-    auto const y = wild ? input.raw<float>() : static_cast<float>(input.raw<std::int8_t>());
-    auto const boxWidth = wild ? input.raw<float>() : static_cast<float>(input.raw<std::int8_t>()) / 8.0f;
-    auto const boxHeight = wild ? input.raw<float>() : static_cast<float>(input.raw<std::int8_t>()) / 8.0f;
+    const auto scaleX = static_cast<float>(input.raw<std::int16_t>()) / 256.0f;
+    const auto scaleY = static_cast<float>(input.raw<std::int16_t>()) / 256.0f;
+    const bool wild = input.upTo(15) == 0;
+    const auto x = wild ? input.raw<float>() : static_cast<float>(input.raw<std::int8_t>());
+    const auto y = wild ? input.raw<float>() : static_cast<float>(input.raw<std::int8_t>());
+    const auto boxWidth = wild ? input.raw<float>() : static_cast<float>(input.raw<std::int8_t>()) / 8.0f;
+    const auto boxHeight = wild ? input.raw<float>() : static_cast<float>(input.raw<std::int8_t>()) / 8.0f;
     TextStyle style;
     style.kerning = input.flag() ? 0.0f : 1.0f;
     face.setStyle(style);
-    std::string const text = input.text(size);
+    const std::string text = input.text(size);
 
     float movedX = x;
     float movedY = y;
-    float const advance = face.drawString(text.c_str(), movedX, movedY, scaleX, scaleY, boxWidth, boxHeight);
+    const float advance = face.drawString(text.c_str(), movedX, movedY, scaleX, scaleY, boxWidth, boxHeight);
     require(same(advance, face.measureString(text.c_str(), scaleX)), "text is as long as measured");
     require(same(movedX, x + advance) && same(movedY, y), "the pen is behind the text");
     require(gl.errors().empty(), "text makes no OpenGL error");
@@ -82,8 +82,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     checkBox(gl, x, boxWidth);
 
     if (text.size() <= longestShortened) {
-        float const width = std::abs(boxWidth);
-        std::string const shorter = face.shortenString(text.c_str(), 1.0f, width);
+        const float width = std::abs(boxWidth);
+        const std::string shorter = face.shortenString(text.c_str(), 1.0f, width);
         require(shorter.empty() || face.measureString(shorter.c_str(), 1.0f) <= width, "shortened text fits");
     }
     return 0;

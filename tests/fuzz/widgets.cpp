@@ -17,14 +17,14 @@
 namespace {
 
 wt::wtWindow* makeWindow(int flags) {
-    auto* made = new wt::wtWindow("w" + std::to_string(flags), {-0.5F, -0.5F}, {1.0F, 0.9F}, flags);
+    auto* made = new wt::wtWindow("w" + std::to_string(flags), {-0.5f, -0.5f}, {1.0f, 0.9f}, flags);
     wt::wtWindowManager::appendWidget(made);
     auto* layout = new wt::LinearLayout(flags == 1 ? wt::leftToRight : wt::bottomToTop);
-    auto* list = new wt::wtListBox(made, "list", {0, 0}, {0.5F, 0.5F});
+    auto* list = new wt::wtListBox(made, "list", {0, 0}, {0.5f, 0.5f});
     auto* button = new wt::wtButton(made, "button", {0, 0}, {-1, -1}, "Button");
-    auto* text = new wt::wtStaticText(made, "text", {0, 0}, {0.6F, 0.1F}, "text", 0x24);
+    auto* text = new wt::wtStaticText(made, "text", {0, 0}, {0.6f, 0.1f}, "text", 0x24);
     for (wt::wtWidget* widget : std::initializer_list<wt::wtWidget*>{button, text, list}) {
-        layout->add(widget, {0.01F, 0.01F, 0.01F, 0.01F, 1, 0, wt::wtAlign(0x24), 0});
+        layout->add(widget, {0.01f, 0.01f, 0.01f, 0.01f, 1, 0, wt::wtAlign(0x24), 0});
     }
     made->setLayoutManager(layout);
     button->connectButtonPressed([made, list, text, presses = 0]() mutable {
@@ -44,28 +44,28 @@ wt::wtWindow* makeWindow(int flags) {
 /// Somewhere on the screen, mostly; any pixel at all now and then.
 std::pair<int, int> somewhere(Input& input) {
     if (input.upTo(31) == 0) {
-        int const x = input.raw<std::int32_t>();
+        const int x = input.raw<std::int32_t>();
         return {x, input.raw<std::int32_t>()};
     }
-    int const x = input.byte() * wt::screen().width / 255;
+    const int x = input.byte() * wt::screen().width / 255;
     return {x, input.byte() * wt::screen().height / 255};
 }
 
 void pointer(Input& input) {
-    auto const [x, y] = somewhere(input);
-    int const kind = input.upTo(7);
+    const auto [x, y] = somewhere(input);
+    const int kind = input.upTo(7);
     if (kind < 3) {
         wt::wtWindowManager::motionCallback(x, y);
     } else {
-        int const button = kind == 7 ? input.raw<std::int8_t>() : (kind - 3) / 2 * 3 + input.upTo(1);
+        const int button = kind == 7 ? input.raw<std::int8_t>() : (kind - 3) / 2 * 3 + input.upTo(1);
         wt::wtWindowManager::mouseCallback(kind < 5 ? 0 : button, kind % 2, x, y);
     }
 }
 
 void resizeScreen(Input& input) {
-    int const largest = 1 << input.upTo(14);
-    int const width = input.raw<std::uint16_t>() % largest;
-    int const height = input.raw<std::uint16_t>() % largest;
+    const int largest = 1 << input.upTo(14);
+    const int width = input.raw<std::uint16_t>() % largest;
+    const int height = input.raw<std::uint16_t>() % largest;
     glViewport(input.raw<std::int8_t>(), input.raw<std::int8_t>(), width, height);
     if (input.flag()) {
         wt::wtWindowManager::setViewport(width, height);
@@ -73,7 +73,7 @@ void resizeScreen(Input& input) {
 }
 
 void changeWindow(Input& input, FrequencyWindow& panel) {
-    auto const windows = wt::wtWindowManager::windows();
+    const auto windows = wt::wtWindowManager::windows();
     wt::wtWidget* const window = windows[static_cast<std::size_t>(input.byte()) % windows.size()];
     switch (input.upTo(5)) {
         case 0:
@@ -83,7 +83,7 @@ void changeWindow(Input& input, FrequencyWindow& panel) {
             wt::wtWindowManager::raiseWidget(window, input.raw<std::int8_t>());
             return;
         case 2: {
-            auto const width = static_cast<float>(input.byte()) / 64.0f;
+            const auto width = static_cast<float>(input.byte()) / 64.0f;
             window->resize(width, static_cast<float>(input.byte()) / 64.0f);
             return;
         }
@@ -101,8 +101,8 @@ void changeWindow(Input& input, FrequencyWindow& panel) {
                 frequencies.push_back(input.raw<std::uint16_t>());
                 levels.push_back(static_cast<double>(input.raw<float>()));
             }
-            auto const peakLevel = input.raw<float>();
-            std::vector<std::pair<float, float>> const peaks(
+            const auto peakLevel = input.raw<float>();
+            const std::vector<std::pair<float, float>> peaks(
                 1, {peakLevel, static_cast<float>(input.raw<std::uint16_t>())});
             panel.setSignal(frequencies, levels, peaks, static_cast<double>(input.raw<float>()));
             panel.show();
@@ -112,8 +112,8 @@ void changeWindow(Input& input, FrequencyWindow& panel) {
 
 void checkWindows() {
     constexpr float slack = 1e-4F;
-    for (wt::wtWidget const* window : wt::wtWindowManager::windows()) {
-        wt::Rect const rect = window->rect();
+    for (const wt::wtWidget* window : wt::wtWindowManager::windows()) {
+        const wt::Rect rect = window->rect();
         if (window->isShowing() != 0) {
             require(rect.w >= 0 && rect.h >= 0, "a window has a size");
             require(rect.x >= -1 - slack && rect.y >= -1 - slack && rect.right() <= 1 + slack &&
@@ -132,17 +132,17 @@ void draw(RecordingGL& gl) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    static bool const loaded = (wt::loadDefaults(640, 480), true);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const bool loaded = (wt::loadDefaults(640, 480), true);
     Input input(data, size);
     RecordingGL gl;
     wt::wtWindowManager::init(640, 480, false);
-    for (int const flags : {0, 0x001, 0x101}) {
+    for (const int flags : {0, 0x001, 0x101}) {
         makeWindow(flags);
     }
     FrequencyWindow panel;
     while (loaded && !input.empty()) {
-        switch (int const kind = input.byte(); kind % 8) {
+        switch (const int kind = input.byte(); kind % 8) {
             case 0:
                 resizeScreen(input);
                 break;

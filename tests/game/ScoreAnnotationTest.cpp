@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <string>
 
 #include "tests/support/RecordingFont.h"
 #include "tests/support/RecordingGL.h"
@@ -25,62 +27,39 @@ protected:
     FFont font{"face.ttf", 24};
 };
 
-TEST_F(ScoreAnnotationTest, ALossIsRed) {
-    ScoreAnnotation annotation(5.0f, 0.5f, font, -20);
-    EXPECT_EQ(drawn(annotation).text, "-20");
-    EXPECT_THAT(drawn(annotation).color, ElementsAre(1.0f, 0.0f, 0.0f, 1.0f));
-}
-
-TEST_F(ScoreAnnotationTest, AnAwardHasTheFontsColour) {
+TEST_F(ScoreAnnotationTest, AnAwardHasTheFontsColourAndScaleAndALossIsRed) {
     font.setColor(0.25f, 0.5f, 0.75f, 0.5f);
-    for (int const value : {300, 0}) {
+    font.setScale(0.5f, 0.25f);
+    for (const int value : {300, 0, -20}) {
         ScoreAnnotation annotation(5.0f, 0.5f, font, value);
-        EXPECT_EQ(drawn(annotation).text, std::to_string(value));
-        EXPECT_THAT(drawn(annotation).color, ElementsAre(0.25f, 0.5f, 0.75f, 0.5f));
+        const RecordingFont::Text text = drawn(annotation);
+        EXPECT_EQ(text.text, std::to_string(value));
+        EXPECT_EQ(text.color, value < 0 ? (std::array<float, 4>{1.0f, 0.0f, 0.0f, 1.0f})
+                                        : (std::array<float, 4>{0.25f, 0.5f, 0.75f, 0.5f}));
+        EXPECT_EQ(text.scaleX, 0.5f);
+        EXPECT_EQ(text.scaleY, 0.25f);
+        EXPECT_EQ(text.boxWidth, 100.0f);
+        EXPECT_EQ(text.boxHeight, 100.0f);
     }
-}
-
-TEST_F(ScoreAnnotationTest, ItsRedIsItsOwn) {
-    ScoreAnnotation annotation(5.0f, 0.5f, font, -20);
-    annotation.draw();
     recorded.forget();
     font.drawString("x", 0.0f, 0.0f, -1.0f, -1.0f);
-    EXPECT_THAT(recorded.texts().at(0).color, ElementsAre(1.0f, 1.0f, 1.0f, 1.0f));
-}
-
-TEST_F(ScoreAnnotationTest, KeepsTheFontsScaleAndDrawsInABoxOf100) {
-    font.setScale(0.5f, 0.25f);
-    ScoreAnnotation annotation(5.0f, 0.5f, font, 100);
-    EXPECT_EQ(drawn(annotation).scaleX, 0.5f);
-    EXPECT_EQ(drawn(annotation).scaleY, 0.25f);
-    EXPECT_EQ(drawn(annotation).boxWidth, 100.0f);
-    EXPECT_EQ(drawn(annotation).boxHeight, 100.0f);
-}
-
-TEST_F(ScoreAnnotationTest, StartsToTheRightSwaysToTheLeftAndRises) {
-    ScoreAnnotation annotation(5.0f, 0.5f, font, 100);
-    EXPECT_EQ(drawn(annotation).x, 5.3f);
-    EXPECT_EQ(drawn(annotation).y, 0.5f);
-    annotation.animate(1.0);
-    EXPECT_EQ(drawn(annotation).x, 4.7f);
-    EXPECT_EQ(drawn(annotation).y, 1.5f);
-    annotation.animate(1.0);
-    EXPECT_EQ(drawn(annotation).x, 5.3f);
-    EXPECT_EQ(drawn(annotation).y, 0.5f + 2.0f + 1.0f);
+    EXPECT_THAT(recorded.texts().at(0).color, ElementsAre(0.25f, 0.5f, 0.75f, 0.5f)) << "the red is its own";
 }
 
 TEST_F(ScoreAnnotationTest, FollowsItsFormulaToTheLastBit) {
     ScoreAnnotation annotation(7.0f, 0.2857143f, font, 100);
+    EXPECT_EQ(drawn(annotation).x, 7.3f);
+    EXPECT_EQ(drawn(annotation).y, 0.2857143f);
     float age = 0.0f;
     for (int frame = 0; frame < 200; ++frame) {
-        double const dt = 0.013 + 0.0001 * frame;
+        const double dt = 0.013 + 0.0001 * frame;
         annotation.animate(dt);
         age = static_cast<float>(static_cast<double>(age) + dt);
-        float const squared = age * age;
-        float const y =
+        const float squared = age * age;
+        const float y =
             static_cast<float>(static_cast<double>(0.2857143f) + 0.5 * static_cast<double>(squared) +
                                0.5 * static_cast<double>(age));
-        float const x = static_cast<float>(0.3 * std::cos(M_PI * static_cast<double>(age)) + 7.0);
+        const float x = static_cast<float>(0.3 * std::cos(M_PI * static_cast<double>(age)) + 7.0);
         ASSERT_EQ(drawn(annotation).x, x) << "frame " << frame;
         ASSERT_EQ(drawn(annotation).y, y) << "frame " << frame;
     }

@@ -35,7 +35,7 @@ protected:
 };
 
 TEST_F(ScoreTest, ANewScoreDrawsZeroInWhiteAtItsPlace) {
-    RecordingFont::Text const text = drawn();
+    const RecordingFont::Text text = drawn();
     EXPECT_EQ(text.text, "Score:    0");
     EXPECT_EQ(text.x, -5.5f);
     EXPECT_EQ(text.y, -4.0f);
@@ -56,13 +56,42 @@ TEST_F(ScoreTest, ItsFontIsACopyWithItsOwnScaleAndColour) {
     EXPECT_THAT(recorded.texts().at(0).color, ElementsAre(0.0f, 0.0f, 0.0f, 0.0f));
 }
 
-TEST_F(ScoreTest, AGainTintsTheTextGreen) {
-    score.addToScore(100.0f);
-    EXPECT_THAT(color(), ElementsAre(0.85f, 1.0f, 0.85f, 1.0f));
-    EXPECT_EQ(drawn().text, "Score:  100");
+/// Points in a row, and the red, green and blue and the text that they leave.
+struct Example {
+    const char* name;
+    std::vector<float> points;
+    std::array<float, 4> color;
+    const char* text;
+};
+
+class Tint : public ScoreTest, public testing::WithParamInterface<Example> {};
+
+TEST_P(Tint, AndTextAreThese) {
+    for (const float points : GetParam().points) {
+        score.addToScore(points);
+    }
+    EXPECT_EQ(color(), GetParam().color);
+    EXPECT_EQ(drawn().text, GetParam().text);
 }
 
-TEST_F(ScoreTest, AGainsTintIsGoneAfter16FramesAndNotBefore) {
+const Example examples[] = {
+    {"AGainIsGreen", {100}, {0.85f, 1.0f, 0.85f, 1.0f}, "Score:  100"},
+    {"ALossIsRed", {-20}, {1.0f, 0.75f, 0.75f, 1.0f}, "Score:  -20"},
+    {"ZeroIsALossOfNothing", {0}, {1.0f, 0.75f, 0.75f, 1.0f}, "Score:    0"},
+    {"GainsReachPureGreen", std::vector<float>(7, 100.0f), {0.0f, 1.0f, 0.0f, 1.0f}, "Score:  700"},
+    {"AndStayThere", std::vector<float>(8, 100.0f), {0.0f, 1.0f, 0.0f, 1.0f}, "Score:  800"},
+    {"LossesReachPureRed", std::vector<float>(5, -20.0f), {1.0f, 0.0f, 0.0f, 1.0f}, "Score: -100"},
+    {"WideNumbersAreNotCut", {123456.7f}, {0.85f, 1.0f, 0.85f, 1.0f}, "Score:123457"},
+    {"NorTheWidest",
+     {std::ldexp(1.0f, 100)},
+     {0.85f, 1.0f, 0.85f, 1.0f},
+     "Score:1267650600228229401496703205376"},
+};
+
+INSTANTIATE_TEST_SUITE_P(, Tint, testing::ValuesIn(examples),
+                         [](const auto& example) { return std::string(example.param.name); });
+
+TEST_F(ScoreTest, ATintIsGoneAfter16FramesForAGainAnd26ForALossAndNotBefore) {
     score.addToScore(100.0f);
     animate(15);
     EXPECT_LT(color()[0], 1.0f);
@@ -70,15 +99,6 @@ TEST_F(ScoreTest, AGainsTintIsGoneAfter16FramesAndNotBefore) {
     EXPECT_EQ(color()[0], color()[2]);
     animate(1);
     EXPECT_THAT(color(), ElementsAre(1.0f, 1.0f, 1.0f, 1.0f));
-}
-
-TEST_F(ScoreTest, ALossTintsTheTextRed) {
-    score.addToScore(-20.0f);
-    EXPECT_THAT(color(), ElementsAre(1.0f, 0.75f, 0.75f, 1.0f));
-    EXPECT_EQ(drawn().text, "Score:  -20");
-}
-
-TEST_F(ScoreTest, ALosssTintIsGoneAfter26FramesAndNotBefore) {
     score.addToScore(-20.0f);
     animate(25);
     EXPECT_LT(color()[1], 1.0f);
@@ -87,44 +107,15 @@ TEST_F(ScoreTest, ALosssTintIsGoneAfter26FramesAndNotBefore) {
 }
 
 TEST_F(ScoreTest, TheWayBackToWhiteIsByTheFrameWhateverTheStep) {
-    score.addToScore(-20.0f);
-    score.animate(1000.0);
-    float const afterALongFrame = color()[1];
-    score.reset();
-    animate(30);
-    score.addToScore(-20.0f);
-    score.animate(0.0);
-    EXPECT_EQ(color()[1], afterALongFrame);
-    EXPECT_EQ(afterALongFrame, 0.76f);
-}
-
-TEST_F(ScoreTest, ZeroPointsAreALossOfNothing) {
-    score.addToScore(0.0f);
-    EXPECT_THAT(color(), ElementsAre(1.0f, 0.75f, 0.75f, 1.0f));
-    EXPECT_EQ(drawn().text, "Score:    0");
-}
-
-TEST_F(ScoreTest, SevenGainsInARowReachPureGreenAndStayThere) {
-    for (int i = 0; i < 7; ++i) {
-        score.addToScore(100.0f);
+    for (const double dtSeconds : {1000.0, 0.0}) {
+        Score other(0.0f, 0.0f);
+        other.setFont(font, 1.0f);
+        other.addToScore(-20.0f);
+        other.animate(dtSeconds);
+        recorded.forget();
+        other.draw();
+        EXPECT_EQ(recorded.texts().at(0).color[1], 0.76f);
     }
-    EXPECT_THAT(color(), ElementsAre(0.0f, 1.0f, 0.0f, 1.0f));
-    score.addToScore(100.0f);
-    EXPECT_THAT(color(), ElementsAre(0.0f, 1.0f, 0.0f, 1.0f));
-}
-
-TEST_F(ScoreTest, LossesInARowReachPureRedAndStayThere) {
-    for (int i = 0; i < 5; ++i) {
-        score.addToScore(-20.0f);
-    }
-    EXPECT_THAT(color(), ElementsAre(1.0f, 0.0f, 0.0f, 1.0f));
-}
-
-TEST_F(ScoreTest, WideNumbersAreNotCut) {
-    score.addToScore(123456.7f);
-    EXPECT_EQ(drawn().text, "Score:123457");
-    score.addToScore(std::ldexp(1.0f, 100));
-    EXPECT_EQ(drawn().text, "Score:1267650600228229401496703205376");
 }
 
 TEST_F(ScoreTest, ResetZeroesTheValueAndLeavesTheColour) {

@@ -22,7 +22,7 @@ public:
     int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(engine); }
     bool oneIn(int count) { return upTo(count - 1) == 0; }
     template <class T, std::size_t n>
-    T const& of(T const (&choices)[n]) {
+    const T& of(const T (&choices)[n]) {
         return choices[upTo(static_cast<int>(n) - 1)];
     }
 
@@ -32,17 +32,17 @@ private:
 
 /// Song text of which most lines are right, with everything in it that a song file may hold by mistake.
 std::string randomFile(Chance& chance) {
-    static char const* const headers[] = {"1 1",  "120 4", "\n60\n4", "60 4 C E", "1",     "a b",
+    static const char* const headers[] = {"1 1",  "120 4", "\n60\n4", "60 4 C E", "1",     "a b",
                                           "1 1 ", "",      "-3 0x2",  "+1 +2",    "1\v\f2"};
-    static char const* const lengths[] = {"",   "",   "",  "2",           "4",
+    static const char* const lengths[] = {"",   "",   "",  "2",           "4",
                                           "12", "-3", "x", "99999999999", "-99999999999999999999"};
-    static char const* const blanks[] = {" ", " ", " ", " ", "  ", "\t", "\v", "\f"};
-    static std::string const faults[] = {"H", "c",        " ", "\r", std::string(1, '\0'),
+    static const char* const blanks[] = {" ", " ", " ", " ", "  ", "\t", "\v", "\f"};
+    static const std::string faults[] = {"H", "c",        " ", "\r", std::string(1, '\0'),
                                          "7", "\xc3\xa4", "#", "C#"};
     std::string text = chance.of(headers) + std::string(chance.oneIn(20) ? "" : "\n");
-    int const faultEvery = chance.oneIn(3) ? 10 : 1000;
+    const int faultEvery = chance.oneIn(3) ? 10 : 1000;
     for (int line = chance.upTo(12); line > 0; --line) {
-        int const notes = chance.oneIn(15) ? 500 + chance.upTo(30) : chance.upTo(5);
+        const int notes = chance.oneIn(15) ? 500 + chance.upTo(30) : chance.upTo(5);
         for (int i = 0; i < notes; ++i) {
             text += i > 0 ? chance.of(blanks) : "";
             text += static_cast<char>('A' + chance.upTo(6));
@@ -61,8 +61,8 @@ TEST_F(SongAgainstPlainTest, LoadsAndRefusesTheSameFilesInTheSameWay) {
     int loadedWhole = 0;
     int refused = 0;
     for (int round = 0; round < 1500; ++round) {
-        std::string const text = randomFile(chance);
-        bool const loaded = load(text);
+        const std::string text = randomFile(chance);
+        const bool loaded = load(text);
 
         PlainSong plain;
         std::ostringstream report;
@@ -78,8 +78,8 @@ TEST_F(SongAgainstPlainTest, LoadsAndRefusesTheSameFilesInTheSameWay) {
 
 /// A song with long notes, now and then with very long ones and ones that reach back.
 std::string randomSong(Chance& chance) {
-    int const slotCount = chance.oneIn(4) ? chance.upTo(20) : chance.upTo(800);
-    int const longEvery = chance.oneIn(2) ? 5 : 200;
+    const int slotCount = chance.oneIn(4) ? chance.upTo(20) : chance.upTo(800);
+    const int longEvery = chance.oneIn(2) ? 5 : 200;
     std::string text = "1 1\n";
     for (int i = 0; i < slotCount; ++i) {
         for (int notes = chance.upTo(3); notes > 0; --notes) {
@@ -97,10 +97,10 @@ std::string randomSong(Chance& chance) {
 }
 
 /// The lines that reach into the game camera's view, in order.
-std::vector<RecordingGL::Line> linesInView(RecordingGL const& gl, double aspect) {
-    std::vector<RecordingGL::Line> const model = gl.lines();
-    std::vector<RecordingGL::Line> const eye = gl.lines(RecordingGL::Space::eye);
-    double const half = halfViewWidth(aspect);
+std::vector<RecordingGL::Line> linesInView(const RecordingGL& gl, double aspect) {
+    const std::vector<RecordingGL::Line> model = gl.lines();
+    const std::vector<RecordingGL::Line> eye = gl.lines(RecordingGL::Space::eye);
+    const double half = halfViewWidth(aspect);
     std::vector<RecordingGL::Line> seen;
     for (std::size_t i = 0; i < eye.size(); ++i) {
         if (std::max(eye[i].from.x, eye[i].to.x) >= -half && std::min(eye[i].from.x, eye[i].to.x) <= half) {
@@ -110,8 +110,8 @@ std::vector<RecordingGL::Line> linesInView(RecordingGL const& gl, double aspect)
     return seen;
 }
 
-void expectSameLines(std::vector<RecordingGL::Line> const& actual,
-                     std::vector<RecordingGL::Line> const& expected) {
+void expectSameLines(const std::vector<RecordingGL::Line>& actual,
+                     const std::vector<RecordingGL::Line>& expected) {
     ASSERT_EQ(actual.size(), expected.size());
     for (std::size_t i = 0; i < actual.size(); ++i) {
         ASSERT_TRUE(actual[i].from == expected[i].from && actual[i].to == expected[i].to &&
@@ -121,8 +121,8 @@ void expectSameLines(std::vector<RecordingGL::Line> const& actual,
     }
 }
 
-void expectSameBrightness(std::vector<std::vector<Song::NoteMark>> const& actual,
-                          std::vector<std::vector<Song::NoteMark>> const& expected) {
+void expectSameBrightness(const std::vector<std::vector<Song::NoteMark>>& actual,
+                          const std::vector<std::vector<Song::NoteMark>>& expected) {
     for (std::size_t i = 0; i < expected.size(); ++i) {
         for (std::size_t k = 0; k < expected[i].size(); ++k) {
             ASSERT_EQ(actual[i][k].brightness, expected[i][k].brightness) << "slot " << i << ", mark " << k;
@@ -130,17 +130,18 @@ void expectSameBrightness(std::vector<std::vector<Song::NoteMark>> const& actual
     }
 }
 
-TEST_F(SongAgainstPlainTest, DrawsTheSameThroughRandomGames) {
-    static double const aspects[] = {4.0 / 3.0, 16.0 / 9.0, 32.0 / 9.0, 0.2, 40.0};
+TEST_F(SongAgainstPlainTest, ScoresAndDrawsTheSameThroughRandomGames) {
+    static const double aspects[] = {4.0 / 3.0, 16.0 / 9.0, 32.0 / 9.0, 0.2, 40.0};
     Chance chance(19690720);
     RecordingGL gl;
-    RecordingFont const font;
+    const RecordingFont font;
     std::size_t linesCompared = 0;
     for (int game = 0; game < 24; ++game) {
         ASSERT_TRUE(load(randomSong(chance))) << errors;
         PlainSong plain;
-        plain.follow(song.getSlots());
-        double const aspect = chance.of(aspects);
+        plain.slots = song.getSlots();
+        score = Score(0.0f, 0.0f);
+        const double aspect = chance.of(aspects);
         lookThroughGameCamera(aspect);
 
         double t = -2.0;
@@ -153,14 +154,18 @@ TEST_F(SongAgainstPlainTest, DrawsTheSameThroughRandomGames) {
                     held.emplace_back(note);
                 }
             }
-            song.updateScore(score, t, holding(held, static_cast<float>(chance.upTo(30)) * 0.1f));
-            plain.follow(song.getSlots());
+            const NoteState state = holding(held, static_cast<float>(chance.upTo(30)) * 0.1f);
+            song.updateScore(score, t, state);
+            plain.updateScore(t, state);
+            ASSERT_EQ(score.getValue(), plain.score);
+            ASSERT_EQ(slots(), words(plain.slots));
+            ASSERT_EQ(song.complete(t), plain.complete(t));
 
             gl.forget();
             glPushMatrix();
             song.draw(t);
             glPopMatrix();
-            auto const drawn = linesInView(gl, aspect);
+            const auto drawn = linesInView(gl, aspect);
             gl.forget();
             glPushMatrix();
             plain.draw(t);

@@ -9,11 +9,11 @@ CapturedErrors::~CapturedErrors() {
     std::cerr.rdbuf(before);
 }
 
-Words words(std::vector<std::vector<Song::NoteMark>> const& slots) {
+Words words(const std::vector<std::vector<Song::NoteMark>>& slots) {
     Words result;
-    for (auto const& slot : slots) {
+    for (const auto& slot : slots) {
         result.emplace_back();
-        for (Song::NoteMark const& mark : slot) {
+        for (const Song::NoteMark& mark : slot) {
             std::string word = Notes::idToName(mark.note) + "/" + std::to_string(mark.length);
             if (mark.wrong) {
                 word += "x";
@@ -26,17 +26,17 @@ Words words(std::vector<std::vector<Song::NoteMark>> const& slots) {
     return result;
 }
 
-NoteState holding(std::vector<Notes::NoteID> const& notes, float seconds) {
+NoteState holding(const std::vector<Notes::NoteID>& notes, float seconds) {
     NoteState state;
     state.notesDown(notes, seconds);
     return state;
 }
 
-bool SongFixture::load(std::string const& contents) {
+bool SongFixture::load(const std::string& contents) {
     // A name of its own each time: a file that is written over makes some file systems wait for the disk.
     path = folder.write("song" + std::to_string(++files) + ".txt", contents);
-    CapturedErrors const captured;
-    bool const loaded = song.load(path.c_str());
+    const CapturedErrors captured;
+    const bool loaded = song.load(path.c_str());
     errors = captured.text();
     return loaded;
 }

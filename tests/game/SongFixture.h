@@ -24,8 +24,8 @@ class CapturedErrors {
 public:
     CapturedErrors();
     ~CapturedErrors();
-    CapturedErrors(CapturedErrors const&) = delete;
-    CapturedErrors& operator=(CapturedErrors const&) = delete;
+    CapturedErrors(const CapturedErrors&) = delete;
+    CapturedErrors& operator=(const CapturedErrors&) = delete;
 
     std::string text() const { return captured.str(); }
 
@@ -36,16 +36,16 @@ private:
 
 /// A song's slots as words: "C/1" a C of length 1, with "!" behind it once it is hit and "x" for a penalty.
 using Words = std::vector<std::vector<std::string>>;
-Words words(std::vector<std::vector<Song::NoteMark>> const& slots);
+Words words(const std::vector<std::vector<Song::NoteMark>>& slots);
 
 /// `notes` held for `seconds`.
-NoteState holding(std::vector<Notes::NoteID> const& notes, float seconds);
+NoteState holding(const std::vector<Notes::NoteID>& notes, float seconds);
 
 /// A song read from a text, and the score of playing it.
 class SongFixture : public testing::Test {
 protected:
     /// Loads a file with these contents; what it reports is in `errors` afterwards.
-    bool load(std::string const& contents);
+    bool load(const std::string& contents);
     Words slots() const { return words(song.getSlots()); }
 
     TemporaryFolder folder;

@@ -9,7 +9,7 @@
 #include "analysis/NoteEstimation.h"
 #include "audio/RingBuffer.h"
 #include "bench/hearing/Judge.h"
-#include "bench/hearing/Page.h"
+#include "bench/hearing/SongRun.h"
 #include "bench/hearing/Tables.h"
 #include "bench/hearing/Voice.h"
 #include "tests/support/TemporaryFolder.h"
@@ -24,7 +24,7 @@ std::vector<float> sine(double frequencyHz, double amplitude, double fromSeconds
                         double seconds) {
     std::vector<float> sound(static_cast<std::size_t>(seconds * soundRateHz), 0.0f);
     for (std::size_t i = 0; i < sound.size(); ++i) {
-        double const t = static_cast<double>(i) / soundRateHz;
+        const double t = static_cast<double>(i) / soundRateHz;
         if (t >= fromSeconds && t < toSeconds) {
             sound[i] = static_cast<float>(amplitude * std::sin(2.0 * pi * frequencyHz * t));
         }
@@ -44,24 +44,24 @@ protected:
     }
     void TearDown() override { testing::internal::GetCapturedStdout(); }
 
-    std::string const table = readText("notes.txt");
+    const std::string table = readText("notes.txt");
 };
 
 }  // namespace
 
-TEST_F(HearingBench, aReplayHoldsTheNotesThatTheGameHoldsWhileItListens) {
+TEST_F(HearingBench, AReplayHoldsTheNotesThatTheGameHoldsWhileItListens) {
     // A scale in which every note fades into the next.
     std::vector<float> sound(static_cast<std::size_t>(4 * soundRateHz), 0.0f);
     for (int note = 0; note < 7; ++note) {
-        double const startSeconds = 0.3 + 0.45 * note;
+        const double startSeconds = 0.3 + 0.45 * note;
         mix(sound,
             sine(523.25 * std::exp2(note / 6.0), 0.2 / (1 + note), startSeconds, startSeconds + 0.6, 4.0),
             1.0);
     }
-    Recording const recording = listen(sound, usualMinDecibel, false);
+    const Recording recording = listen(sound, usualMinDecibel, false);
     std::vector<std::vector<float>> replayed;
     Listener listener(table);
-    listener.replay(recording, [&](double, NoteState const& held) {
+    listener.replay(recording, [&](double, const NoteState& held) {
         std::vector<float> counts;
         for (int note = 0; note < 7; ++note) {
             counts.push_back(held.downCount(note));
@@ -69,7 +69,7 @@ TEST_F(HearingBench, aReplayHoldsTheNotesThatTheGameHoldsWhileItListens) {
         replayed.push_back(counts);
     });
 
-    auto const ring = boost::shared_ptr<RingBuffer>(new RingBuffer(20 * 1024));
+    const auto ring = boost::shared_ptr<RingBuffer>(new RingBuffer(20 * 1024));
     NoteEstimation game;
     std::size_t appended = 0;
     std::size_t framesWithNotes = 0;
@@ -87,11 +87,42 @@ TEST_F(HearingBench, aReplayHoldsTheNotesThatTheGameHoldsWhileItListens) {
     EXPECT_GT(framesWithNotes, 100u);
 }
 
-TEST_F(HearingBench, aPureToneIsRightFromATenthOfASecondOnAndForAsLongAfterItsEnd) {
-    Recording const recording = listen(
+TEST_F(HearingBench, AReplayHoldsTheNotesThatTheFineEarHears) {
+    std::vector<float> sound(static_cast<std::size_t>(4 * soundRateHz), 0.0f);
+    for (int note = 0; note < 7; ++note) {
+        const double startSeconds = 0.3 + 0.45 * note;
+        mix(sound, sine(130.81 * std::exp2(note / 6.0), 0.2, startSeconds, startSeconds + 0.6, 4.0), 1.0);
+    }
+    const Recording recording = listen(sound, usualMinDecibel, false);
+    ::setenv("ZANTO_EAR", "fine", 1);
+    NoteEstimation game;
+    ::unsetenv("ZANTO_EAR");
+    const auto ring = boost::shared_ptr<RingBuffer>(new RingBuffer(20 * 1024));
+    std::size_t appended = 0;
+    std::size_t frame = 0;
+    std::size_t framesWithNotes = 0;
+    Listener().replay(recording, [&](double seconds, const NoteState& held) {
+        EXPECT_NEAR(seconds, 0.01 * static_cast<double>(frame), 1e-9);
+        for (; (appended + 1) * 1024 <= frame * 480; ++appended) {
+            ring->append(&sound[appended * 1024], 1024);
+        }
+        game.update(ring, 0.01);
+        for (int note = 0; note < 7; ++note) {
+            EXPECT_EQ(game.getNoteState().downCount(note), held.downCount(note))
+                << frame << ", note " << note;
+            framesWithNotes += held.isDown(note) ? 1 : 0;
+        }
+        ++frame;
+    });
+    EXPECT_EQ(frame, 399u);
+    EXPECT_GT(framesWithNotes, 100u);
+}
+
+TEST_F(HearingBench, APureToneIsRightFromATenthOfASecondOnAndForAsLongAfterItsEnd) {
+    const Recording recording = listen(
         sine(523.25, 0.3, attackSeconds, attackSeconds + holdSeconds, takeSeconds), usualMinDecibel, true);
     Listener listener(table);
-    Hearing const asC = judge(takeOf(72), recording, listener);
+    const Hearing asC = judge(takeOf(72), recording, listener);
     EXPECT_EQ(asC.right, 1.0);
     EXPECT_EQ(asC.wrong, 0.0);
     EXPECT_EQ(asC.peerRight, 1.0);
@@ -102,60 +133,62 @@ TEST_F(HearingBench, aPureToneIsRightFromATenthOfASecondOnAndForAsLongAfterItsEn
     EXPECT_GT(asC.tailSeconds, 0.08);
     EXPECT_LT(asC.tailSeconds, 0.2);
 
-    Hearing const asD = judge(takeOf(74), recording, listener);
+    const Hearing asD = judge(takeOf(74), recording, listener);
     EXPECT_EQ(asD.right, 0.0);
     EXPECT_EQ(asD.wrong, 1.0);
     EXPECT_EQ(asD.peerWrong, 1.0);
     EXPECT_FALSE(asD.latencySeconds);
 }
 
-TEST_F(HearingBench, aChordIsRightForTheShareOfItsNotesThatIsHeard) {
-    Recording const recording = listen(
+TEST_F(HearingBench, AChordIsRightForTheShareOfItsNotesThatIsHeard) {
+    const Recording recording = listen(
         sine(523.25, 0.3, attackSeconds, attackSeconds + holdSeconds, takeSeconds), usualMinDecibel, true);
     Listener listener(table);
-    Hearing const hearing = judge({Trial::chord, {72, 76}, Touch()}, recording, listener);
+    const Hearing hearing = judge({Trial::chord, {72, 76}, Touch()}, recording, listener);
     EXPECT_EQ(hearing.right, 0.5);
     EXPECT_EQ(hearing.wrong, 0.0);
 }
 
-TEST_F(HearingBench, recordingsComeBackFromTheirFileAsTheyWere) {
-    TemporaryFolder const folder;
-    std::string const path = (folder.path() / "a.takes").string();
-    std::vector<Recording> const written = {{{{{45, -20.5f}, {90, -22.25f}}, {}}, {523.25f, 0.0f}}, {}};
+TEST_F(HearingBench, RecordingsComeBackFromTheirFileAsTheyWere) {
+    const TemporaryFolder folder;
+    const std::string path = (folder.path() / "a.takes").string();
+    const std::vector<Recording> written = {{{{{45, -20.5f}, {90, -22.25f}}, {}}, {1, 127}, {523.25f, 0.0f}},
+                                            {}};
     writeRecordings(path, written);
-    std::vector<Recording> const read = readRecordings(path);
+    const std::vector<Recording> read = readRecordings(path);
     ASSERT_EQ(read.size(), 2u);
     ASSERT_EQ(read[0].blocks.size(), 2u);
     ASSERT_EQ(read[0].blocks[0].size(), 2u);
     EXPECT_EQ(read[0].blocks[0][1].bin, 90);
     EXPECT_EQ(read[0].blocks[0][1].levelDb, -22.25f);
     EXPECT_TRUE(read[0].blocks[1].empty());
+    EXPECT_EQ(read[0].fineNotes, written[0].fineNotes);
     EXPECT_EQ(read[0].peerHz, written[0].peerHz);
     EXPECT_TRUE(read[1].blocks.empty());
     EXPECT_TRUE(readRecordings(path + ".none").empty());
 }
 
-TEST_F(HearingBench, theSearchFindsTheNoteOfABinThatATableLacks) {
+TEST_F(HearingBench, TheSearchFindsTheNoteOfABinThatATableLacks) {
     BinMapSearch search;
     search.add(takeOf(72), listen(sine(523.25, 0.3, 0.2, 1.2, takeSeconds), usualMinDecibel, false));
-    BinMap const map = search.best({}, 0.5);
+    const BinMap map = search.best({}, 0.5);
     EXPECT_EQ(map.size(), 1u);
     EXPECT_EQ(map.at(45), 0);  // 527.3 Hz
     // Where nothing speaks for a bin, it stays as it was.
     EXPECT_EQ(search.best({{60, 3}}, 0.5).at(60), 3);
 }
 
-TEST_F(HearingBench, aBinMapSurvivesBeingWrittenAsATable) {
-    BinMap const map = binMapOf(table);
+TEST_F(HearingBench, ABinMapSurvivesBeingWrittenAsATable) {
+    const BinMap map = binMapOf(table);
     EXPECT_GT(map.size(), 50u);
     EXPECT_EQ(binMapOf(tableText(map)), map);
 }
 
-TEST_F(HearingBench, aFaithfulPerformanceBeginsEveryNoteAsItsWindowOpens) {
-    TemporaryFolder const folder;
+TEST_F(HearingBench, AFaithfulPerformanceBeginsEveryNoteAsItsWindowOpens) {
+    const TemporaryFolder folder;
     Song song;
     ASSERT_TRUE(song.load(folder.write("song.txt", "1 1\nC2\n\nB").c_str()));
-    std::vector<NoteEvent> const notes = performance(song, 5, 0.1);
+    const std::vector<NoteEvent> notes = performance(song, 5, 0.1);
     ASSERT_EQ(notes.size(), 2u);
     EXPECT_EQ(notes[0].pitch, 72);
     EXPECT_DOUBLE_EQ(notes[0].startSeconds, 0.75);  // song time -0.25 s
@@ -164,21 +197,15 @@ TEST_F(HearingBench, aFaithfulPerformanceBeginsEveryNoteAsItsWindowOpens) {
     EXPECT_DOUBLE_EQ(notes[1].startSeconds, 1.75);
 }
 
-TEST_F(HearingBench, aQuietRoomHasNoNotesAndAHummingOneHas) {
+TEST_F(HearingBench, AQuietRoomHasNoNotesAndAHummingOneHas) {
     Listener listener(table);
-    FalseNotes const silent =
+    const FalseNotes silent =
         falseNotes(listen(std::vector<float>(2 * soundRateHz, 0.0f), usualMinDecibel, false), listener);
     EXPECT_EQ(silent.perMinute, 0.0);
     EXPECT_EQ(silent.share, 0.0);
-    FalseNotes const humming =
+    const FalseNotes humming =
         falseNotes(listen(sine(440.0, 0.1, 0.0, 2.0, 2.0), usualMinDecibel, false), listener);
     EXPECT_NEAR(humming.perMinute, 30.0, 1.0);  // one note in two seconds
     EXPECT_NEAR(humming.longOnesPerMinute, 30.0, 1.0);
     EXPECT_GT(humming.share, 0.9);
-}
-
-TEST_F(HearingBench, aPageWithAnUnknownFigureIsRefused) {
-    EXPECT_EQ(fillIn("a {{b}} c", {{"b", "1"}}), "a 1 c");
-    EXPECT_THROW(fillIn("a {{x}} c", {{"b", "1"}}), std::runtime_error);
-    EXPECT_THROW(fillIn("a {{b", {{"b", "1"}}), std::runtime_error);
 }

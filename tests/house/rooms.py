@@ -7,57 +7,47 @@ import pathlib
 import re
 import sys
 
-ROOMS = ["platform/tmath", "platform/timage", "platform/ffont", "platform/wt", "audio", "analysis", "scene",
-         "game", "ui", "app", "tools"]
-
 # Room -> what it may include of ours: a whole room, or single files of one.
 MAY_INCLUDE = {
+    "platform/settings": [],
     "platform/tmath": [],
     "platform/timage": [],
     "platform/ffont": [],
     "platform/wt": ["platform/tmath", "platform/timage", "platform/ffont"],
-    "audio": [],
-    "analysis": ["audio/RingBuffer.h"],
+    "audio": ["platform/settings"],
+    "analysis": ["platform/settings", "audio/RingBuffer.h"],
     "scene": ["platform/tmath", "platform/ffont"],
     "game": ["analysis/Notes.h", "analysis/NoteState.h", "scene"],
     "ui": ["platform/wt", "platform/tmath", "platform/timage"],
-    "app": ["platform/tmath", "platform/timage", "platform/ffont", "platform/wt", "audio", "analysis",
+    "app": ["platform/settings", "platform/tmath", "platform/timage", "platform/ffont", "platform/wt", "audio", "analysis",
             "scene", "game", "ui"],
-    "tools": ["audio", "analysis", "game"],
+    # The companions cut texts into the same characters as the game's typeface.
+    "tools": ["platform/settings", "audio", "analysis", "game", "platform/ffont/Utf8.h"],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
 
 
-def room_of(include):
-    """The room that an include names, None for no room."""
-    return next((room for room in ROOMS if include.startswith(room + "/")), None)
-
-
-def allowed(room, include):
-    return room_of(include) == room or any(
-        include == entry or include.startswith(entry + "/") for entry in MAY_INCLUDE[room])
+def complaint(project, room, include):
+    """What is wrong with an include, None for nothing."""
+    if not any(include.startswith(other + "/") for other in MAY_INCLUDE):
+        return f'"{include}" names no room'
+    if not any(include == entry or include.startswith(entry + "/") for entry in (room, *MAY_INCLUDE[room])):
+        return f'{room} may not include "{include}"'
+    return None if (project / include).is_file() else f'there is no "{include}"'
 
 
 def check(project):
     """(number of includes looked at, list of complaints)."""
     looked_at = 0
     complaints = []
-    for room in ROOMS:
+    for room in MAY_INCLUDE:
         for source in sorted(path for ending in ("*.h", "*.cpp") for path in (project / room).rglob(ending)):
             for number, line in enumerate(source.read_text(encoding="utf-8").splitlines(), start=1):
-                match = INCLUDE.match(line)
-                if not match:
-                    continue
-                looked_at += 1
-                include = match.group(1)
-                where = f"{source.relative_to(project)}:{number}"
-                if room_of(include) is None:
-                    complaints.append(f'{where}: "{include}" names no room')
-                elif not allowed(room, include):
-                    complaints.append(f'{where}: {room} may not include "{include}"')
-                elif not (project / include).is_file():
-                    complaints.append(f'{where}: there is no "{include}"')
+                if match := INCLUDE.match(line):
+                    looked_at += 1
+                    found = complaint(project, room, match.group(1))
+                    complaints += [f"{source.relative_to(project)}:{number}: {found}"] if found else []
     return looked_at, complaints
 
 

@@ -1,58 +1,42 @@
 """Prints the closing summary of ./check from the result files that CTest left in a folder.
 
-Usage: summary.py FOLDER SECONDS. Reads FOLDER/*.xml (JUnit, one per part) and FOLDER/failed (names of parts
-that did not succeed, one per line, missing when there are none). Status 0 only when every part succeeded,
-no test failed or was left out, and every part ran at least one.
+Usage: summary.py FOLDER SECONDS. Reads FOLDER/*.xml (JUnit, one for each part) and FOLDER/failed (the names of parts
+that failed, one on each line; missing when none did). Status 0 only when every part succeeded, no test failed or was
+left out, and every part ran at least one.
 """
 
+import collections
 import pathlib
 import sys
 import xml.etree.ElementTree as ElementTree
 
 
-def read_part(path):
-    """The names of a part's tests by outcome: {"passed": [...], "failed": [...], "skipped": [...]}."""
-    outcomes = {"passed": [], "failed": [], "skipped": []}
-    for case in ElementTree.parse(path).getroot().iter("testcase"):
-        status = case.get("status")
-        if case.find("failure") is not None or status == "fail":
-            outcome = "failed"
-        elif case.find("skipped") is not None or status != "run":
-            outcome = "skipped"
-        else:
-            outcome = "passed"
-        outcomes[outcome].append(case.get("name"))
-    return outcomes
+def outcome_of(case):
+    if case.find("failure") is not None or case.get("status") == "fail":
+        return "failed"
+    return "not run" if case.find("skipped") is not None or case.get("status") != "run" else "passed"
 
 
 def main(folder, seconds):
-    folder = pathlib.Path(folder)
-    failed_list = folder / "failed"
-    failed_parts = failed_list.read_text().splitlines() if failed_list.exists() else []
-    problems = [f"part failed: {name}" for name in failed_parts]
-    total = {"passed": 0, "failed": 0, "skipped": 0}
-
+    failed = folder / "failed"
+    problems = [f"part failed: {name}" for name in failed.read_text().splitlines()] if failed.exists() else []
+    total = collections.Counter()
     print()
     for path in sorted(folder.glob("*.xml"), key=lambda path: path.stat().st_mtime):
-        outcomes = read_part(path)
-        for outcome, names in outcomes.items():
-            total[outcome] += len(names)
-        problems += [f"failed in {path.stem}: {name}" for name in outcomes["failed"]]
-        problems += [f"not run in {path.stem}: {name}" for name in outcomes["skipped"]]
-        if not any(outcomes.values()):
+        cases = [(outcome_of(case), case.get("name")) for case in ElementTree.parse(path).iter("testcase")]
+        counts = collections.Counter(outcome for outcome, _ in cases)
+        total += counts
+        problems += [f"{outcome} in {path.stem}: {name}" for outcome, name in cases if outcome != "passed"]
+        if not cases:
             problems.append(f"no test ran in {path.stem}")
-        print(f"{path.stem:12} {len(outcomes['passed']):5} passed {len(outcomes['failed']):4} failed "
-              f"{len(outcomes['skipped']):4} not run")
-    if total["passed"] == 0:
+        print(f"{path.stem:12} {counts['passed']:5} passed {counts['failed']:4} failed {counts['not run']:4} not run")
+    if not total["passed"]:
         problems.append("no test passed at all")
-    for problem in problems:
-        print(problem)
-    print(f"{total['passed']} tests passed, {total['failed']} failed, {total['skipped']} not run, "
-          f"in {seconds // 60} min {seconds % 60} s: {'FAILED' if problems else 'all is well'}")
+    print("\n".join(problems + [
+        f"{total['passed']} tests passed, {total['failed']} failed, {total['not run']} not run, "
+        f"in {seconds // 60} min {seconds % 60} s: {'FAILED' if problems else 'all is well'}"]))
     return 1 if problems else 0
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 3:
-        sys.exit(__doc__)
-    sys.exit(main(sys.argv[1], int(sys.argv[2])))
+    sys.exit(main(pathlib.Path(sys.argv[1]), int(sys.argv[2])) if len(sys.argv) == 3 else __doc__)

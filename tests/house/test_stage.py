@@ -19,51 +19,31 @@ def picture_of(text, size, colour="white", background="black"):
     return picture
 
 
-@pytest.mark.parametrize("size", [14, 18, 24, 27, 33])
-@pytest.mark.parametrize("number", [0, 1234567890, -20, -9876, 100, 6666, 808080, -35, 71714])
-def test_numbers_are_read_exactly(number, size):
-    assert reader.read_number_after(picture_of(f"Score:{number:5.0f}", size), "Score:") == number
-
-
-@pytest.mark.parametrize("colour", [(255, 0, 0), (217, 255, 217), (0, 255, 0), (255, 191, 191)])
-def test_tinted_numbers_are_read(colour):
-    assert reader.read_number_after(picture_of("Score:  340", 27, colour), "Score:") == 340
-
-
-@pytest.mark.parametrize("text", ["Score:", "Score: x", "Sure: 100", ""])
-def test_what_is_no_number_gives_none(text):
-    assert reader.read_number_after(picture_of(text, 27), "Score:") is None
+@pytest.mark.parametrize("text, size, colour, number", [
+    *((f"Score:{number:5.0f}", size, "white", number) for size in [14, 18, 24, 27, 33]
+      for number in [0, 1234567890, -20, -9876, 100, 6666, 808080, -35, 71714]),
+    *(("Score:  340", 27, colour, 340) for colour in [(255, 0, 0), (217, 255, 217), (0, 255, 0), (255, 191, 191)]),
+    *((text, 27, "white", None) for text in ["Score:", "Score: x", "Sure: 100", ""])])
+def test_numbers_of_any_tint_are_read_exactly_and_other_text_is_none(text, size, colour, number):
+    assert reader.read_number_after(picture_of(text, size, colour), "Score:") == number
 
 
 @pytest.mark.parametrize("colour, background", [("white", (60, 100, 190)), ((20, 20, 40), (240, 240, 255))])
 def test_text_is_found_light_and_dark_and_where_it_stands(colour, background):
-    line = reader.find_text(picture_of("New Game", 20, colour, background), "New Game")
-    assert line is not None
-    assert line.box.left == pytest.approx(12, abs=3)
-    assert line.box.height == pytest.approx(15, abs=3)
-    assert reader.find_text(picture_of("New Game", 20, colour, background), "Exit") is None
+    picture = picture_of("New Game", 20, colour, background)
+    line = reader.find_text(picture, "New Game")
+    assert (line.box.left, line.box.height) == (pytest.approx(12, abs=3), pytest.approx(15, abs=3))
+    assert reader.find_text(picture, "Exit") is None
+    # A region limits what is read; boxes are in the whole picture.
+    assert reader.find_text(picture, "New Game", (0, 60, 640, 80)) is None
+    box = reader.find_text(picture, "New Game", (5, 10, 640, 80)).box
+    assert (box.left, box.top) == (line.box.left, line.box.top)
 
 
-def test_the_region_limits_what_is_read_and_boxes_are_in_the_whole_picture():
-    picture = picture_of("Score: 12", 27)
-    assert reader.find_text(picture, "Score: 12", (0, 60, 640, 80)) is None
-    box = reader.find_text(picture, "Score: 12", (5, 10, 640, 80)).box
-    assert (box.left, box.top) == (reader.find_text(picture, "Score: 12").box.left,
-                                   reader.find_text(picture, "Score: 12").box.top)
-
-
-def test_a_melody_is_worth_its_slots():
+def test_a_melody_is_worth_its_slots_and_notes_that_sound_together_are_none():
     song = Song("song.txt", "120 4\nC\n\nE2\n\nG4\n")
-    assert (song.notes, song.worth, song.is_melody) == (3, 700, True)
-    assert song.seconds == 2 + (6 + 4) * 0.5
-
-
-@pytest.mark.parametrize("text", ["1 1\nC E\n", "1 1\nC2\nE\n"])
-def test_notes_that_sound_together_are_no_melody(text):
-    assert not Song("song.txt", text).is_melody
-
-
-def test_a_file_without_a_header_is_no_song():
+    assert (song.notes, song.worth, song.is_melody, song.seconds) == (3, 700, True, 2 + (6 + 4) * 0.5)
+    assert not Song("song.txt", "1 1\nC E\n").is_melody and not Song("song.txt", "1 1\nC2\nE\n").is_melody
     with pytest.raises(ValueError):
         Song("song.txt", "C\nE\n")
 
@@ -85,47 +65,99 @@ def test_awards_and_penalties_are_told_apart_also_when_they_come_together():
     assert book.score == 340
 
 
-def summary_of(folder, **parts):
-    for name, content in parts.items():
-        (folder / f"{name}.xml").write_text(f'<testsuite name="x">{content}</testsuite>')
-    return subprocess.run(["/usr/bin/env", "python3", PROJECT / "tests/house/summary.py", folder, "61"],
-                          capture_output=True, text=True, check=False)
-
-
 PASSED = '<testcase name="good" status="run"/>'
 FAILED = '<testcase name="bad" status="fail"><failure message=""/></testcase>'
 SKIPPED = '<testcase name="left out" status="notrun"><skipped message=""/></testcase>'
 
 
-def test_the_summary_is_good_only_when_all_passed(tmp_path):
-    outcome = summary_of(tmp_path, unit=PASSED * 3)
-    assert outcome.returncode == 0
-    assert "3 tests passed, 0 failed, 0 not run, in 1 min 1 s: all is well" in outcome.stdout
-
-
-@pytest.mark.parametrize("content, complaint", [(PASSED + FAILED, "failed in unit: bad"),
-                                                (PASSED + SKIPPED, "not run in unit: left out"),
-                                                ("", "no test ran in unit")])
-def test_the_summary_names_what_is_not_well(tmp_path, content, complaint):
-    outcome = summary_of(tmp_path, unit=content, other=PASSED)
-    assert outcome.returncode == 1
-    assert complaint in outcome.stdout
-
-
-def test_the_summary_fails_without_any_test_and_for_a_failed_part(tmp_path):
-    assert summary_of(tmp_path).returncode == 1
-    (tmp_path / "failed").write_text("build\n")
-    outcome = summary_of(tmp_path, unit=PASSED)
-    assert outcome.returncode == 1
-    assert "part failed: build" in outcome.stdout
+@pytest.mark.parametrize("parts, failed, status, told", [
+    ({"unit": PASSED * 3}, "", 0, "3 tests passed, 0 failed, 0 not run, in 1 min 1 s: all is well"),
+    ({"unit": PASSED + FAILED, "other": PASSED}, "", 1, "failed in unit: bad"),
+    ({"unit": PASSED + SKIPPED, "other": PASSED}, "", 1, "not run in unit: left out"),
+    ({"unit": "", "other": PASSED}, "", 1, "no test ran in unit"),
+    ({}, "", 1, "no test passed at all"),
+    ({"unit": PASSED}, "build\n", 1, "part failed: build")])
+def test_the_summary_is_good_only_when_all_passed_and_names_what_is_not(tmp_path, parts, failed, status, told):
+    for name, content in parts.items():
+        (tmp_path / f"{name}.xml").write_text(f'<testsuite name="x">{content}</testsuite>')
+    if failed:
+        (tmp_path / "failed").write_text(failed)
+    outcome = subprocess.run(["/usr/bin/env", "python3", PROJECT / "tests/house/summary.py", tmp_path, "61"],
+                             capture_output=True, text=True, check=False)
+    assert outcome.returncode == status and told in outcome.stdout
 
 
 def shell(script):
     return subprocess.run(["bash", "-uc", script], cwd=PROJECT, capture_output=True, text=True, check=False)
 
 
+FAKE_APT = """\
+#!/bin/sh
+# Stands in for apt-get: writes down what it is asked, tells of $REMOVED in a simulation, and installs by a file's name.
+echo "$*" >>asked
+case " $* " in
+*" --simulate "*)
+    echo "Inst new-one (1.0 Debian:12 [amd64])"
+    echo "Inst old-one [1.0] (1.1 Debian:12 [amd64])"
+    [ -z "$REMOVED" ] || echo "Remv $REMOVED [1.0]"
+    ;;
+*" install "*) for name in "$@"; do touch "installed/$name"; done ;;
+esac
+"""
+FAKE_DPKG_QUERY = """\
+#!/bin/sh
+for name in "$@"; do :; done
+[ -e "installed/$name" ] && echo installed
+"""
+
+
+@pytest.fixture
+def system(tmp_path):
+    """system(script, installed...): the outcome of a script on a system of fakes, and what apt-get was asked."""
+    for name, text in {"apt-get": FAKE_APT, "dpkg-query": FAKE_DPKG_QUERY, "id": "#!/bin/sh\necho 0\n"}.items():
+        (tmp_path / name).write_text(text)
+        (tmp_path / name).chmod(0o755)
+    (tmp_path / "installed").mkdir()
+    (tmp_path / "list.txt").write_text("demo  xvfb  display\ndemo  pulseaudio|pipewire-pulse+wireplumber  microphone\n")
+
+    def outcome_of(script, *installed, removed=""):
+        for name in installed:
+            (tmp_path / "installed" / name).touch()
+        outcome = subprocess.run(
+            ["bash", "-uc", f". {PROJECT}/tools/stage/packages.sh; package_list=list.txt; {script}"], cwd=tmp_path,
+            env={"PATH": f"{tmp_path}:/usr/bin:/bin", "REMOVED": removed}, capture_output=True, text=True, check=False)
+        asked = tmp_path / "asked"
+        return outcome, asked.read_text().splitlines() if asked.exists() else []
+    return outcome_of
+
+
+@pytest.mark.parametrize("installed, chosen", [
+    ([], ["pulseaudio"]), (["pulseaudio"], ["pulseaudio"]), (["pulseaudio", "pipewire-pulse"], ["pulseaudio"]),
+    (["pipewire-pulse"], ["pipewire-pulse", "wireplumber"])])
+def test_of_two_sound_servers_the_one_that_is_installed_is_taken(system, installed, chosen):
+    outcome, _ = system("packages_of demo", *installed)
+    assert outcome.stdout.split() == ["xvfb", *chosen]
+
+
+@pytest.mark.parametrize("removed, plan", [
+    ("", "to be installed: new-one\n  to be upgraded: old-one\n"), ("pipewire-alsa", "to be removed: pipewire-alsa\n")])
+def test_the_plan_is_told_before_anything_is_installed_and_apt_may_remove_nothing(system, removed, plan):
+    outcome, asked = system("install_packages demo", removed=removed)
+    assert outcome.returncode == (1 if removed else 0), outcome.stderr
+    assert plan in outcome.stdout
+    assert ("would be removed, so nothing is installed" in outcome.stderr) == bool(removed)
+    if not removed:
+        last = asked.pop()
+        assert last.endswith(" xvfb pulseaudio") and {"--no-remove", "--yes"} < set(last.split())
+    assert all("--yes" not in words for words in asked) and "--simulate" in asked[-1]
+
+
+def test_nothing_is_asked_of_apt_where_all_is_there(system):
+    assert system("install_packages demo", "xvfb", "pipewire-pulse", "wireplumber")[1] == []
+
+
 def test_a_player_is_not_asked_to_install_what_only_tests_need():
-    outcome = shell(". tools/stage/packages.sh; packages_of build demo")
+    outcome = shell(". tools/stage/packages.sh; packages_of build play demo")
     names = outcome.stdout.split()
     assert "freeglut3-dev" in names and "xvfb" in names
     assert not {"libgtest-dev", "clang-tidy", "valgrind", "python3-pytest"} & set(names)

@@ -26,19 +26,14 @@ def run(*command, **options):
     return done
 
 
-def debian_sources():
-    """(code name, {(address, suite): components}) of this machine's own Debian sources."""
-    text = run("apt-get", "indextargets", "--format", "$(REPO_URI)|$(RELEASE)|$(CODENAME)|$(COMPONENT)|$(LABEL)",
-               "Created-By: Packages", "Origin: Debian").stdout
-    sources, base = {}, None
-    for line in text.splitlines():
-        address, suite, code_name, component, label = line.split("|")
-        sources.setdefault((address, suite), set()).add(component)
-        if label == "Debian" and "-" not in code_name:  # neither updates nor backports
-            base = (address, code_name)
-    if base is None:
-        raise RuntimeError("apt knows no Debian sources here: run apt-get update")
-    return base, sources
+def release_and_mirror():
+    """This machine's release of Debian by its code name, and where its apt takes that from."""
+    release = run("sh", "-c", ". /etc/os-release && echo $VERSION_CODENAME").stdout.strip()
+    mirrors = run("apt-get", "indextargets", "--format", "$(REPO_URI)", "Created-By: Packages", "Origin: Debian",
+                  f"Codename: {release}", "Label: Debian").stdout.split()
+    if not mirrors:
+        raise RuntimeError("apt knows no Debian mirror here: run apt-get update")
+    return release, mirrors[0]
 
 
 class CleanSystem:
@@ -67,14 +62,10 @@ class CleanSystem:
 
     def _make(self):
         self.folder.chmod(0o755)
-        (address, code_name), sources = debian_sources()
-        secure = any(address.startswith("https:") for address, _ in sources)
-        run("debootstrap", "--variant=minbase", *(["--include=ca-certificates"] if secure else []), code_name,
-            self.folder, address)
+        release, mirror = release_and_mirror()
+        run("debootstrap", "--variant=minbase", *(["--include=ca-certificates"] if "https:" in mirror else []), release,
+            self.folder, mirror)
         apt = self.folder / "etc/apt"
-        (apt / "sources.list").write_text("".join(
-            f"deb {address} {suite} {' '.join(sorted(components))}\n"
-            for (address, suite), components in sources.items()))
         (apt / "apt.conf.d/90proxy").write_text("".join(
             line + "\n" for line in run("apt-config", "dump").stdout.splitlines()
             if line.lower().startswith(("acquire::http::proxy ", "acquire::https::proxy "))))

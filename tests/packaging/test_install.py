@@ -16,10 +16,12 @@ def files_below(folder):
 def expected_files():
     data = PROJECT / "data"
     share = "usr/share/"
-    yield from ("usr/games/zanto", "usr/libexec/zanto/zanto", *(f"usr/games/{tool}" for tool in TOOLS))
-    for path in ["notes.txt", "Images/title.png", "Fonts/Vera.ttf", "Fonts/Vera-LICENSE.txt"]:
-        yield f"{share}games/zanto/{path}"
-    yield from (f"{share}games/zanto/Songs/{path.name}" for path in (data / "Songs").iterdir())
+    yield from ("usr/bin/zanto", "usr/libexec/zanto/zanto", *(f"usr/bin/{tool}" for tool in TOOLS))
+    yield "usr/libexec/zanto/zanto-no-microphone"
+    for path in ["notes.txt", "Fonts/Vera.ttf", "Fonts/Vera-LICENSE.txt",
+                 *(f"Images/{name}.png" for name in ("title", "icon-16", "icon-48", "icon-128"))]:
+        yield f"{share}zanto/{path}"
+    yield from (f"{share}zanto/Songs/{path.name}" for path in (data / "Songs").iterdir())
     yield f"{share}applications/zanto.desktop"
     yield f"{share}metainfo/{COMPONENT}.metainfo.xml"
     yield f"{share}icons/hicolor/scalable/apps/zanto.svg"
@@ -29,26 +31,18 @@ def expected_files():
     yield from (f"{share}man/man1/{tool}.1.gz" for tool in TOOLS)
 
 
-def test_everything_is_installed_and_nothing_else(root):
+def test_everything_is_installed_and_nothing_else_and_nothing_can_be_written_by_others(root):
     documents = "usr/share/doc/zanto/"
     files = files_below(root)
     assert {name for name in files if not name.startswith(documents)} == set(expected_files())
     told = {name.removeprefix(documents) for name in files if name.startswith(documents)}
     assert {"copyright", "changelog.gz", "song-format.md", "zanto-song.md"} <= told
-
-
-def test_programs_can_be_run_and_nothing_can_be_written_by_others(root):
-    programs = {"usr/games/zanto", "usr/libexec/zanto/zanto", *(f"usr/games/{tool}" for tool in TOOLS)}
-    for name in files_below(root):
-        mode = stat.S_IMODE(os.stat(root / name).st_mode)
-        assert mode == (0o755 if name in programs else 0o644), name
-
-
-def test_the_data_is_what_the_game_is_developed_with(root):
-    installed = root / "usr/share/games/zanto"
-    for path in installed.rglob("*"):
-        if path.is_file():
-            assert path.read_bytes() == (PROJECT / "data" / path.relative_to(installed)).read_bytes(), path.name
+    for name in files:
+        program = name.startswith(("usr/bin/", "usr/libexec/"))
+        assert stat.S_IMODE(os.stat(root / name).st_mode) == (0o755 if program else 0o644), name
+        if name.startswith("usr/share/zanto/"):
+            developed_with = PROJECT / "data" / name.removeprefix("usr/share/zanto/")
+            assert (root / name).read_bytes() == developed_with.read_bytes(), name
 
 
 def test_pages_that_installed_pages_link_to_are_installed_too(root):
@@ -61,13 +55,13 @@ def test_pages_that_installed_pages_link_to_are_installed_too(root):
 
 
 def test_installed_companions_find_the_installed_note_table(root, tmp_path):
-    song, sound = root / "usr/share/games/zanto/Songs/first_notes.txt", tmp_path / "song.wav"
-    assert run(root / "usr/games/zanto-song", "render", song, "-o", sound, cwd=tmp_path).returncode == 0
-    graded = run(root / "usr/games/zanto-song", "perform", song, sound, cwd=tmp_path)
+    song, sound = root / "usr/share/zanto/Songs/first_notes.txt", tmp_path / "song.wav"
+    assert run(root / "usr/bin/zanto-song", "render", song, "-o", sound, cwd=tmp_path).returncode == 0
+    graded = run(root / "usr/bin/zanto-song", "perform", song, sound, cwd=tmp_path)
     assert graded.returncode == 0 and " 0 penalties" in graded.stdout, graded.stdout
-    (root / "usr/share/games/zanto/notes.txt").rename(tmp_path / "notes.kept")
+    (root / "usr/share/zanto/notes.txt").rename(tmp_path / "notes.kept")
     try:
-        lost = run(root / "usr/games/zanto-song", "perform", song, sound, cwd=tmp_path)
+        lost = run(root / "usr/bin/zanto-song", "perform", song, sound, cwd=tmp_path)
     finally:
-        (tmp_path / "notes.kept").rename(root / "usr/share/games/zanto/notes.txt")
+        (tmp_path / "notes.kept").rename(root / "usr/share/zanto/notes.txt")
     assert lost.returncode == 1 and "notes.txt" in lost.stdout, lost.stdout

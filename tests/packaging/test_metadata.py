@@ -25,21 +25,14 @@ def section(text, name):
     return found.group(1) if found else ""
 
 
-def project_version():
-    return re.search(r"project\(zanto VERSION (\S+)", (PROJECT / "CMakeLists.txt").read_text()).group(1)
-
-
-def test_the_desktop_entry_is_valid():
-    outcome = run("desktop-file-validate", PACKAGING / "zanto.desktop")
+def test_the_desktop_entry_and_the_description_for_software_centres_are_valid():
+    outcome = run("desktop-file-validate", BUILD / "packaging/zanto.desktop")
     assert (outcome.returncode, outcome.stdout) == (0, "")
-
-
-def test_the_description_for_software_centres_is_valid():
     outcome = run("appstreamcli", "validate", "--no-net", "--pedantic", "--no-color",
                   BUILD / f"packaging/{COMPONENT}.metainfo.xml")
     remarks = re.findall(r"^[EWIP]: .*", outcome.stdout, re.MULTILINE)
-    # The domain "example" is nobody's and therefore no known one; who publishes the game sets another.
-    assert [remark for remark in remarks if "cid-maybe-not-rdns" not in remark] == []
+    # Nobody owns the domain "example"; who publishes the game sets another. AppStream before 1.0 knows no developer tag.
+    assert [remark for remark in remarks if not re.search("cid-maybe-not-rdns|unknown-tag developer$", remark)] == []
     assert outcome.returncode == 0 and "Validation was successful" in outcome.stdout, outcome.stdout
 
 
@@ -53,7 +46,7 @@ def test_screenshots_are_pictures_that_are_there_in_the_size_they_claim():
 
 
 def test_every_file_tells_the_same_version():
-    version = project_version()
+    version = re.search(r"project\(zanto VERSION (\S+)", (PROJECT / "CMakeLists.txt").read_text()).group(1)
     assert (PACKAGING / "debian/changelog").read_text().startswith(f"zanto ({version}-1) ")
     assert f'<release version="{version}"' in (BUILD / f"packaging/{COMPONENT}.metainfo.xml").read_text()
     assert re.search(r"^## (\S+)", (PROJECT / "CHANGELOG.md").read_text(), re.MULTILINE).group(1) == version
@@ -82,16 +75,12 @@ def test_manual_pages_are_sound(page):
     assert run("groff", "-mandoc", "-ww", "-z", "-T", "utf8", page).stdout == ""
 
 
-def test_manual_pages_refer_to_pages_that_there_are():
+def test_every_program_has_a_manual_page_that_refers_to_pages_that_there_are():
+    assert {page.name for page in PAGES} == {"zanto.6", *(f"{tool}.1" for tool in TOOLS)}
     names = {page.name for page in PAGES} | {"abc2midi.1"}
     for page in PAGES:
         references = re.findall(r"^\.Xr (\S+) (\d)", page.read_text(), re.MULTILINE)
         assert references and {f"{name}.{number}" for name, number in references} <= names
-
-
-def test_every_program_has_a_manual_page_named_after_it():
-    assert {page.name for page in PAGES} == {"zanto.6", *(f"{tool}.1" for tool in TOOLS)}
-    for page in PAGES:
         assert section(manual(page), "NAME").strip().startswith(f"{page.stem} – ")
 
 

@@ -4,9 +4,10 @@
 
 #include <map>
 
+#include "game/Rules.h"
+
 namespace {
 
-constexpr double leadInSeconds = 2.0;
 constexpr double frameSeconds = 0.03;  // what a slow machine takes
 constexpr double pauseSeconds = 0.01;  // of it, what the game sleeps
 constexpr double loud = 0.2;           // amplitude of one note
@@ -93,12 +94,7 @@ void ScreenFixture::openChooser() {
     frame();
     if (songs > 0) {
         const auto* list = widgets::in<wt::wtListBox>("Play Song", "List");
-        const tavi::Vec2<float> corner = list->origin();
-        const wt::Rect row = list->rowRect(1);
-        const float x = corner.x + row.x + row.w / 3.0f;
-        const float y = corner.y + row.y + row.h / 2.0f;
-        widgets::click({static_cast<int>((x + 1.0f) / 2.0f * static_cast<float>(screenWidth)),
-                        static_cast<int>((1.0f - y) / 2.0f * static_cast<float>(screenHeight))});
+        widgets::click(widgets::inRow(*list, 1, 1.0f / 3.0f, screenWidth, screenHeight));
     }
     constexpr int framesToSettle = 30;
     frames(framesToSettle);
@@ -109,7 +105,7 @@ void ScreenFixture::song(double seconds) {
     small();
     win->playSong("pictures.txt");
     auto turn = performance().begin();
-    for (double now = -leadInSeconds; now < seconds; now += frameSeconds) {
+    for (double now = -rules::leadInSeconds; now < seconds; now += frameSeconds) {
         for (; turn != performance().end() && turn->first <= now; ++turn) {
             hear(turn->second);
         }

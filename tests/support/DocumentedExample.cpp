@@ -3,7 +3,7 @@
 #include <fstream>
 #include <stdexcept>
 
-std::string documentedOutput(std::string const& page, std::string const& command) {
+std::string documentedOutput(const std::string& page, const std::string& command) {
     std::ifstream in(page);
     std::string line;
     bool inBlock = false;
@@ -13,7 +13,7 @@ std::string documentedOutput(std::string const& page, std::string const& command
         if (line.rfind("```", 0) == 0) {
             inBlock = !inBlock;
         }
-        bool const isBorder = line.rfind("```", 0) == 0 || line.rfind("$ ", 0) == 0;
+        const bool isBorder = line.rfind("```", 0) == 0 || line.rfind("$ ", 0) == 0;
         if (found && isBorder) {
             return output;
         }

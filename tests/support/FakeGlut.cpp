@@ -94,6 +94,11 @@ int glutGet(GLenum what) {
     return what == GLUT_WINDOW_WIDTH ? state().width : what == GLUT_WINDOW_HEIGHT ? state().height : 0;
 }
 
+void glutSetKeyRepeat(int mode) {
+    requireInitialised("glutSetKeyRepeat");
+    state().keyRepeat = mode;
+}
+
 int glutGetModifiers() {
     return state().modifiers;
 }
@@ -129,54 +134,22 @@ void glutTimerFunc(unsigned int, void (*callback)(int), int) {
     ++state().timers;
 }
 
-void glutKeyboardFunc(void (*callback)(unsigned char, int, int)) {
-    state().keyboard = callback;
-    state().registered.emplace_back("keyboard");
-}
-
-void glutKeyboardUpFunc(void (*callback)(unsigned char, int, int)) {
-    state().keyboardUp = callback;
-    state().registered.emplace_back("keyboardUp");
-}
-
-void glutDisplayFunc(void (*callback)()) {
-    state().display = callback;
-    state().registered.emplace_back("display");
-}
-
-void glutCloseFunc(void (*callback)()) {
-    state().close = callback;
-    state().registered.emplace_back("close");
-}
-
-void glutIdleFunc(void (*callback)()) {
-    state().idle = callback;
-    state().registered.emplace_back("idle");
-}
-
-void glutEntryFunc(void (*callback)(int)) {
-    state().entry = callback;
-    state().registered.emplace_back("entry");
-}
-
-void glutReshapeFunc(void (*callback)(int, int)) {
-    state().reshape = callback;
-    state().registered.emplace_back("reshape");
-}
-
-void glutMotionFunc(void (*callback)(int, int)) {
-    state().motion = callback;
-    state().registered.emplace_back("motion");
-}
-
-void glutPassiveMotionFunc(void (*callback)(int, int)) {
-    state().passive = callback;
-    state().registered.emplace_back("passive");
-}
-
-void glutMouseFunc(void (*callback)(int, int, int, int)) {
-    state().mouse = callback;
-    state().registered.emplace_back("mouse");
-}
+// Each glut...Func keeps its callback in the state's field of that name.
+#define KEEP_CALLBACK(call, field, parameters)   \
+    void call(void(*callback) parameters) {      \
+        state().field = callback;                \
+        state().registered.emplace_back(#field); \
+    }
+KEEP_CALLBACK(glutKeyboardFunc, keyboard, (unsigned char, int, int))
+KEEP_CALLBACK(glutKeyboardUpFunc, keyboardUp, (unsigned char, int, int))
+KEEP_CALLBACK(glutDisplayFunc, display, ())
+KEEP_CALLBACK(glutCloseFunc, close, ())
+KEEP_CALLBACK(glutIdleFunc, idle, ())
+KEEP_CALLBACK(glutEntryFunc, entry, (int))
+KEEP_CALLBACK(glutReshapeFunc, reshape, (int, int))
+KEEP_CALLBACK(glutMotionFunc, motion, (int, int))
+KEEP_CALLBACK(glutPassiveMotionFunc, passive, (int, int))
+KEEP_CALLBACK(glutMouseFunc, mouse, (int, int, int, int))
+#undef KEEP_CALLBACK
 
 }  // extern "C"

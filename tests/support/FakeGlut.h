@@ -26,6 +26,7 @@ struct State {
     unsigned int displayMode = 0;
     std::string title;
     int actionOnClose = -1;
+    int keyRepeat = -1;
     std::vector<std::string> registered;  ///< callback kinds in the order of their registration
 
     int redisplays = 0;

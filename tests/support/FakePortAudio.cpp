@@ -11,8 +11,8 @@ void reset() {
     state() = State();
 }
 
-int deliver(float const* block, unsigned long frameCount) {
-    PaStreamCallbackTimeInfo const timeInfo{};
+int deliver(const float* block, unsigned long frameCount) {
+    const PaStreamCallbackTimeInfo timeInfo{};
     return state().callback(block, nullptr, frameCount, &timeInfo, 0, state().userData);
 }
 
@@ -25,7 +25,7 @@ namespace {
 /// The only stream; what a failed opening leaves behind points here too.
 int theStream = 0;
 
-PaError noted(char const* call, PaError result) {
+PaError noted(const char* call, PaError result) {
     state().calls.emplace_back(call);
     return result;
 }
@@ -53,33 +53,36 @@ PaDeviceIndex Pa_GetDefaultInputDevice() {
     return state().defaultInputDevice;
 }
 
-PaDeviceInfo const* Pa_GetDeviceInfo(PaDeviceIndex device) {
+const PaDeviceInfo* Pa_GetDeviceInfo(PaDeviceIndex device) {
     static PaDeviceInfo info{};
-    info.name = "fake microphone";
+    const std::vector<std::string>& names = state().inputs;
+    const bool named = device >= 0 && device < Pa_GetDeviceCount() && !names.empty();
+    info.name = named ? names[static_cast<std::size_t>(device)].c_str() : "fake microphone";
     info.maxInputChannels = 2;
     info.defaultSampleRate = 44100.0;
     info.defaultLowInputLatency = state().defaultLowInputLatency;
-    bool const known = device >= 0 && device == state().defaultInputDevice && state().deviceInfoKnown;
-    return known ? &info : nullptr;
+    const bool isDefault = device >= 0 && device == state().defaultInputDevice;
+    return (named || isDefault) && state().deviceInfoKnown ? &info : nullptr;
 }
 
 PaDeviceIndex Pa_GetDeviceCount() {
-    return state().defaultInputDevice + 1;
+    return state().inputs.empty() ? state().defaultInputDevice + 1
+                                  : static_cast<PaDeviceIndex>(state().inputs.size());
 }
 
-PaHostApiInfo const* Pa_GetHostApiInfo(PaHostApiIndex) {
+const PaHostApiInfo* Pa_GetHostApiInfo(PaHostApiIndex) {
     static PaHostApiInfo info{};
     info.name = "fake host";
     return &info;
 }
 
-PaError Pa_IsFormatSupported(PaStreamParameters const* input, PaStreamParameters const*, double sampleRate) {
+PaError Pa_IsFormatSupported(const PaStreamParameters* input, const PaStreamParameters*, double sampleRate) {
     state().inputParameters = *input;
     state().sampleRate = sampleRate;
     return state().formatError;
 }
 
-PaError Pa_OpenStream(PaStream** stream, PaStreamParameters const* input, PaStreamParameters const* output,
+PaError Pa_OpenStream(PaStream** stream, const PaStreamParameters* input, const PaStreamParameters* output,
                       double sampleRate, unsigned long framesPerBuffer, PaStreamFlags flags,
                       PaStreamCallback* callback, void* userData) {
     state().inputParameters = *input;
@@ -105,11 +108,15 @@ PaError Pa_StopStream(PaStream*) {
     return noted("Pa_StopStream", state().stopError);
 }
 
+PaError Pa_AbortStream(PaStream*) {
+    return noted("Pa_AbortStream", paNoError);
+}
+
 PaError Pa_CloseStream(PaStream*) {
     return noted("Pa_CloseStream", state().closeError);
 }
 
-char const* Pa_GetErrorText(PaError error) {
+const char* Pa_GetErrorText(PaError error) {
     static std::string text;
     text = fakeportaudio::textOf(error);
     return text.c_str();

@@ -18,6 +18,7 @@ namespace fakeportaudio {
 struct State {
     PaDeviceIndex defaultInputDevice = 3;    ///< paNoDevice for a machine without a microphone
     bool deviceInfoKnown = true;             ///< false: the device exists and nothing is known of it
+    std::vector<std::string> inputs;         ///< names by device number; empty for the default device alone
     PaTime defaultLowInputLatency = 0.0125;  ///< seconds
 
     PaError formatError = paNoError;  ///< of asking whether a format is supported
@@ -45,7 +46,7 @@ State& state();
 void reset();
 
 /// Hands `frameCount` frames to the stream's callback, from the calling thread; gives the callback's result.
-int deliver(float const* block, unsigned long frameCount);
+int deliver(const float* block, unsigned long frameCount);
 
 /// What Pa_GetErrorText says here: never what the library says, so that a test sees where a text comes from.
 std::string textOf(PaError error);

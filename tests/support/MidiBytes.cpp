@@ -25,15 +25,15 @@ MidiBytes& MidiBytes::track() {
     return *this;
 }
 
-MidiBytes& MidiBytes::event(unsigned ticks, std::vector<unsigned> const& bytes) {
+MidiBytes& MidiBytes::event(unsigned ticks, const std::vector<unsigned>& bytes) {
     tracks.back() += variableLength(ticks);
-    for (unsigned const byte : bytes) {
+    for (const unsigned byte : bytes) {
         tracks.back() += static_cast<char>(byte);
     }
     return *this;
 }
 
-MidiBytes& MidiBytes::name(std::string const& text) {
+MidiBytes& MidiBytes::name(const std::string& text) {
     event(0, {0xFF, 0x03, static_cast<unsigned>(text.size())});
     tracks.back() += text;
     return *this;
@@ -44,8 +44,8 @@ MidiBytes& MidiBytes::tempo(unsigned microsecondsPerQuarter) {
                      microsecondsPerQuarter & 0xFF});
 }
 
-MidiBytes& MidiBytes::timeSignature(unsigned beats, unsigned beatPower) {
-    return event(0, {0xFF, 0x58, 4, beats, beatPower, 24, 8});
+MidiBytes& MidiBytes::timeSignature(unsigned beats, unsigned beatPower, unsigned ticks) {
+    return event(ticks, {0xFF, 0x58, 4, beats, beatPower, 24, 8});
 }
 
 MidiBytes& MidiBytes::on(unsigned ticks, unsigned channel, unsigned pitch) {
@@ -63,8 +63,8 @@ MidiBytes& MidiBytes::bend(unsigned ticks, unsigned channel) {
 std::string MidiBytes::file() const {
     std::string bytes =
         "MThd" + bigEndian(6, 4) + bigEndian(1, 2) + bigEndian(tracks.size(), 2) + bigEndian(division, 2);
-    for (std::string const& events : tracks) {
-        std::string const end("\x00\xFF\x2F\x00", 4);
+    for (const std::string& events : tracks) {
+        const std::string end("\x00\xFF\x2F\x00", 4);
         bytes += "MTrk" + bigEndian(events.size() + end.size(), 4) + events + end;
     }
     return bytes;

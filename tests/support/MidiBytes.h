@@ -15,10 +15,10 @@ public:
     /// Begins a track, to which all that follows is added.
     MidiBytes& track();
 
-    MidiBytes& name(std::string const& text);
+    MidiBytes& name(const std::string& text);
     MidiBytes& tempo(unsigned microsecondsPerQuarter);
     /// `beatPower` 2 for quarter notes, 3 for eighth notes.
-    MidiBytes& timeSignature(unsigned beats, unsigned beatPower);
+    MidiBytes& timeSignature(unsigned beats, unsigned beatPower, unsigned ticks = 0);
     /// `channel` from 0.
     MidiBytes& on(unsigned ticks, unsigned channel, unsigned pitch);
     MidiBytes& off(unsigned ticks, unsigned channel, unsigned pitch);
@@ -27,7 +27,7 @@ public:
     std::string file() const;
 
 private:
-    MidiBytes& event(unsigned ticks, std::vector<unsigned> const& bytes);
+    MidiBytes& event(unsigned ticks, const std::vector<unsigned>& bytes);
 
     unsigned division;
     std::vector<std::string> tracks;

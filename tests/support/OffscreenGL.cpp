@@ -103,10 +103,6 @@ tavi::Image<unsigned char> OffscreenGL::read() const {
     return picture;
 }
 
-OffscreenGL::Address OffscreenGL::address(const char* name) {
-    return eglGetProcAddress(name);
-}
-
 bool OffscreenGL::noErrors() const {
     bool none = true;
     for (GLenum error = glGetError(); error != GL_NO_ERROR; error = glGetError()) {

@@ -27,15 +27,8 @@ public:
     tavi::Image<unsigned char> read() const;
     /// True when no OpenGL error is pending; clears and prints (to standard error) those that are.
     bool noErrors() const;
-    /// The address of an OpenGL function that libOpenGL does not offer by name; null when there is none.
-    template <class Function>
-    static Function function(const char* name) {
-        return reinterpret_cast<Function>(address(name));
-    }
 
 private:
-    using Address = void (*)();
-    static Address address(const char* name);
     void release();
 
     int widthPx;

@@ -26,7 +26,7 @@ RecordingFont::RecordingFont() {
     forget();
 }
 
-std::vector<RecordingFont::Text> const& RecordingFont::texts() const {
+const std::vector<RecordingFont::Text>& RecordingFont::texts() const {
     return theLog().texts;
 }
 
@@ -34,7 +34,7 @@ void RecordingFont::forget() {
     theLog().texts.clear();
 }
 
-std::vector<RecordingFont::Face> const& RecordingFont::facesMade() {
+const std::vector<RecordingFont::Face>& RecordingFont::facesMade() {
     return theLog().made;
 }
 
@@ -56,7 +56,7 @@ float FFontData::drawString(const char* text, float& x, float& y, float scaleX, 
     RecordingFont::Text written{text, x, y, scaleX, scaleY, boxWidth, boxHeight, {}};
     glGetFloatv(GL_CURRENT_COLOR, written.color.data());
     theLog().texts.push_back(written);
-    float const advance = RecordingFont::advance(text);
+    const float advance = RecordingFont::advance(text);
     x += advance;
     return advance;
 }

@@ -31,13 +31,13 @@ public:
     /// Forgets the texts written so far, by anyone.
     RecordingFont();
 
-    std::vector<Text> const& texts() const;
+    const std::vector<Text>& texts() const;
     void forget();
 
     /// Every face made since the process began, and how many of them live.
-    static std::vector<Face> const& facesMade();
+    static const std::vector<Face>& facesMade();
     static int facesAlive();
 
     /// What drawing `text` returns.
-    static float advance(std::string const& text) { return 0.25f * static_cast<float>(text.size()); }
+    static float advance(const std::string& text) { return 0.25f * static_cast<float>(text.size()); }
 };

@@ -1,157 +1,206 @@
 #include "tests/support/RecordingGL.h"
 
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cmath>
 #include <ostream>
+#include <set>
 #include <utility>
 
-#include "tests/support/RecordingGLState.h"
+namespace {
 
-namespace recording_gl {
+using Matrix = RecordingGL::Matrix;
 
-RecordingGL::Matrix const identity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+const Matrix identity{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
-State::State() : modelview{identity}, projection{identity}, textureMatrix{identity} {
-}
+/// What glPushAttrib may save.
+struct Attributes {
+    RecordingGL::Color color{1.0f, 1.0f, 1.0f, 1.0f};
+    float lineWidth = 1.0f;
+    std::set<GLenum> enabled;
+    GLuint texture = 0;
+    GLenum matrixMode = GL_MODELVIEW;
+};
+
+/// The part of OpenGL's state that the calls below read and write.
+struct State {
+    Attributes attributes;
+    std::vector<std::pair<GLbitfield, Attributes>> attributeStack;
+    int clientAttributesPushed = 0;
+    std::vector<Matrix> modelview{identity};
+    std::vector<Matrix> projection{identity};
+    std::vector<Matrix> textureMatrix{identity};
+    std::array<int, 4> viewport{0, 0, 640, 480};
+    std::set<GLuint> textures;
+    GLuint lastTexture = 0;
+
+    bool inGroup = false;
+    RecordingGL::Primitive group;
+    int groups = 0;
+    std::vector<RecordingGL::Primitive> primitives;
+    std::vector<std::string> errors;
+};
 
 State& state() {
     static State instance;
     return instance;
 }
 
-void State::fail(GLenum error, std::string const& what) {
-    errors.push_back(what);
-    if (firstError == GL_NO_ERROR) {
-        firstError = error;
+/// True when `isRight`; else the call has failed.
+bool require(bool isRight, const char* otherwise) {
+    if (!isRight) {
+        state().errors.emplace_back(otherwise);
+    }
+    return isRight;
+}
+
+bool outsideGroup(const char* call) {
+    return !state().inGroup || require(false, (std::string(call) + " between glBegin and glEnd").c_str());
+}
+
+void addVertex(double x, double y, double z) {
+    if (require(state().inGroup, "a vertex outside glBegin and glEnd")) {
+        state().group.vertices.push_back({{x, y, z}, state().attributes.color});
     }
 }
 
-bool State::outsideGroup(char const* call) {
-    if (inGroup) {
-        fail(GL_INVALID_OPERATION, std::string(call) + " between glBegin and glEnd");
+void setEnabled(GLenum capability, bool enabled) {
+    const bool isProgram = capability == GL_FRAGMENT_PROGRAM_ARB || capability == GL_VERTEX_PROGRAM_ARB;
+    if (!outsideGroup("glEnable or glDisable") ||
+        !require(!isProgram, "programs, which OpenGL 1.4 does not have")) {
+        return;
     }
-    return !inGroup;
-}
-
-void State::begin(GLenum mode) {
-    inGroup = true;
-    ++groups;
-    GLuint const texture = attributes.enabled.count(GL_TEXTURE_2D) != 0 ? attributes.texture : 0;
-    group = {mode, {}, attributes.lineWidth, texture, modelview.back()};
-}
-
-void State::vertex(double x, double y, double z) {
-    if (inGroup) {
-        group.vertices.push_back({{x, y, z}, attributes.color, attributes.texCoord});
+    auto& set = state().attributes.enabled;
+    if (enabled) {
+        set.insert(capability);
     } else {
-        fail(GL_INVALID_OPERATION, "a vertex outside glBegin and glEnd");
+        set.erase(capability);
     }
 }
 
-void State::end() {
-    inGroup = false;
-    if (!group.vertices.empty()) {
-        primitives.push_back(std::move(group));
-    }
-}
-
-std::vector<RecordingGL::Matrix>& State::stack() {
-    switch (attributes.matrixMode) {
-        case GL_PROJECTION:
-            return projection;
-        case GL_TEXTURE:
-            return textureMatrix;
+template <class T>
+void get(GLenum name, T* values) {
+    const auto put = [&](const auto& source) {
+        std::transform(source.begin(), source.end(), values, [](auto v) { return static_cast<T>(v); });
+    };
+    switch (name) {
+        case GL_MODELVIEW_MATRIX:
+            return put(state().modelview.back());
+        case GL_PROJECTION_MATRIX:
+            return put(state().projection.back());
+        case GL_VIEWPORT:
+            return put(state().viewport);
+        case GL_CURRENT_COLOR:
+            return put(state().attributes.color);
+        case GL_MAX_TEXTURE_SIZE:
+            return put(std::array<int, 1>{4096});
         default:
-            return modelview;
+            return;
     }
 }
 
-void State::multiply(RecordingGL::Matrix const& factor) {
-    RecordingGL::Matrix const top = stack().back();
-    for (std::size_t column = 0; column < 4; ++column) {
-        for (std::size_t row = 0; row < 4; ++row) {
-            double sum = 0.0;
-            for (std::size_t k = 0; k < 4; ++k) {
-                sum += top[k * 4 + row] * factor[column * 4 + k];
-            }
-            stack().back()[column * 4 + row] = sum;
+std::vector<Matrix>& stack() {
+    switch (state().attributes.matrixMode) {
+        case GL_PROJECTION:
+            return state().projection;
+        case GL_TEXTURE:
+            return state().textureMatrix;
+        default:
+            return state().modelview;
+    }
+}
+
+void load(const char* call, const Matrix& matrix) {
+    if (outsideGroup(call)) {
+        stack().back() = matrix;
+    }
+}
+
+void multiply(const char* call, const Matrix& factor) {
+    const Matrix top = stack().back();
+    Matrix product{};
+    for (std::size_t i = 0; i < product.size(); ++i) {
+        for (std::size_t k = 0; k < 4; ++k) {
+            product[i] += top[k * 4 + i % 4] * factor[i / 4 * 4 + k];
         }
     }
+    load(call, product);
 }
 
-double ClientArray::at(int element, int component) const {
-    auto const value = [&](auto sample) {
-        using Sample = decltype(sample);
-        int const bytes = stride != 0 ? stride : size * static_cast<int>(sizeof(Sample));
-        auto const* first = static_cast<char const*>(data) + static_cast<std::ptrdiff_t>(element) * bytes;
-        return static_cast<double>(reinterpret_cast<Sample const*>(first)[component]);
-    };
-    switch (type) {
-        case GL_DOUBLE:
-            return value(GLdouble());
-        case GL_INT:
-            return value(GLint());
-        case GL_SHORT:
-            return value(GLshort());
-        case GL_UNSIGNED_BYTE:
-            return value(GLubyte());
-        default:
-            return value(GLfloat());
+Matrix matrixOf(const double* values) {
+    Matrix matrix;
+    std::copy(values, values + matrix.size(), matrix.begin());
+    return matrix;
+}
+
+void rotate(double degrees, double x, double y, double z) {
+    const double length = std::sqrt(x * x + y * y + z * z);
+    if (length > 0.0) {
+        x /= length, y /= length, z /= length;
     }
+    const double angle = degrees * std::acos(-1.0) / 180.0;
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    const double d = 1.0 - c;
+    multiply("glRotate",
+             {x * x * d + c, y * x * d + z * s, x * z * d - y * s, 0, x * y * d - z * s, y * y * d + c,
+              y * z * d + x * s, 0, x * z * d + y * s, y * z * d - x * s, z * z * d + c, 0, 0, 0, 0, 1});
 }
 
-}  // namespace recording_gl
+void translate(double x, double y, double z) {
+    multiply("glTranslate", {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1});
+}
 
-using recording_gl::state;
+void scale(double x, double y, double z) {
+    multiply("glScale", {x, 0, 0, 0, 0, y, 0, 0, 0, 0, z, 0, 0, 0, 0, 1});
+}
 
-bool RecordingGL::Point::operator==(Point const& other) const {
+}  // namespace
+
+bool RecordingGL::Point::operator==(const Point& other) const {
     return x == other.x && y == other.y && z == other.z;
 }
 
 RecordingGL::Point RecordingGL::Primitive::eye(std::size_t vertex) const {
-    Point const& p = vertices.at(vertex).at;
-    auto const coordinate = [&](std::size_t row) {
+    const Point& p = vertices.at(vertex).at;
+    const auto coordinate = [&](std::size_t row) {
         return modelview[row] * p.x + modelview[4 + row] * p.y + modelview[8 + row] * p.z +
                modelview[12 + row];
     };
     return {coordinate(0), coordinate(1), coordinate(2)};
 }
 
-std::ostream& operator<<(std::ostream& out, RecordingGL::Line const& line) {
-    auto const& [r, g, b, a] = line.color;
+std::ostream& operator<<(std::ostream& out, const RecordingGL::Line& line) {
+    const auto& [r, g, b, a] = line.color;
     return out << "(" << line.from.x << ", " << line.from.y << ", " << line.from.z << ") to (" << line.to.x
                << ", " << line.to.y << ", " << line.to.z << "), colour (" << r << ", " << g << ", " << b
                << ", " << a << "), width " << line.width;
 }
 
 RecordingGL::RecordingGL() {
-    state() = recording_gl::State();
+    state() = State();
 }
 
-std::vector<RecordingGL::Primitive> const& RecordingGL::primitives() const {
+const std::vector<RecordingGL::Primitive>& RecordingGL::primitives() const {
     return state().primitives;
 }
 
 std::vector<RecordingGL::Line> RecordingGL::lines(Space space) const {
     std::vector<Line> all;
-    for (Primitive const& primitive : state().primitives) {
-        std::size_t const count = primitive.vertices.size();
-        auto const add = [&](std::size_t from, std::size_t to) {
-            Vertex const& start = primitive.vertices[from];
-            Vertex const& end = primitive.vertices[to];
-            bool const eye = space == Space::eye;
-            all.push_back({eye ? primitive.eye(from) : start.at, eye ? primitive.eye(to) : end.at, end.color,
+    for (const Primitive& primitive : state().primitives) {
+        const bool strip = primitive.mode == GL_LINE_STRIP || primitive.mode == GL_LINE_LOOP;
+        if (!strip && primitive.mode != GL_LINES) {
+            continue;
+        }
+        const std::size_t count = primitive.vertices.size();
+        const std::size_t end = primitive.mode == GL_LINE_LOOP && count > 1 ? count : count - 1;
+        for (std::size_t from = 0; from < end; from += strip ? 1 : 2) {
+            const std::size_t to = (from + 1) % count;
+            const bool eye = space == Space::eye;
+            all.push_back({eye ? primitive.eye(from) : primitive.vertices[from].at,
+                           eye ? primitive.eye(to) : primitive.vertices[to].at, primitive.vertices[to].color,
                            primitive.lineWidth});
-        };
-        if (primitive.mode == GL_LINES) {
-            for (std::size_t i = 0; i + 1 < count; i += 2) {
-                add(i, i + 1);
-            }
-        } else if (primitive.mode == GL_LINE_STRIP || primitive.mode == GL_LINE_LOOP) {
-            for (std::size_t i = 0; i + 1 < count; ++i) {
-                add(i, i + 1);
-            }
-            if (primitive.mode == GL_LINE_LOOP && count > 1) {
-                add(count - 1, 0);
-            }
         }
     }
     return all;
@@ -162,7 +211,7 @@ void RecordingGL::forget() {
     state().groups = 0;
 }
 
-std::vector<std::string> const& RecordingGL::errors() const {
+const std::vector<std::string>& RecordingGL::errors() const {
     return state().errors;
 }
 
@@ -174,10 +223,6 @@ RecordingGL::Color RecordingGL::color() const {
     return state().attributes.color;
 }
 
-float RecordingGL::lineWidth() const {
-    return state().attributes.lineWidth;
-}
-
 RecordingGL::Matrix RecordingGL::modelview() const {
     return state().modelview.back();
 }
@@ -187,15 +232,181 @@ RecordingGL::Matrix RecordingGL::projection() const {
 }
 
 int RecordingGL::pushed() const {
-    auto const& s = state();
+    const State& s = state();
     return static_cast<int>(s.modelview.size() + s.projection.size() + s.textureMatrix.size() - 3 +
-                            s.attributeStack.size() + s.arrayStack.size());
-}
-
-bool RecordingGL::enabled(unsigned capability) const {
-    return state().attributes.enabled.count(capability) != 0;
+                            s.attributeStack.size()) +
+           s.clientAttributesPushed;
 }
 
 int RecordingGL::textures() const {
     return static_cast<int>(state().textures.size());
 }
+
+// The calls, defined under their own names.
+extern "C" {
+
+void glBegin(GLenum mode) {
+    if (outsideGroup("glBegin")) {
+        const Attributes& now = state().attributes;
+        const GLuint texture = now.enabled.count(GL_TEXTURE_2D) != 0 ? now.texture : 0;
+        state().group = {mode, {}, now.lineWidth, texture, state().modelview.back()};
+        state().inGroup = true;
+        ++state().groups;
+    }
+}
+void glEnd() {
+    if (require(state().inGroup, "glEnd without glBegin") && !state().group.vertices.empty()) {
+        state().primitives.push_back(std::move(state().group));
+    }
+    state().inGroup = false;
+}
+void glVertex2f(GLfloat x, GLfloat y) {
+    addVertex(x, y, 0.0);
+}
+void glVertex2d(GLdouble x, GLdouble y) {
+    addVertex(x, y, 0.0);
+}
+void glVertex3f(GLfloat x, GLfloat y, GLfloat z) {
+    addVertex(x, y, z);
+}
+void glVertex3d(GLdouble x, GLdouble y, GLdouble z) {
+    addVertex(x, y, z);
+}
+void glColor3f(GLfloat r, GLfloat g, GLfloat b) {
+    state().attributes.color = {r, g, b, 1.0f};
+}
+void glColor4f(GLfloat r, GLfloat g, GLfloat b, GLfloat a) {
+    state().attributes.color = {r, g, b, a};
+}
+void glColor4fv(const GLfloat* c) {
+    state().attributes.color = {c[0], c[1], c[2], c[3]};
+}
+void glLineWidth(GLfloat width) {
+    if (outsideGroup("glLineWidth") && require(width > 0.0f, "glLineWidth of zero or less")) {
+        state().attributes.lineWidth = width;
+    }
+}
+
+void glEnable(GLenum capability) {
+    setEnabled(capability, true);
+}
+void glDisable(GLenum capability) {
+    setEnabled(capability, false);
+}
+GLboolean glIsEnabled(GLenum capability) {
+    return state().attributes.enabled.count(capability) != 0 ? GL_TRUE : GL_FALSE;
+}
+void glViewport(GLint x, GLint y, GLsizei width, GLsizei height) {
+    if (require(width >= 0 && height >= 0, "glViewport of a negative size") && outsideGroup("glViewport")) {
+        state().viewport = {x, y, width, height};
+    }
+}
+
+void glGenTextures(GLsizei count, GLuint* names) {
+    for (GLsizei i = 0; i < count; ++i) {
+        names[i] = ++state().lastTexture;
+        state().textures.insert(names[i]);
+    }
+}
+void glDeleteTextures(GLsizei count, const GLuint* names) {
+    for (GLsizei i = 0; i < count; ++i) {
+        state().textures.erase(names[i]);
+        if (state().attributes.texture == names[i]) {
+            state().attributes.texture = 0;
+        }
+    }
+}
+void glBindTexture(GLenum target, GLuint texture) {
+    if (outsideGroup("glBindTexture") && target == GL_TEXTURE_2D) {
+        state().attributes.texture = texture;
+    }
+}
+
+void glPushAttrib(GLbitfield mask) {
+    if (outsideGroup("glPushAttrib")) {
+        state().attributeStack.emplace_back(mask, state().attributes);
+    }
+}
+void glPopAttrib() {
+    if (!outsideGroup("glPopAttrib") ||
+        !require(!state().attributeStack.empty(), "glPopAttrib of an empty stack")) {
+        return;
+    }
+    const auto [mask, saved] = state().attributeStack.back();
+    state().attributeStack.pop_back();
+    Attributes& now = state().attributes;
+    const auto restore = [bits = mask](GLbitfield bit, auto& value, const auto& before) {
+        if ((bits & bit) != 0) {
+            value = before;
+        }
+    };
+    restore(GL_CURRENT_BIT, now.color, saved.color);
+    restore(GL_LINE_BIT, now.lineWidth, saved.lineWidth);
+    restore(GL_ENABLE_BIT, now.enabled, saved.enabled);
+    restore(GL_TEXTURE_BIT, now.texture, saved.texture);
+    restore(GL_TRANSFORM_BIT, now.matrixMode, saved.matrixMode);
+}
+void glPushClientAttrib(GLbitfield) {
+    ++state().clientAttributesPushed;
+}
+void glPopClientAttrib() {
+    if (require(state().clientAttributesPushed > 0, "glPopClientAttrib of an empty stack")) {
+        --state().clientAttributesPushed;
+    }
+}
+
+void glGetFloatv(GLenum name, GLfloat* values) {
+    get(name, values);
+}
+void glGetDoublev(GLenum name, GLdouble* values) {
+    get(name, values);
+}
+void glGetIntegerv(GLenum name, GLint* values) {
+    get(name, values);
+}
+
+void glMatrixMode(GLenum mode) {
+    if (outsideGroup("glMatrixMode")) {
+        state().attributes.matrixMode = mode;
+    }
+}
+void glLoadIdentity() {
+    load("glLoadIdentity", identity);
+}
+void glLoadMatrixd(const GLdouble* m) {
+    load("glLoadMatrixd", matrixOf(m));
+}
+void glMultMatrixd(const GLdouble* m) {
+    multiply("glMultMatrixd", matrixOf(m));
+}
+void glTranslatef(GLfloat x, GLfloat y, GLfloat z) {
+    translate(x, y, z);
+}
+void glTranslated(GLdouble x, GLdouble y, GLdouble z) {
+    translate(x, y, z);
+}
+void glScalef(GLfloat x, GLfloat y, GLfloat z) {
+    scale(x, y, z);
+}
+void glScaled(GLdouble x, GLdouble y, GLdouble z) {
+    scale(x, y, z);
+}
+void glRotated(GLdouble degrees, GLdouble x, GLdouble y, GLdouble z) {
+    rotate(degrees, x, y, z);
+}
+void glOrtho(GLdouble l, GLdouble r, GLdouble b, GLdouble t, GLdouble n, GLdouble f) {
+    multiply("glOrtho", {2 / (r - l), 0, 0, 0, 0, 2 / (t - b), 0, 0, 0, 0, -2 / (f - n), 0,
+                         -(r + l) / (r - l), -(t + b) / (t - b), -(f + n) / (f - n), 1});
+}
+void glPushMatrix() {
+    if (outsideGroup("glPushMatrix")) {
+        stack().push_back(Matrix(stack().back()));
+    }
+}
+void glPopMatrix() {
+    if (outsideGroup("glPopMatrix") && require(stack().size() > 1, "glPopMatrix of an empty stack")) {
+        stack().pop_back();
+    }
+}
+
+}  // extern "C"

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-/// A stand-in for OpenGL that remembers what is drawn and does not care how: immediate mode and client vertex
-/// arrays leave the same record. It needs no context. Link `zanto_recording_gl` into a test program and the
-/// fixed-function calls of everything in that program, GLU's too, come here instead of to the driver; calls
-/// that it does not know still go there, where they do nothing without a context.
+/// A stand-in for OpenGL that remembers what is drawn in immediate mode. It needs no context. Link
+/// `zanto_recording_gl` into a test program and the fixed-function calls of everything in that program, GLU's
+/// too, come here instead of to the driver; calls that it does not know still go there, where they do nothing
+/// without a context.
 ///
 ///     RecordingGL gl;
 ///     song.draw(0.0);
@@ -25,12 +25,11 @@ public:
         double x;
         double y;
         double z;
-        bool operator==(Point const& other) const;
+        bool operator==(const Point& other) const;
     };
     struct Vertex {
         Point at;  ///< as it was given, before the model-view transform
         Color color;
-        std::array<float, 2> texCoord;
     };
     struct Primitive {
         unsigned mode;  ///< GL_LINES, GL_QUADS, ...
@@ -45,15 +44,15 @@ public:
         Point to;
         Color color;
         float width;
-        friend std::ostream& operator<<(std::ostream& out, Line const& line);
+        friend std::ostream& operator<<(std::ostream& out, const Line& line);
     };
     enum class Space { model, eye };
 
     /// OpenGL's initial state, with a viewport of 640 by 480, and nothing recorded.
     RecordingGL();
 
-    /// Everything drawn so far, one entry for each group or array call that had a vertex, in order.
-    std::vector<Primitive> const& primitives() const;
+    /// Everything drawn so far, one entry for each group that had a vertex, in order.
+    const std::vector<Primitive>& primitives() const;
 
     /// Every line segment of the line primitives, in order, in the coordinates that the drawing code gave or
     /// after its transforms.
@@ -63,18 +62,16 @@ public:
     void forget();
 
     /// One sentence for each call that OpenGL would have refused.
-    std::vector<std::string> const& errors() const;
+    const std::vector<std::string>& errors() const;
 
-    /// How many groups and array calls there were, empty ones included.
+    /// How many groups there were, empty ones included.
     int groups() const;
 
     Color color() const;
-    float lineWidth() const;
     Matrix modelview() const;
     Matrix projection() const;
     /// Matrices, attribute groups and client attribute groups that are pushed and not popped.
     int pushed() const;
-    bool enabled(unsigned capability) const;
     /// Texture names generated and not deleted.
     int textures() const;
 };

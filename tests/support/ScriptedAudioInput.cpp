@@ -3,6 +3,7 @@
 #include <boost/make_shared.hpp>
 #include <cmath>
 
+#include "analysis/SpectrumRules.h"
 #include "audio/AudioInput.h"
 #include "audio/RingBuffer.h"
 
@@ -11,7 +12,7 @@ namespace scriptedaudio {
 namespace {
 
 constexpr unsigned int blocksInBuffer = 20;
-constexpr double sampleRateHz = 48000.0;
+constexpr double sampleRateHz = rules::sampleRateHz;
 constexpr double twoPi = 6.283185307179586;
 
 class ScriptedAudioInput : public AudioInput {
@@ -35,6 +36,8 @@ public:
         running = false;
         return was;
     }
+
+    void tend(double) override { ++script().tended; }
 
 private:
     bool running = false;

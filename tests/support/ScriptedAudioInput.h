@@ -15,6 +15,7 @@ struct Script {
     bool hasRingBuffer = true;  ///< whether a started recording has a ring buffer
     int created = 0;
     int alive = 0;
+    int tended = 0;  ///< calls of tend()
 };
 
 Script& script();

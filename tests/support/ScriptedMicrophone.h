@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "audio/RingBuffer.h"
+#include "tools/common/Command.h"
 #include "tools/zanto-mic/Microphone.h"
 
 /// A microphone that hears what a test says, in as little time as computing it takes.
@@ -21,11 +22,12 @@ public:
     std::string refusal;              ///< when not empty, start() fails with it
 
     std::vector<InputDevice> devices() override { return listed; }
-    bool start(std::string& problem) override {
-        problem = refusal;
-        return refusal.empty();
+    void start() override {
+        if (!refusal.empty()) {
+            throw Failure(refusal);
+        }
     }
-    boost::shared_ptr<RingBuffer const> samples() override { return ring; }
+    boost::shared_ptr<const RingBuffer> samples() override { return ring; }
     void wait(double seconds) override {
         now += seconds;
         constexpr int blockSize = 1024;

@@ -5,13 +5,13 @@
 
 namespace signals {
 
-std::vector<float> tones(std::vector<Tone> const& tones, std::size_t count) {
-    double const pi = std::acos(-1.0);
+std::vector<float> tones(const std::vector<Tone>& tones, std::size_t count) {
+    const double pi = std::acos(-1.0);
     std::vector<float> samples(count);
     for (std::size_t i = 0; i < count; ++i) {
-        double const seconds = static_cast<double>(i) / sampleRateHz;
+        const double seconds = static_cast<double>(i) / sampleRateHz;
         double sample = 0.0;
-        for (Tone const& tone : tones) {
+        for (const Tone& tone : tones) {
             sample += tone.amplitude * std::sin(2.0 * pi * tone.frequencyHz * seconds + tone.phaseRadians);
         }
         samples[i] = static_cast<float>(sample);
@@ -29,8 +29,8 @@ std::vector<float> noise(std::uint32_t seed, float amplitude, std::size_t count)
     return samples;
 }
 
-boost::shared_ptr<RingBuffer const> ringHolding(std::vector<float> const& samples) {
-    boost::shared_ptr<RingBuffer> const ring(new RingBuffer(static_cast<unsigned int>(samples.size())));
+boost::shared_ptr<const RingBuffer> ringHolding(const std::vector<float>& samples) {
+    const boost::shared_ptr<RingBuffer> ring(new RingBuffer(static_cast<unsigned int>(samples.size())));
     ring->append(samples.data(), static_cast<int>(samples.size()));
     return ring;
 }

@@ -5,12 +5,13 @@
 #include <cstdint>
 #include <vector>
 
+#include "analysis/SpectrumRules.h"
 #include "audio/RingBuffer.h"
 
 /// Signals for tests: mono floats at 48000 Hz, the same on every machine and in every run.
 namespace signals {
 
-constexpr double sampleRateHz = 48000.0;
+constexpr double sampleRateHz = rules::sampleRateHz;
 
 struct Tone {
     double frequencyHz;
@@ -19,12 +20,12 @@ struct Tone {
 };
 
 /// The sum of `tones`.
-std::vector<float> tones(std::vector<Tone> const& tones, std::size_t count);
+std::vector<float> tones(const std::vector<Tone>& tones, std::size_t count);
 
 /// Evenly distributed over -amplitude to amplitude.
 std::vector<float> noise(std::uint32_t seed, float amplitude, std::size_t count);
 
 /// A ring buffer whose newest samples are `samples` and which is full of them.
-boost::shared_ptr<RingBuffer const> ringHolding(std::vector<float> const& samples);
+boost::shared_ptr<const RingBuffer> ringHolding(const std::vector<float>& samples);
 
 }  // namespace signals

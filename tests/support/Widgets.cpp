@@ -13,13 +13,21 @@ wt::wtWindow* window(const std::string& title) {
     return nullptr;
 }
 
+static Pixel pixelAt(float x, float y, int width, int height) {
+    return {static_cast<int>((x + 1.0f) / 2.0f * static_cast<float>(width)),
+            static_cast<int>((1.0f - y) / 2.0f * static_cast<float>(height))};
+}
+
 Pixel middle(const wt::wtWidget& widget, int width, int height) {
     const tavi::Vec2<float> corner = widget.origin();
     const wt::Rect rect = widget.rect();
-    const float x = corner.x + rect.w / 2.0f;
-    const float y = corner.y + rect.h / 2.0f;
-    return {static_cast<int>((x + 1.0f) / 2.0f * static_cast<float>(width)),
-            static_cast<int>((1.0f - y) / 2.0f * static_cast<float>(height))};
+    return pixelAt(corner.x + rect.w / 2.0f, corner.y + rect.h / 2.0f, width, height);
+}
+
+Pixel inRow(const wt::wtListBox& list, int row, float share, int width, int height) {
+    const tavi::Vec2<float> corner = list.origin();
+    const wt::Rect rect = list.rowRect(row);
+    return pixelAt(corner.x + rect.x + rect.w * share, corner.y + rect.y + rect.h / 2.0f, width, height);
 }
 
 void click(Pixel at) {

@@ -21,6 +21,9 @@ struct Pixel {
 };
 Pixel middle(const wt::wtWidget& widget, int width, int height);
 
+/// The pixel half-way up a row of a list, at a share of its width from the left.
+Pixel inRow(const wt::wtListBox& list, int row, float share, int width, int height);
+
 /// Presses and releases the left button at a pixel.
 void click(Pixel at);
 

@@ -59,23 +59,11 @@ TEST_F(ImageDamage, TheUndamagedPictureIsRead) {
     EXPECT_TRUE(Image(0, 0, 0).read("picture.png"));
 }
 
-TEST_F(ImageDamage, MissingFile) {
+TEST_F(ImageDamage, WhatIsNoPictureFile) {
     expectRefused("nothing.png");
-}
-
-TEST_F(ImageDamage, NoPath) {
     expectRefused(nullptr);
-}
-
-TEST_F(ImageDamage, FolderInsteadOfAFile) {
     expectRefused(".");
-}
-
-TEST_F(ImageDamage, EmptyFile) {
     expectContentRefused("");
-}
-
-TEST_F(ImageDamage, OtherKindOfFile) {
     expectContentRefused("GIF89a and more, long enough to be looked at twice\n");
     expectContentRefused(std::string(100000, '\0'));
 }
@@ -88,31 +76,13 @@ TEST_F(ImageDamage, CutOffAnywhereBeforeTheEndOfTheImageData) {
     }
 }
 
-TEST_F(ImageDamage, CutOffInALongPicture) {
-    const std::vector<std::string> rows(500, std::string(1500, '\x37'));
-    std::string whole = pngStart({500, 500, 8, pngColour}) + pngRows(rows);
-    expectContentRefused(whole.substr(0, whole.size() / 2));
-}
-
-TEST_F(ImageDamage, FewerRowsThanDeclared) {
+TEST_F(ImageDamage, PictureThatLacksAPart) {
+    std::string wrongCheckSum = smallPicture();
+    wrongCheckSum[wrongCheckSum.size() - pngEnd().size() - 1] ^= 1;
+    expectContentRefused(wrongCheckSum);
     expectContentRefused(pngStart({4, 4, 8, pngColour}) + imageData() + pngEnd());
-}
-
-TEST_F(ImageDamage, WrongCheckSum) {
-    std::string content = smallPicture();
-    content[content.size() - pngEnd().size() - 1] ^= 1;
-    expectContentRefused(content);
-}
-
-TEST_F(ImageDamage, NoImageData) {
     expectContentRefused(pngStart(smallHeader) + pngEnd());
-}
-
-TEST_F(ImageDamage, PaletteMissing) {
     expectContentRefused(pngStart({4, 1, 8, pngPalette}) + pngRows({std::string(4, '\0')}) + pngEnd());
-}
-
-TEST_F(ImageDamage, NoWidthOrHeight) {
     expectContentRefused(pngStart({0, 3, 8, pngColour}) + imageData() + pngEnd());
     expectContentRefused(pngStart({4, 0, 8, pngColour}) + imageData() + pngEnd());
 }
@@ -127,19 +97,5 @@ TEST_F(ImageDamage, HugeDeclaredSize) {
                              {0xFFFFFFFF, 0xFFFFFFFF}}) {
         expectContentRefused(pngStart({size.first, size.second, 16, pngColourAlpha}) + imageData() +
                              pngEnd());
-    }
-}
-
-TEST_F(ImageDamage, AnyChangedByteIsReadOrRefusedButNeverHarmful) {
-    const std::string whole = smallPicture();
-    for (std::size_t position = 0; position < whole.size(); ++position) {
-        for (const int bits : {0x01, 0x80, 0xFF}) {
-            std::string content = whole;
-            content[position] = static_cast<char>(content[position] ^ bits);
-            folder.write("picture.png", content);
-            Image image(0, 0, 0);
-            const bool done = image.read("picture.png");
-            EXPECT_EQ(done, !image.empty());
-        }
     }
 }

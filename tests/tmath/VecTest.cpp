@@ -7,22 +7,20 @@ using tavi::Vec2;
 using tavi::Vec3;
 
 TEST(Vec2, StartsAtZero) {
-    const Vec2<float> vec;
-    EXPECT_EQ(vec.x, 0.0F);
-    EXPECT_EQ(vec.y, 0.0F);
+    EXPECT_EQ(Vec2<float>(), Vec2<float>(0.0f, 0.0f));
 }
 
 TEST(Vec2, AddsSubtractsAndScalesByComponent) {
-    const Vec2<float> a(1.5F, -2.0F);
-    const Vec2<float> b(0.5F, 4.0F);
-    EXPECT_EQ(a + b, Vec2<float>(2.0F, 2.0F));
-    EXPECT_EQ(a - b, Vec2<float>(1.0F, -6.0F));
-    EXPECT_EQ(a * 2.0F, Vec2<float>(3.0F, -4.0F));
+    const Vec2<float> a(1.5f, -2.0f);
+    const Vec2<float> b(0.5f, 4.0f);
+    EXPECT_EQ(a + b, Vec2<float>(2.0f, 2.0f));
+    EXPECT_EQ(a - b, Vec2<float>(1.0f, -6.0f));
+    EXPECT_EQ(a * 2.0f, Vec2<float>(3.0f, -4.0f));
 }
 
 TEST(Vec2, DiffersWhenOneComponentDoes) {
-    EXPECT_NE(Vec2<float>(1.0F, 2.0F), Vec2<float>(1.0F, 3.0F));
-    EXPECT_NE(Vec2<float>(1.0F, 2.0F), Vec2<float>(3.0F, 2.0F));
+    EXPECT_NE(Vec2<float>(1.0f, 2.0f), Vec2<float>(1.0f, 3.0f));
+    EXPECT_NE(Vec2<float>(1.0f, 2.0f), Vec2<float>(3.0f, 2.0f));
 }
 
 TEST(Vec3, StartsAtZero) {
@@ -35,9 +33,6 @@ TEST(Vec3, AddsSubtractsAndScalesByComponent) {
     EXPECT_EQ(a + b, Vec3<double>(-3.0, 2.5, 9.0));
     EXPECT_EQ(a - b, Vec3<double>(5.0, 1.5, -3.0));
     EXPECT_EQ(a * -2.0, Vec3<double>(-2.0, -4.0, -6.0));
-}
-
-TEST(Vec3, AddsToItself) {
     Vec3<double> vec(1.0, 2.0, 3.0);
     (vec += Vec3<double>(1.0, 1.0, 1.0)) += Vec3<double>(0.0, 0.0, 5.0);
     EXPECT_EQ(vec, Vec3<double>(2.0, 3.0, 9.0));
@@ -49,11 +44,8 @@ TEST(Vec3, DiffersWhenOneComponentDoes) {
     EXPECT_NE(Vec3<double>(1.0, 2.0, 3.0), Vec3<double>(1.0, 2.0, 0.0));
 }
 
-TEST(Vec3, DotMultipliesAndSums) {
+TEST(Vec3, DotMultipliesAndSumsAndCrossIsRightHanded) {
     EXPECT_EQ(Vec3<double>(1.0, 2.0, 3.0).dot({4.0, -5.0, 6.0}), 12.0);
-}
-
-TEST(Vec3, CrossIsRightHanded) {
     EXPECT_EQ(Vec3<double>(1.0, 0.0, 0.0).cross({0.0, 1.0, 0.0}), Vec3<double>(0.0, 0.0, 1.0));
     EXPECT_EQ(Vec3<double>(1.0, 2.0, 3.0).cross({4.0, 5.0, 6.0}), Vec3<double>(-3.0, 6.0, -3.0));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
@@ -8,24 +9,33 @@
 
 #include "tests/support/TemporaryFolder.h"
 #include "tests/tools/Outcome.h"
-#include "tools/zanto-song/Command.h"
+#include "tools/zanto-song/commands.h"
 
 /// A command of zanto-song in an empty folder.
 class CommandFixture : public testing::Test {
 protected:
-    using Command = int (*)(CommandArguments const&);
-    explicit CommandFixture(Command command_) : command(command_) {}
+    explicit CommandFixture(const Command& command_) : command(command_) {}
 
-    Outcome run(CommandArguments const& arguments) const {
-        return outcomeOf([&] { return command(arguments); });
+    Outcome run(const CommandArguments& arguments) const {
+        return outcomeOf(name(), [&] { return command.run(arguments); });
     }
-    static std::string read(std::string const& name) {
-        std::ifstream in(name, std::ios::binary);
+    /// Runs and fails the test unless the command ends with `status` and one line, `problem`, on standard
+    /// error.
+    void expectFailure(const CommandArguments& arguments, int status, const std::string& problem) const {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, status) << problem;
+        EXPECT_EQ(outcome.errors, name() + ": " + problem + "\n");
+        EXPECT_EQ(outcome.out, "");
+    }
+    static std::string read(const std::string& path) {
+        std::ifstream in(path, std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(in), {});
     }
 
     TemporaryFolder folder;  ///< and the working directory
 
 private:
-    Command command;
+    std::string name() const { return std::string("zanto-song ") + command.name; }
+
+    const Command& command;
 };

@@ -3,45 +3,46 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "audio/RingBuffer.h"
 #include "tests/support/FakePortAudio.h"
+#include "tests/tools/Outcome.h"
 
 namespace {
 
 using fakeportaudio::state;
 using testing::HasSubstr;
 
-class GameMicrophoneTest : public testing::Test {
-protected:
-    GameMicrophoneTest() { fakeportaudio::reset(); }
-
-    std::string refusal() {
-        GameMicrophone microphone;
-        std::string problem;
-        EXPECT_FALSE(microphone.start(problem));
-        return problem;
-    }
-};
+std::string refusal() {
+    return failureOf([] { GameMicrophone().start(); });
+}
 
 }  // namespace
 
-TEST_F(GameMicrophoneTest, recordsAsTheGameDoes) {
-    GameMicrophone microphone;
-    std::string problem;
-    EXPECT_FALSE(microphone.samples());
-    ASSERT_TRUE(microphone.start(problem)) << problem;
-    EXPECT_EQ(state().sampleRate, 48000.0);
-    EXPECT_EQ(state().inputParameters.channelCount, 1);
-    std::vector<float> const block(1024, 0.5f);
-    fakeportaudio::deliver(block.data(), 1024);
-    std::vector<float> newest(4);
-    microphone.samples()->copyLatest(newest);
-    EXPECT_EQ(newest, std::vector<float>(4, 0.5f));
+TEST(GameMicrophone, RecordsAsTheGameDoesAndClosesEverySession) {
+    fakeportaudio::reset();
+    {
+        GameMicrophone microphone;
+        EXPECT_FALSE(microphone.samples());
+        microphone.start();
+        EXPECT_EQ(state().sessions, 2);
+        EXPECT_EQ(state().sampleRate, 48000.0);
+        EXPECT_EQ(state().inputParameters.channelCount, 1);
+        const std::vector<float> block(1024, 0.5f);
+        fakeportaudio::deliver(block.data(), 1024);
+        std::vector<float> newest(4);
+        microphone.samples()->copyLatest(newest);
+        EXPECT_EQ(newest, std::vector<float>(4, 0.5f));
+    }
+    EXPECT_EQ(state().sessions, 0);
 }
 
-TEST_F(GameMicrophoneTest, listsInputDevices) {
+TEST(GameMicrophone, ListsInputDevices) {
+    fakeportaudio::reset();
     GameMicrophone microphone;
     std::vector<InputDevice> devices = microphone.devices();
     ASSERT_EQ(devices.size(), 1u);
@@ -56,41 +57,39 @@ TEST_F(GameMicrophoneTest, listsInputDevices) {
     EXPECT_EQ(microphone.devices().at(0).atGameRate, fakeportaudio::textOf(paInvalidSampleRate));
 }
 
-TEST_F(GameMicrophoneTest, noDeviceSaysSo) {
+TEST(GameMicrophone, ListsAndRecordsTheInputThatThePlayerNamed) {
+    fakeportaudio::reset();
+    state().inputs = {"Webcam", "USB Audio", "Line", "default"};
+    for (const auto& [name, device] : std::vector<std::pair<const char*, int>>{{"usb", 1}, {"piano", 3}}) {
+        SCOPED_TRACE(name);
+        setenv("ZANTO_INPUT", name, 1);
+        testing::internal::CaptureStderr();
+        GameMicrophone microphone;
+        EXPECT_TRUE(microphone.devices().at(static_cast<std::size_t>(device)).isDefault);
+        microphone.start();
+        EXPECT_EQ(state().inputParameters.device, device);
+        EXPECT_EQ(testing::internal::GetCapturedStderr().find("no input is called") != std::string::npos,
+                  device == 3);
+        unsetenv("ZANTO_INPUT");
+    }
+}
+
+TEST(GameMicrophone, WhatKeepsItFromStartingIsNamedHoweverLateItShows) {
+    fakeportaudio::reset();
     state().defaultInputDevice = paNoDevice;
     EXPECT_TRUE(GameMicrophone().devices().empty());
     EXPECT_THAT(refusal(), HasSubstr("There is no microphone here."));
-}
-
-TEST_F(GameMicrophoneTest, aRefusedRateSaysSo) {
+    fakeportaudio::reset();
     state().formatError = paInvalidSampleRate;
     EXPECT_THAT(refusal(), HasSubstr("refuses 48000 samples a second"));
-}
-
-TEST_F(GameMicrophoneTest, aBusyDeviceSaysSoHoweverLateItShows) {
-    state().formatError = paDeviceUnavailable;
-    EXPECT_THAT(refusal(), HasSubstr("The microphone is busy"));
-    state().formatError = paNoError;
-    state().openError = paDeviceUnavailable;
-    EXPECT_THAT(refusal(), HasSubstr("The microphone is busy"));
-    state().openError = paNoError;
-    state().startError = paDeviceUnavailable;
-    EXPECT_THAT(refusal(), HasSubstr("The microphone is busy"));
-}
-
-TEST_F(GameMicrophoneTest, otherErrorsAreGivenInPortAudiosWords) {
+    for (PaError* const error : {&state().formatError, &state().openError, &state().startError}) {
+        fakeportaudio::reset();
+        *error = paDeviceUnavailable;
+        EXPECT_THAT(refusal(), HasSubstr("The microphone is busy"));
+    }
+    fakeportaudio::reset();
     state().openError = paInsufficientMemory;
     EXPECT_THAT(refusal(), HasSubstr("could not start recording"));
     state().formatError = paInternalError;
     EXPECT_THAT(refusal(), HasSubstr(fakeportaudio::textOf(paInternalError)));
-}
-
-TEST_F(GameMicrophoneTest, everySessionIsClosed) {
-    {
-        GameMicrophone microphone;
-        std::string problem;
-        microphone.start(problem);
-        EXPECT_EQ(state().sessions, 2);
-    }
-    EXPECT_EQ(state().sessions, 0);
 }

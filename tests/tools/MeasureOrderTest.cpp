@@ -1,77 +1,43 @@
 #include "tools/zanto-song/MeasureOrder.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+#include <utility>
 #include <vector>
 
 namespace {
 
-using testing::ElementsAre;
+const MeasureSigns plain;
+const MeasureSigns begins{true, 0, {}, false};
 
-MeasureSigns plain() {
-    return {};
+MeasureSigns ends(int times) {
+    return {false, times, {}, false};
 }
-MeasureSigns begins() {
-    MeasureSigns signs;
-    signs.repeatBegins = true;
-    return signs;
-}
-MeasureSigns ends(int times = 2) {
-    MeasureSigns signs;
-    signs.timesPlayed = times;
-    return signs;
-}
-MeasureSigns ending(std::vector<int> const& rounds, bool repeats) {
-    MeasureSigns signs;
-    signs.endingBegins.insert(rounds.begin(), rounds.end());
-    signs.endingEnds = true;
-    signs.timesPlayed = repeats ? 2 : 0;
-    return signs;
+MeasureSigns ending(const std::set<int>& rounds, int timesPlayed, bool isOver = true) {
+    return {false, timesPlayed, rounds, isOver};
 }
 
 }  // namespace
 
-TEST(MeasureOrder, withoutSignsItIsTheWrittenOrder) {
-    EXPECT_THAT(*playingOrder({plain(), plain(), plain()}), ElementsAre(0, 1, 2));
-    EXPECT_TRUE(playingOrder({})->empty());
-}
-
-TEST(MeasureOrder, aRepeatGoesBackToItsBeginningOrTheFirstMeasure) {
-    EXPECT_THAT(*playingOrder({plain(), begins(), ends(), plain()}), ElementsAre(0, 1, 2, 1, 2, 3));
-    EXPECT_THAT(*playingOrder({plain(), ends(), plain()}), ElementsAre(0, 1, 0, 1, 2));
-}
-
-TEST(MeasureOrder, aSecondRepeatBeginsWhereTheFirstOneEnded) {
-    EXPECT_THAT(*playingOrder({plain(), ends(), plain(), ends()}), ElementsAre(0, 1, 0, 1, 2, 3, 2, 3));
-}
-
-TEST(MeasureOrder, aRepeatMayBePlayedMoreThanTwice) {
-    EXPECT_THAT(*playingOrder({plain(), ends(3), plain()}), ElementsAre(0, 1, 0, 1, 0, 1, 2));
-    EXPECT_THAT(*playingOrder({plain(), ends(1), plain()}), ElementsAre(0, 1, 2));
-}
-
-TEST(MeasureOrder, endingsArePlayedInTheirRounds) {
-    EXPECT_THAT(*playingOrder({begins(), ending({1}, true), ending({2}, false), plain()}),
-                ElementsAre(0, 1, 0, 2, 3));
-    EXPECT_THAT(*playingOrder({begins(), ending({1, 2}, true), ending({3}, false), plain()}),
-                ElementsAre(0, 1, 0, 1, 0, 2, 3));
-}
-
-TEST(MeasureOrder, anEndingMaySpanSeveralMeasures) {
-    MeasureSigns first;
-    first.endingBegins = {1};
-    MeasureSigns last = ends();
-    last.endingEnds = true;
-    EXPECT_THAT(*playingOrder({plain(), first, last, ending({2}, false), plain(), ends()}),
-                ElementsAre(0, 1, 2, 0, 3, 4, 5, 4, 5));
-}
-
-TEST(MeasureOrder, aLastEndingWithARepeatSignEndsTheRepeat) {
-    EXPECT_THAT(*playingOrder({plain(), ending({1}, true), ending({2}, true), plain()}),
-                ElementsAre(0, 1, 0, 2, 3));
-}
-
-TEST(MeasureOrder, repeatsWithoutAnEndAreRefused) {
-    EXPECT_FALSE(playingOrder({plain(), ends(1000000)}));
+TEST(MeasureOrder, RepeatsAreWrittenOutWithTheEndingsOfTheirRounds) {
+    const std::vector<std::pair<std::vector<MeasureSigns>, std::vector<std::size_t>>> cases = {
+        {{}, {}},
+        {{plain, begins, ends(2), plain}, {0, 1, 2, 1, 2, 3}},
+        {{plain, ends(3), plain}, {0, 1, 0, 1, 0, 1, 2}},
+        {{plain, ends(1), plain}, {0, 1, 2}},
+        // A second repeat begins where the first one ended.
+        {{plain, ends(2), plain, ends(2)}, {0, 1, 0, 1, 2, 3, 2, 3}},
+        {{begins, ending({1}, 2), ending({2}, 0), plain}, {0, 1, 0, 2, 3}},
+        {{begins, ending({1, 2}, 2), ending({3}, 0), plain}, {0, 1, 0, 1, 0, 2, 3}},
+        // An ending of two measures.
+        {{plain, ending({1}, 0, false), ending({}, 2), ending({2}, 0), plain, ends(2)},
+         {0, 1, 2, 0, 3, 4, 5, 4, 5}},
+        // A last ending with a sign of repetition.
+        {{plain, ending({1}, 2), ending({2}, 2), plain}, {0, 1, 0, 2, 3}},
+    };
+    for (const auto& [measures, order] : cases) {
+        EXPECT_EQ(playingOrder(measures), order);
+    }
+    EXPECT_FALSE(playingOrder({plain, ends(1000000)}));  // a repeat without an end
 }

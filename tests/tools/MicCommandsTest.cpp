@@ -5,45 +5,63 @@
 #include <cmath>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "tests/support/DocumentedExample.h"
 #include "tests/support/ScriptedMicrophone.h"
 #include "tests/tools/Outcome.h"
-#include "tools/zanto-mic/Command.h"
+#include "tools/zanto-mic/commands.h"
 
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr double c5Hz = 523.25;
 constexpr double cSharp5Hz = 554.37;
 
-using MicCommand = int (*)(MicArguments const&, Microphone&);
+using MicCommand = int (*)(const CommandArguments&, Microphone&);
 
-Outcome run(MicCommand command, MicArguments arguments, Microphone& microphone) {
+Outcome run(MicCommand command, CommandArguments arguments, Microphone& microphone) {
     if (command != micListCommand) {
         arguments.insert(arguments.end(), {"--data", ZANTO_DATA_FOLDER});
     }
-    return outcomeOf([&] { return command(arguments, microphone); });
+    return outcomeOf("zanto-mic", [&] { return command(arguments, microphone); });
 }
 
 // Noise of so much amplitude, and a sine that sets in when the quiet is over.
 std::function<double(double)> noteAfterQuiet(double noise, double frequencyHz, double amplitude) {
     auto random = std::make_shared<std::mt19937>(7);
     return [=](double t) {
-        double const hiss = noise * (static_cast<double>((*random)()) / 2147483648.0 - 1.0);
-        double const tone = t < 6.0 ? 0.0 : amplitude * std::sin(6.283185307179586 * frequencyHz * t);
+        const double hiss = noise * (static_cast<double>((*random)()) / 2147483648.0 - 1.0);
+        const double tone = t < 6.0 ? 0.0 : amplitude * std::sin(6.283185307179586 * frequencyHz * t);
         return std::clamp(hiss + tone, -1.0, 1.0);
     };
 }
 
+double silence(double) {
+    return 0.0;
+}
+
+std::string outOf(MicCommand command, const CommandArguments& arguments,
+                  const std::function<double(double)>& sound) {
+    ScriptedMicrophone microphone(sound);
+    return run(command, arguments, microphone).out;
+}
+
 }  // namespace
 
-TEST(MicList, showsTheDevicesAndWhichOneTheGameTakes) {
-    ScriptedMicrophone microphone([](double) { return 0.0; });
-    microphone.listed = {{0, "hw:0,0", "ALSA", 2, 44100.0, "Invalid sample rate", false},
-                         {3, "default", "ALSA", 32, 48000.0, "", true}};
-    Outcome const outcome = run(micListCommand, {}, microphone);
+TEST(MicList, ShowsTheDevicesAndWhichOneTheGameTakes) {
+    ScriptedMicrophone microphone(silence);
+    const Outcome none = run(micListCommand, {}, microphone);
+    EXPECT_EQ(none.status, 1);
+    EXPECT_THAT(none.out, HasSubstr("There is no input device."));
+    microphone.listed = {{0, "hw:0,0", "ALSA", 2, 44100.0, "Invalid sample rate", false}};
+    const Outcome noDefault = run(micListCommand, {}, microphone);
+    EXPECT_EQ(noDefault.status, 1);
+    EXPECT_THAT(noDefault.out, HasSubstr("None of them is the default input."));
+    microphone.listed.push_back({3, "default", "ALSA", 32, 48000.0, "", true});
+    const Outcome outcome = run(micListCommand, {}, microphone);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out,
               "    #  device   system  channels  usual rate  48000 Hz\n"
@@ -51,135 +69,107 @@ TEST(MicList, showsTheDevicesAndWhichOneTheGameTakes) {
               "*   3  default  ALSA          32       48000  yes\n");
 }
 
-TEST(MicList, noDeviceAndNoDefaultAreProblems) {
-    ScriptedMicrophone microphone([](double) { return 0.0; });
-    Outcome const none = run(micListCommand, {}, microphone);
-    EXPECT_EQ(none.status, 1);
-    EXPECT_THAT(none.out, HasSubstr("There is no input device."));
-    microphone.listed = {{0, "hw:0,0", "ALSA", 2, 44100.0, "", false}};
-    Outcome const noDefault = run(micListCommand, {}, microphone);
-    EXPECT_EQ(noDefault.status, 1);
-    EXPECT_THAT(noDefault.out, HasSubstr("None of them is the default input."));
-}
-
-TEST(MicLevel, showsPeakNoiseAndNotesOncePerSecond) {
-    ScriptedMicrophone microphone([](double t) { return 0.1 * std::sin(6.283185307179586 * c5Hz * t); });
-    Outcome const outcome = run(micLevelCommand, {"--seconds", "3"}, microphone);
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 3);
-    EXPECT_THAT(outcome.out, testing::ContainsRegex("peak  -2[01]\\.[0-9] dB  noise"));
-    EXPECT_THAT(outcome.out, HasSubstr("]  C\n"));
-}
-
-TEST(MicLevel, theBarReachesTheLevelAndMarksTheLeastOne) {
-    ScriptedMicrophone silent([](double) { return 0.0; });
-    EXPECT_EQ(run(micLevelCommand, {"--seconds", "1"}, silent).out,
+TEST(MicLevel, TheBarReachesTheLevelAndMarksTheLeastOne) {
+    EXPECT_EQ(outOf(micLevelCommand, {"--seconds", "1"}, silence),
               "peak silent dB  noise silent dB  [..............|.........................]\n");
-    ScriptedMicrophone loud(
-        [](double t) { return std::sin(6.283185307179586 * c5Hz * t) > 0.0 ? 1.0 : -1.0; });
-    EXPECT_THAT(run(micLevelCommand, {"--seconds", "1"}, loud).out,
+    const auto loud = [](double t) { return std::sin(6.283185307179586 * c5Hz * t) > 0.0 ? 1.0 : -1.0; };
+    EXPECT_THAT(outOf(micLevelCommand, {"--seconds", "1"}, loud),
                 HasSubstr("[##############|#########################] CLIPS"));
-}
-
-TEST(MicLevel, theExampleOfTheDocumentationIsWhatItPrints) {
-    auto const sounding = noteAfterQuiet(0.002, c5Hz, 0.1);
-    ScriptedMicrophone microphone([&](double t) { return sounding(t + 6.0); });
-    EXPECT_EQ(run(micLevelCommand, {"--seconds", "1"}, microphone).out,
+    const auto sounding = noteAfterQuiet(0.002, c5Hz, 0.1);
+    EXPECT_EQ(outOf(micLevelCommand, {"--seconds", "1"}, [&](double t) { return sounding(t + 6.0); }),
               documentedOutput(ZANTO_DOCS_FOLDER "/zanto-mic.md", "zanto-mic level --seconds 1"));
 }
 
-TEST(MicLevel, endsWhenItIsInterrupted) {
+TEST(MicLevel, EndsWhenItIsInterrupted) {
     ScriptedMicrophone microphone([](double t) {
         micInterrupted = t > 1.5;
         return 0.0;
     });
-    Outcome const outcome = run(micLevelCommand, {"--seconds", "1000"}, microphone);
+    const Outcome outcome = run(micLevelCommand, {"--seconds", "1000"}, microphone);
     micInterrupted = false;
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 1);
 }
 
-TEST(MicCheckCommand, aGoodMicrophoneNeedsNothing) {
-    ScriptedMicrophone microphone(noteAfterQuiet(0.00005, c5Hz, 0.2));
-    Outcome const outcome = run(micCheckCommand, {}, microphone);
+TEST(MicCheckCommand, SaysThatAGoodMicrophoneNeedsNothingOrThatTheFineEarWouldServeBetter) {
+    // A cello's C2: its fundamental lies below what the plain ear looks at.
+    const auto cello = [](double t) {
+        double sample = 0.0;
+        for (int partial = 1; partial <= 8 && t >= 6.0; ++partial) {
+            sample += 0.1 * std::sin(6.283185307179586 * 65.41 * partial * t);
+        }
+        return sample;
+    };
+    EXPECT_THAT(
+        outOf(micCheckCommand, {}, cello),
+        testing::AllOf(HasSubstr("The fine ear would serve you better: it heard C and nothing else in "),
+                       HasSubstr("    ./play --ear fine\n")));
+    EXPECT_THAT(outOf(micCheckCommand, {"--ear", "fine"}, cello),
+                testing::AllOf(HasSubstr("It was taken for C in "), Not(HasSubstr("fine ear"))));
+    ScriptedMicrophone good(noteAfterQuiet(0.00005, c5Hz, 0.2));
+    const Outcome outcome = run(micCheckCommand, {"--ear", "plain"}, good);
     EXPECT_EQ(outcome.status, 0) << outcome.out;
     EXPECT_THAT(outcome.out, HasSubstr("It was taken for C in "));
     EXPECT_THAT(outcome.out, HasSubstr("The least level of -65 dB suits, nothing has to be set.\n"));
-    EXPECT_THAT(outcome.out, testing::Not(HasSubstr("minDecibel")));  // what the game's classes print
+    // Nor what the game's classes print.
+    EXPECT_THAT(outcome.out, Not(testing::AnyOf(HasSubstr("fine ear"), HasSubstr("minDecibel"))));
+    unsetenv("ZANTO_EAR");
 }
 
-TEST(MicCheckCommand, theExampleOfTheDocumentationIsWhatItPrints) {
-    ScriptedMicrophone microphone(noteAfterQuiet(0.03, c5Hz, 0.5));
-    Outcome const outcome = run(micCheckCommand, {}, microphone);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.out, documentedOutput(ZANTO_DOCS_FOLDER "/zanto-mic.md", "zanto-mic check"));
+TEST(MicLevel, ListensWithTheEarThatIsChosen) {
+    const auto low = [](double t) { return 0.1 * std::sin(6.283185307179586 * 87.31 * t); };  // F2
+    EXPECT_THAT(outOf(micLevelCommand, {"--seconds", "1", "--ear", "fine"}, low), HasSubstr("]  F\n"));
+    EXPECT_THAT(outOf(micLevelCommand, {"--seconds", "1", "--ear", "plain"}, low), Not(HasSubstr("]  F\n")));
+    unsetenv("ZANTO_EAR");
+    ScriptedMicrophone third(low);
+    const Outcome wrong = run(micLevelCommand, {"--ear", "coarse"}, third);
+    EXPECT_EQ(wrong.status, 2);
+    EXPECT_THAT(wrong.errors, HasSubstr("--ear wants plain or fine, not \"coarse\""));
 }
 
-TEST(MicCheckCommand, theSuggestedLevelServes) {
+TEST(MicCheckCommand, TheExampleOfTheDocumentationIsWhatItPrintsAndTheLevelThereServes) {
     ScriptedMicrophone noisy(noteAfterQuiet(0.03, c5Hz, 0.5));
-    std::string const out = run(micCheckCommand, {}, noisy).out;
-    std::size_t const at = out.find("ZANTO_MIN_DECIBEL=");
-    ASSERT_NE(at, std::string::npos) << out;
-    std::string const value = out.substr(at + 18, 3);
-    setenv("ZANTO_MIN_DECIBEL", value.c_str(), 1);
+    const Outcome before = run(micCheckCommand, {}, noisy);
+    EXPECT_EQ(before.status, 1);
+    EXPECT_EQ(before.out, documentedOutput(ZANTO_DOCS_FOLDER "/zanto-mic.md", "zanto-mic check"));
+    const std::size_t at = before.out.find("ZANTO_MIN_DECIBEL=");
+    ASSERT_NE(at, std::string::npos);
+    setenv("ZANTO_MIN_DECIBEL", before.out.substr(at + 18, 3).c_str(), 1);
     ScriptedMicrophone again(noteAfterQuiet(0.03, c5Hz, 0.5));
-    Outcome const outcome = run(micCheckCommand, {}, again);
+    const Outcome after = run(micCheckCommand, {}, again);
     unsetenv("ZANTO_MIN_DECIBEL");
-    EXPECT_EQ(outcome.status, 0) << value << ": " << outcome.out;
+    EXPECT_EQ(after.status, 0) << after.out;
 }
 
-TEST(MicCheckCommand, softNotesAreFoundAndALowerLevelIsSuggested) {
-    ScriptedMicrophone microphone(noteAfterQuiet(0.0000001, c5Hz, 0.0005));
-    Outcome const outcome = run(micCheckCommand, {}, microphone);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.out, HasSubstr("That is soft"));
-    EXPECT_THAT(outcome.out, HasSubstr("ZANTO_MIN_DECIBEL=-77 ./play\n"));
-}
-
-TEST(MicCheckCommand, aSoundBetweenTheNotesIsNamed) {
-    ScriptedMicrophone microphone(noteAfterQuiet(0.00005, cSharp5Hz, 0.2));
-    Outcome const outcome = run(micCheckCommand, {}, microphone);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.out, HasSubstr("but it was taken for no note"));
-    EXPECT_THAT(outcome.out, HasSubstr("Is the instrument in tune?"));
-}
-
-TEST(MicCheckCommand, clippingIsNamed) {
-    ScriptedMicrophone microphone(noteAfterQuiet(0.00005, c5Hz, 3.0));
-    Outcome const outcome = run(micCheckCommand, {}, microphone);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.out, HasSubstr("The microphone clips"));
-}
-
-TEST(MicCheckCommand, nothingButNoise) {
-    ScriptedMicrophone microphone(noteAfterQuiet(0.01, c5Hz, 0.0));
-    Outcome const outcome = run(micCheckCommand, {}, microphone);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.out, HasSubstr("No note was heard"));
-}
-
-TEST(MicCheckCommand, aMutedMicrophone) {
-    ScriptedMicrophone microphone([](double) { return 0.0; });
-    Outcome const outcome = run(micCheckCommand, {}, microphone);
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_THAT(outcome.out, HasSubstr("delivers nothing at all"));
-}
-
-TEST(MicCheckCommand, aMicrophoneThatDoesNotStartSaysWhatToDo) {
-    ScriptedMicrophone microphone([](double) { return 0.0; });
-    microphone.refusal = "It is busy.";
-    for (MicCommand const command : {micLevelCommand, micCheckCommand}) {
-        Outcome const outcome = run(command, {}, microphone);
+TEST(MicCheckCommand, WhatIsWrongIsNamed) {
+    const std::vector<std::pair<std::function<double(double)>, std::vector<const char*>>> cases = {
+        {noteAfterQuiet(0.0000001, c5Hz, 0.0005), {"That is soft", "ZANTO_MIN_DECIBEL=-77 ./play\n"}},
+        {noteAfterQuiet(0.00005, cSharp5Hz, 0.2),
+         {"but it was taken for no note", "Is the instrument in tune?"}},
+        {noteAfterQuiet(0.00005, c5Hz, 3.0), {"The microphone clips"}},
+        {noteAfterQuiet(0.01, c5Hz, 0.0), {"No note was heard"}},
+        {silence, {"delivers nothing at all"}},
+    };
+    for (const auto& [sound, told] : cases) {
+        ScriptedMicrophone microphone(sound);
+        const Outcome outcome = run(micCheckCommand, {}, microphone);
         EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(outcome.out, "It is busy.\n");
+        for (const char* const words : told) {
+            EXPECT_THAT(outcome.out, HasSubstr(words));
+        }
     }
 }
 
-TEST(MicCommands, wrongUseIsStatus2) {
-    ScriptedMicrophone microphone([](double) { return 0.0; });
-    EXPECT_EQ(run(micListCommand, {"x"}, microphone).status, 2);
+TEST(MicCommands, WrongUseAndAMicrophoneThatDoesNotStart) {
+    ScriptedMicrophone microphone(silence);
+    microphone.refusal = "It is busy.";
+    for (const MicCommand command : {micListCommand, micLevelCommand, micCheckCommand}) {
+        EXPECT_EQ(run(command, {"x"}, microphone).errors, "zanto-mic: \"x\" is not an option\n");
+    }
     EXPECT_EQ(run(micLevelCommand, {"--seconds", "0"}, microphone).status, 2);
-    EXPECT_EQ(run(micLevelCommand, {"x"}, microphone).status, 2);
-    EXPECT_EQ(run(micCheckCommand, {"--loud"}, microphone).errors,
-              "zanto-mic check: unknown option --loud\n");
+    for (const MicCommand command : {micLevelCommand, micCheckCommand}) {
+        const Outcome outcome = run(command, {}, microphone);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(outcome.errors, "zanto-mic: It is busy.\n");
+    }
 }

@@ -1,46 +1,25 @@
-#include <gtest/gtest.h>
 #include <sndfile.h>
 
 #include <memory>
 #include <string>
 
-#include "tests/support/TemporaryFolder.h"
-#include "tools/zanto-song/Command.h"
+#include "tests/tools/CommandFixture.h"
 
 namespace {
 
-struct Outcome {
-    int status;
-    std::string errors;
-};
-
-class RenderCommandTest : public testing::Test {
+class RenderCommandTest : public CommandFixture {
 protected:
-    Outcome run(CommandArguments const& arguments) {
-        testing::internal::CaptureStderr();
-        int const status = renderCommand(arguments);
-        return {status, testing::internal::GetCapturedStderr()};
-    }
-
-    void expectWrongUse(CommandArguments const& arguments, std::string const& error) {
-        Outcome const outcome = run(arguments);
-        EXPECT_EQ(outcome.status, 2);
-        EXPECT_EQ(outcome.errors, "zanto-song render: " + error + "\n");
-    }
-
-    TemporaryFolder folder;
-    std::string song = folder.write("song.txt", "1 1\nC\nE2");
-    std::string sound = (folder.path() / "song.wav").string();
+    RenderCommandTest() : CommandFixture(renderCommand) { folder.write("song.txt", "1 1\nC\nE2"); }
 };
 
 }  // namespace
 
-TEST_F(RenderCommandTest, writesOneChannelOf16BitAt48kHz) {
-    Outcome const outcome = run({song, "-o", sound});
+TEST_F(RenderCommandTest, WritesOneChannelOf16BitAt48kHz) {
+    const Outcome outcome = run({"song.txt", "-o", "song.wav"});
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(outcome.out + outcome.errors, "");
     SF_INFO info{};
-    std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> const file(sf_open(sound.c_str(), SFM_READ, &info), sf_close);
+    const std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(sf_open("song.wav", SFM_READ, &info), sf_close);
     ASSERT_NE(file, nullptr);
     EXPECT_EQ(info.samplerate, 48000);
     EXPECT_EQ(info.channels, 1);
@@ -48,41 +27,45 @@ TEST_F(RenderCommandTest, writesOneChannelOf16BitAt48kHz) {
     EXPECT_EQ(info.frames, 48000 * 5);  // lead-in, two slots, two seconds
 }
 
-TEST_F(RenderCommandTest, takesEveryOptionInAnyOrder) {
-    EXPECT_EQ(run({"--metronome", "--octave", "4", "-o", sound, "--instrument", "piano", "--ahead", "-0.1",
-                   song, "--gap", "0.2"})
-                  .status,
-              0);
+TEST_F(RenderCommandTest, EveryOptionChangesTheSound) {
+    run({"song.txt", "-o", "plain.wav"});
+    const Outcome high = run({"song.txt", "-o", "high.wav", "--octave", "6"});
+    EXPECT_EQ(high.status, 0);
+    EXPECT_THAT(high.errors, testing::HasSubstr("the game hears hardly any note of octave 6"));
+    EXPECT_NE(read("high.wav"), read("plain.wav"));
+    for (const CommandArguments& options :
+         {CommandArguments{"--metronome"}, CommandArguments{"--instrument", "piano"},
+          CommandArguments{"--ahead", "-0.1"}, CommandArguments{"--gap", "0.2"}}) {
+        CommandArguments arguments = options;
+        arguments.insert(arguments.end(), {"--force", "-o", "song.wav", "--", "song.txt"});
+        EXPECT_EQ(run(arguments).status, 0);
+        EXPECT_NE(read("song.wav"), read("plain.wav")) << options.front();
+    }
 }
 
-TEST_F(RenderCommandTest, saysWhatIsWrongWithItsArguments) {
-    expectWrongUse({}, "which song?");
-    expectWrongUse({song}, "where to? -o OUT.wav is missing");
-    expectWrongUse({song, "-o"}, "-o wants a file name");
-    expectWrongUse({song, song, "-o", sound}, "one song at a time, \"" + song + "\" is one too many");
-    expectWrongUse({song, "-o", sound, "--loud", "yes"}, "unknown option --loud");
-    expectWrongUse({song, "-o", sound, "--instrument", "kazoo"}, "there is no instrument \"kazoo\"");
-    expectWrongUse({song, "-o", sound, "--octave", "8"}, "--octave wants a whole number, 2 to 7");
-    expectWrongUse({song, "-o", sound, "--octave", "4.5"}, "--octave wants a whole number, 2 to 7");
-    expectWrongUse({song, "-o", sound, "--ahead", "nan"}, "--ahead wants seconds, -1 to 1");
-    expectWrongUse({song, "-o", sound, "--gap", ""}, "--gap wants seconds, 0 to 0.4");
-}
-
-TEST_F(RenderCommandTest, aSongThatDoesNotLoadGivesItsFaultInOneLine) {
-    std::string const broken = folder.write("broken.txt", "1 1\nC \n");
-    Outcome const outcome = run({broken, "-o", sound});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.errors, "zanto-song render: " + broken + ": Song: Got invalid note.\n");
-    EXPECT_FALSE(std::filesystem::exists(sound));
-
-    Outcome const missing = run({"nowhere.txt", "-o", sound});
-    EXPECT_EQ(missing.status, 1);
-    EXPECT_EQ(missing.errors, "zanto-song render: nowhere.txt: Song: input is not good.\n");
-}
-
-TEST_F(RenderCommandTest, aFileThatCannotBeWrittenIsNamed) {
-    Outcome const outcome = run({song, "-o", "/dev/full"});
-    EXPECT_EQ(outcome.status, 1);
-    EXPECT_EQ(outcome.errors.rfind("zanto-song render: /dev/full: ", 0), 0u);
-    EXPECT_EQ(outcome.errors.find('\n'), outcome.errors.size() - 1);
+TEST_F(RenderCommandTest, ProblemsAndWrongUse) {
+    const auto option = [](const std::string& name, const std::string& value) {
+        return CommandArguments{"song.txt", "-o", "a.wav", name, value};
+    };
+    folder.write("broken.txt", "1 1\nC \n");
+    folder.write("days.txt", "1 1\n" + std::string(80001, '\n'));
+    folder.write("old.wav", "precious");
+    expectFailure({}, 2, "which song?");
+    expectFailure({"song.txt"}, 2, "where to? -o OUT.wav is missing");
+    expectFailure(option("--instrument", "kazoo"), 2, "there is no instrument \"kazoo\"");
+    expectFailure(option("--octave", "8"), 2, "--octave wants a whole number, 2 to 7");
+    expectFailure(option("--ahead", "nan"), 2, "--ahead wants seconds, -1 to 1");
+    expectFailure(option("--gap", "0.5"), 2, "--gap wants seconds, 0 to 0.4");
+    expectFailure({"broken.txt", "-o", "a.wav"}, 1, "broken.txt: does not load; zanto-song check says why");
+    expectFailure({"none.txt", "-o", "a.wav"}, 1, "none.txt: there is no such file");
+    expectFailure({".", "-o", "a.wav"}, 1, ".: this is a folder");
+    expectFailure({"days.txt", "-o", "a.wav"}, 1,
+                  "days.txt: the song has more than 80000 slots, which is 11 hours");
+    expectFailure({"song.txt", "-o", "old.wav"}, 1, "old.wav: there is such a file; --force replaces it");
+    expectFailure({"song.txt", "-o", "song.txt", "--force"}, 1,
+                  "song.txt: this is the file that is read; choose another name");
+    EXPECT_FALSE(std::filesystem::exists("a.wav"));
+    EXPECT_EQ(read("old.wav"), "precious");
+    EXPECT_THAT(run({"song.txt", "-o", "/dev/full"}).errors,
+                testing::StartsWith("zanto-song render: /dev/full: "));
 }

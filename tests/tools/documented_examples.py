@@ -14,28 +14,11 @@ import tempfile
 import os
 
 
-def blocks(lines):
-    """(what stands behind the opening fence, lines between the fences) of each fenced block."""
-    opening, content = None, []
-    for line in lines:
-        if not line.startswith("```"):
-            content.append(line)
-        elif opening is None:
-            opening, content = line[3:].strip(), []
-        else:
-            yield opening, content
-            opening = None
-
-
 def commands(content):
     """(command, lines it is said to print) of each command of a console block."""
-    found = []
-    for line in content:
-        if line.startswith("$ "):
-            found.append((line[2:], []))
-        else:
-            found[-1][1].append(line)
-    return found
+    for example in "\n".join(["", *content]).split("\n$ ")[1:]:
+        command, *expected = example.split("\n")
+        yield command, expected
 
 
 def run_page(page, tools, folder):
@@ -43,7 +26,8 @@ def run_page(page, tools, folder):
     environment = {"PATH": f"{tools}:{os.environ['PATH']}", "HOME": folder, "LC_ALL": "C.UTF-8"}
     compared, complaints, status = 0, [], 0
     text = page.read_text(encoding="utf-8")
-    for opening, content in blocks(text.splitlines()):
+    for opening, block in re.findall(r"^```(\w+.*)\n((?:.*\n)*?)```$", text, re.MULTILINE):
+        content = block.splitlines()
         if opening.startswith("text "):
             target = pathlib.Path(folder, opening.split()[1])
             # \r shows a carriage return and a dot a blank at a line's end, where neither could be seen.

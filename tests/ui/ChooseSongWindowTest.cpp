@@ -1,6 +1,7 @@
 #include "ui/ChooseSongWindow.h"
 
 #include <boost/bind/bind.hpp>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,12 +24,7 @@ protected:
 
     static void selectRow(int row) {
         wt::wtWindowManager::displayWidgets();
-        const tavi::Vec2<float> corner = list()->origin();
-        const wt::Rect rect = list()->rowRect(row);
-        const float x = corner.x + rect.x + rect.w / 2.0f;
-        const float y = corner.y + rect.y + rect.h / 2.0f;
-        widgets::click({static_cast<int>((x + 1.0f) / 2.0f * screenWidth),
-                        static_cast<int>((1.0f - y) / 2.0f * screenHeight)});
+        widgets::click(widgets::inRow(*list(), row, 0.5f, screenWidth, screenHeight));
     }
 
     /// What pressing "Play" emits, joined by blanks.
@@ -51,11 +47,6 @@ protected:
         MenuFixture::TearDown();
     }
 
-    std::unique_ptr<TemporaryFolder> folder;
-};
-
-class ListingTest : public ChooseSongWindowTest {
-protected:
     static std::vector<std::string> rows() {
         std::vector<std::string> names;
         for (int row = 0; row < list()->rowCount(); ++row) {
@@ -63,125 +54,64 @@ protected:
         }
         return names;
     }
+
+    std::unique_ptr<TemporaryFolder> folder;
 };
 
-TEST_F(ListingTest, PairsOfWordsBecomeRowsWhateverTheLines) {
-    folder->write("Songs/listing.txt", threeSongs);
-    const ChooseSongWindow chooser;
-    EXPECT_EQ(rows(), (std::vector<std::string>{"Scale", "Ode", "Echo"}));
+TEST_F(ChooseSongWindowTest, PairsOfWordsBecomeRowsWhateverTheLines) {
+    for (const char* const listing : {threeSongs, "Scale scale.txt\r\nOde ode.txt\r\nEcho echo.txt\r\n",
+                                      "Scale scale.txt Ode ode.txt Echo echo.txt Odd"}) {
+        folder->write("Songs/listing.txt", listing);
+        ChooseSongWindow chooser;
+        folder->write("Songs/listing.txt", "Later too_late.txt");
+        EXPECT_EQ(rows(), (std::vector<std::string>{"Scale", "Ode", "Echo"}));
+        chooser.show();
+        EXPECT_EQ(chosenLine(), "________");
+        EXPECT_EQ(play(chooser), "scale.txt ") << "the first before any selection";
+        wt::wtWindowManager::clear();
+    }
 }
 
-TEST_F(ListingTest, MissingListingGivesAnEmptyListAndThePlaceholderSilently) {
-    testing::internal::CaptureStderr();
-    testing::internal::CaptureStdout();
-    const ChooseSongWindow chooser;
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_EQ(list()->rowCount(), 0);
-    EXPECT_EQ(chosenLine(), "________");
+TEST_F(ChooseSongWindowTest, MissingEmptyOrUnreadableListingGivesAnEmptyListSilently) {
+    for (const char* const file : {"Songs/other.txt", "Songs/listing.txt", "Songs/listing.txt/inside.txt"}) {
+        std::filesystem::remove_all("Songs/listing.txt");
+        folder->write(file, "\n  \n");
+        testing::internal::CaptureStderr();
+        testing::internal::CaptureStdout();
+        ChooseSongWindow chooser;
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+        EXPECT_EQ(list()->rowCount(), 0);
+        EXPECT_EQ(chosenLine(), "________");
+        chooser.show();
+        EXPECT_EQ(play(chooser), "");
+        wt::wtWindowManager::clear();
+    }
 }
 
-TEST_F(ListingTest, EmptyListingGivesAnEmptyListAndThePlaceholder) {
-    folder->write("Songs/listing.txt", "\n  \n");
-    const ChooseSongWindow chooser;
-    EXPECT_EQ(list()->rowCount(), 0);
-    EXPECT_EQ(chosenLine(), "________");
-}
-
-TEST_F(ListingTest, OddWordAtTheEndIsDropped) {
-    folder->write("Songs/listing.txt", "Scale scale.txt Ode");
-    const ChooseSongWindow chooser;
-    EXPECT_EQ(rows(), std::vector<std::string>{"Scale"});
-}
-
-TEST_F(ListingTest, CarriageReturnsAreWhiteSpace) {
-    folder->write("Songs/listing.txt", "Scale scale.txt\r\nOde ode.txt\r\n");
+TEST_F(ChooseSongWindowTest, IsHiddenUntilShownAtTheFront) {
     ChooseSongWindow chooser;
-    EXPECT_EQ(rows(), (std::vector<std::string>{"Scale", "Ode"}));
-    chooser.show();
-    EXPECT_EQ(play(chooser), "scale.txt ");
-}
-
-TEST_F(ListingTest, FolderInPlaceOfTheListingGivesAnEmptyList) {
-    folder->write("Songs/listing.txt/inside.txt", "");
-    const ChooseSongWindow chooser;
-    EXPECT_EQ(list()->rowCount(), 0);
-}
-
-TEST_F(ListingTest, LaterChangesOfTheFileHaveNoEffect) {
-    folder->write("Songs/listing.txt", threeSongs);
-    ChooseSongWindow chooser;
-    folder->write("Songs/listing.txt", "Other other.txt");
-    chooser.show();
-    EXPECT_EQ(list()->rowCount(), 3);
-    EXPECT_EQ(play(chooser), "scale.txt ");
-}
-
-TEST_F(ChooseSongWindowTest, IsHiddenUntilShown) {
-    folder->write("Songs/listing.txt", threeSongs);
-    ChooseSongWindow chooser;
+    auto* other = new wt::wtWindow("other", {-1.0f, -1.0f}, {2.0f, 2.0f}, 0);
+    wt::wtWindowManager::appendWidget(other);
     EXPECT_EQ(panel()->isShowing(), 0);
     chooser.show();
     EXPECT_EQ(panel()->isShowing(), 1);
+    EXPECT_EQ(wt::wtWindowManager::windows().back(), panel());
     chooser.hide();
     EXPECT_EQ(panel()->isShowing(), 0);
 }
 
-TEST_F(ChooseSongWindowTest, ShowingRaisesItToTheFront) {
-    ChooseSongWindow chooser;
-    auto* other = new wt::wtWindow("other", {-1.0f, -1.0f}, {2.0f, 2.0f}, 0);
-    wt::wtWindowManager::appendWidget(other);
-    chooser.show();
-    EXPECT_EQ(wt::wtWindowManager::windows().back(), panel());
-}
-
-TEST_F(ChooseSongWindowTest, StacksHeadingListChosenLineAndButtonDownward) {
-    folder->write("Songs/listing.txt", threeSongs);
-    ChooseSongWindow chooser;
-    chooser.show();
-    wt::wtWindowManager::displayWidgets();
-    const wt::Rect heading = widgets::in<wt::wtStaticText>("Play Song", "song_title")->rect();
-    const wt::Rect chosen = widgets::in<wt::wtStaticText>("Play Song", "chosen_song")->rect();
-    EXPECT_EQ(widgets::in<wt::wtStaticText>("Play Song", "song_title")->getText(), "Choose your song");
-    EXPECT_EQ(playButton()->getText(), "Play");
-    EXPECT_GE(heading.y, list()->rect().top());
-    EXPECT_GE(list()->rect().y, chosen.top());
-    EXPECT_GE(chosen.y, playButton()->rect().top());
-}
-
-TEST_F(ChooseSongWindowTest, SelectedRowIsShownAndEmitted) {
-    folder->write("Songs/listing.txt", threeSongs);
-    ChooseSongWindow chooser;
-    chooser.show();
-    selectRow(2);
-    EXPECT_EQ(chosenLine(), "echo.txt");
-    EXPECT_EQ(play(chooser), "echo.txt ");
-}
-
-TEST_F(ChooseSongWindowTest, PlayBeforeAnySelectionEmitsTheFirstSong) {
-    folder->write("Songs/listing.txt", threeSongs);
-    ChooseSongWindow chooser;
-    chooser.show();
-    EXPECT_EQ(chosenLine(), "________");
-    EXPECT_EQ(play(chooser), "scale.txt ");
-}
-
-TEST_F(ChooseSongWindowTest, PlayWithAnEmptyListDoesNothing) {
-    ChooseSongWindow chooser;
-    chooser.show();
-    EXPECT_EQ(play(chooser), "");
-}
-
-TEST_F(ChooseSongWindowTest, SelectionSurvivesHidingAndShowing) {
+TEST_F(ChooseSongWindowTest, SelectedRowIsShownAndEmittedAlsoAfterHidingAndShowing) {
     folder->write("Songs/listing.txt", threeSongs);
     ChooseSongWindow chooser;
     chooser.show();
     selectRow(1);
-    EXPECT_EQ(play(chooser), "ode.txt ");
-    chooser.hide();
-    chooser.show();
-    EXPECT_EQ(chosenLine(), "ode.txt");
-    EXPECT_EQ(play(chooser), "ode.txt ");
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_EQ(chosenLine(), "ode.txt");
+        EXPECT_EQ(play(chooser), "ode.txt ");
+        chooser.hide();
+        chooser.show();
+    }
 }
 
 TEST_F(ChooseSongWindowTest, SlotsRunInTheOrderOfConnection) {
@@ -189,16 +119,42 @@ TEST_F(ChooseSongWindowTest, SlotsRunInTheOrderOfConnection) {
     ChooseSongWindow chooser;
     chooser.show();
     std::vector<std::string> order;
-    chooser.connectPlaySong([&order](const std::string& file) {
+    const auto noteDown = [&order](const std::string& file) {
         order.push_back(file + (panel()->isShowing() != 0 ? " shown" : " hidden"));
-    });
+    };
+    chooser.connectPlaySong(noteDown);
     chooser.connectPlaySong(boost::bind(&ChooseSongWindow::hide, &chooser));
-    chooser.connectPlaySong([&order](const std::string& file) {
-        order.push_back(file + (panel()->isShowing() != 0 ? " shown" : " hidden"));
-    });
+    chooser.connectPlaySong(noteDown);
     wt::wtWindowManager::displayWidgets();
     click(*playButton());
     EXPECT_EQ(order, (std::vector<std::string>{"scale.txt shown", "scale.txt hidden"}));
+}
+
+TEST_F(ChooseSongWindowTest, ItsSlotsEndWithIt) {
+    auto chooser = std::make_unique<ChooseSongWindow>();
+    const auto held = std::make_shared<int>();
+    const auto connection = chooser->connectPlaySong([held](const std::string&) {});
+    EXPECT_EQ(held.use_count(), 2);
+    chooser.reset();
+    EXPECT_FALSE(connection.connected());
+    EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST_F(ChooseSongWindowTest, StandsInTheMiddleAndItsTextLinesHaveTwiceTheAir) {
+    constexpr float pixel = 2.0f / screenHeight;
+    ChooseSongWindow chooser;
+    chooser.show();
+    wt::wtWindowManager::setViewport(screenWidth, screenHeight);
+    const wt::Rect rect = panel()->rect();
+    expectPanelsPlace(rect);
+    EXPECT_EQ(widgets::in<wt::wtStaticText>("Play Song", "song_title")->getText(), "Choose your song");
+    EXPECT_EQ(playButton()->getText(), "Play");
+    const wt::Rect heading = widgets::in<wt::wtStaticText>("Play Song", "song_title")->rect();
+    const wt::Rect chosen = widgets::in<wt::wtStaticText>("Play Song", "chosen_song")->rect();
+    EXPECT_NEAR(heading.y - list()->rect().top(), 0.01f + 0.02f, 2 * pixel);
+    EXPECT_NEAR(list()->rect().y - chosen.top(), 0.01f + 0.02f, 2 * pixel);
+    EXPECT_NEAR(chosen.y - playButton()->rect().top(), 0.02f + 0.01f, 2 * pixel);
+    EXPECT_NEAR(list()->rect().x, rect.w - list()->rect().right(), 2 * pixel);
 }
 
 TEST_F(ChooseSongWindowTest, DrawsAPaleBluePanel) {

@@ -34,52 +34,65 @@ protected:
     std::unique_ptr<FrequencyWindow> panel;
 };
 
-TEST_F(FrequencyWindowTest, IsHiddenUntilShown) {
+TEST_F(FrequencyWindowTest, IsHiddenUntilShownAtTheFront) {
+    wt::wtWindowManager::appendWidget(new wt::wtWindow("other", {0.0f, 0.0f}, {1.0f, 1.0f}, 0));
     EXPECT_FALSE(panel->isShowing());
     panel->show();
     EXPECT_TRUE(panel->isShowing());
+    EXPECT_EQ(wt::wtWindowManager::windows().back(), window());
     panel->hide();
     EXPECT_FALSE(panel->isShowing());
 }
 
-TEST_F(FrequencyWindowTest, ShowingRaisesItToTheFront) {
-    wt::wtWindowManager::appendWidget(new wt::wtWindow("other", {0.0f, 0.0f}, {1.0f, 1.0f}, 0));
-    panel->show();
-    EXPECT_EQ(wt::wtWindowManager::windows().back(), window());
-}
-
-TEST_F(FrequencyWindowTest, TextSitsUnderThePlot) {
-    panel->show();
-    wt::wtWindowManager::displayWidgets();
-    const auto* plot = widgets::in<FrequencyWindow::wtFreqWindow>("Frequency", "window");
-    EXPECT_LE(widgets::in<wt::wtStaticText>("Frequency", "chosen_song")->rect().top(), plot->rect().y);
-}
-
-TEST_F(FrequencyWindowTest, OnlyPeaksAboveMinus65DbAreListed) {
+TEST_F(FrequencyWindowTest, TheFirstFourFrequenciesAboveMinus65DbAreListedInWholeHertz) {
     show({{-64.9f, 200.0f}, {-65.0f, 300.0f}, {-80.0f, 400.0f}});
     EXPECT_EQ(peakLine(), "200 ");
-}
-
-TEST_F(FrequencyWindowTest, AtMostFourFrequenciesAreListedInTheirOrder) {
-    show({{-10.0f, 900.0f},
+    show({{-9.0f, 900.9f},
           {-80.0f, 150.0f},
           {-20.0f, 200.0f},
           {-30.0f, 300.0f},
           {-5.0f, 400.0f},
-          {-1.0f, 500.0f},
-          {-1.0f, 600.0f}});
+          {-1.0f, 500.0f}});
     EXPECT_EQ(peakLine(), "900 200 300 400 ");
-}
-
-TEST_F(FrequencyWindowTest, FrequencyIsCutToWholeHertz) {
-    show({{-10.0f, 440.9f}});
-    EXPECT_EQ(peakLine(), "440 ");
-}
-
-TEST_F(FrequencyWindowTest, NoPeakGivesAnEmptyText) {
-    show({{-10.0f, 440.0f}});
     show({});
     EXPECT_EQ(peakLine(), "");
+}
+
+TEST_F(FrequencyWindowTest, DataAreCopiedAndStayAcrossHidingAndShowing) {
+    std::vector<double> frequencies = {100.0, 200.0};
+    std::vector<double> power = {-30.0, -40.0};
+    Peaks peaks = {{-30.0f, 100.0f}};
+    panel->setSignal(frequencies, power, peaks, thresholdDb);
+    frequencies.clear();
+    power.clear();
+    peaks.clear();
+    panel->hide();
+    panel->show();
+    const auto* plot = widgets::in<FrequencyWindow::wtFreqWindow>("Frequency", "window");
+    EXPECT_EQ(plot->frequencies, (std::vector<double>{100.0, 200.0}));
+    EXPECT_EQ(plot->power, (std::vector<double>{-30.0, -40.0}));
+    EXPECT_EQ(plot->peaks, (Peaks{{-30.0f, 100.0f}}));
+    EXPECT_EQ(plot->threshold, thresholdDb);
+    EXPECT_EQ(peakLine(), "100 ");
+}
+
+TEST_F(FrequencyWindowTest, StandsInTheMiddleAndDrawsPlusFiveDecibelInsideItselfAbovePlot) {
+    panel->setSignal({0.0, 1500.0}, {5.0, 5.0}, {}, thresholdDb);
+    panel->show();
+    wt::wtWindowManager::displayWidgets();
+    expectPanelsPlace(window()->rect());
+    const auto* plot = widgets::in<FrequencyWindow::wtFreqWindow>("Frequency", "window");
+    EXPECT_LE(widgets::in<wt::wtStaticText>("Frequency", "chosen_song")->rect().top(), plot->rect().y);
+    const tavi::Vec2<float> corner = plot->origin();
+    const float y = corner.y + plot->rect().h * 95.0f / 90.0f;
+    const int column = static_cast<int>((corner.x + plot->rect().w / 2 + 1) / 2 * screenWidth);
+    const int line = static_cast<int>((1 - y) / 2 * screenHeight);
+    const auto screen = gl.read();
+    int reddest = 0;
+    for (int row = line - 1; row <= line + 1; ++row) {
+        reddest = std::max<int>(reddest, screen.at(column, row, 0) - screen.at(column, row, 1));
+    }
+    EXPECT_GT(reddest, 200) << "cut by the panel or under its title bar";
 }
 
 TEST_F(FrequencyWindowTest, PlotWithoutAParentStandsAlone) {
@@ -135,9 +148,6 @@ protected:
             for (int dx = -1; dx <= 1; ++dx) {
                 const int column = static_cast<int>(x) + dx;
                 const int row = screenHeight - 1 - (static_cast<int>(y) + dy);
-                if (column < 0 || column >= screenWidth || row < 0 || row >= screenHeight) {
-                    continue;
-                }
                 const Rgb here{picture.at(column, row, 0), picture.at(column, row, 1),
                                picture.at(column, row, 2)};
                 if (!(here == black)) {
@@ -162,27 +172,21 @@ TEST_F(FrequencyPlotTest, SpectrumIsARedLineOverTheWholeWidget) {
     EXPECT_EQ(at(300.0, -30.0), black);
 }
 
-TEST_F(FrequencyPlotTest, EveryPeakGetsAGreenLineWhateverItsLevel) {
-    plot.peaks = {{-64.9f, 200.0f}, {-65.0f, 300.0f}, {-80.0f, 400.0f}};
-    plot.threshold = -200.0;
+TEST_F(FrequencyPlotTest, EveryPeakGetsAGreenLineWhateverItsLevelAndSoIsThenTheThreshold) {
+    plot.threshold = -65.0;
     draw();
+    EXPECT_EQ(at(10.0, -65.0), red);
+    EXPECT_EQ(at(1490.0, -65.0), red);
+    plot.peaks = {{-64.9f, 200.0f}, {-65.0f, 300.0f}, {-80.0f, 400.0f}};
+    draw();
+    EXPECT_EQ(at(10.0, -65.0), green);
+    EXPECT_EQ(at(1490.0, -65.0), green);
     for (const double frequencyHz : {200.0, 300.0, 400.0}) {
         for (const double levelDb : {-88.0, -45.0, -2.0}) {
             EXPECT_EQ(at(frequencyHz, levelDb), green) << frequencyHz << " Hz, " << levelDb << " dB";
         }
     }
     EXPECT_EQ(at(250.0, -45.0), black);
-}
-
-TEST_F(FrequencyPlotTest, ThresholdLineIsRedWithoutPeaksAndGreenWithOne) {
-    plot.threshold = -65.0;
-    draw();
-    EXPECT_EQ(at(10.0, -65.0), red);
-    EXPECT_EQ(at(1490.0, -65.0), red);
-    plot.peaks = {{-20.0f, 700.0f}};
-    draw();
-    EXPECT_EQ(at(10.0, -65.0), green);
-    EXPECT_EQ(at(1490.0, -65.0), green);
 }
 
 TEST_F(FrequencyPlotTest, PointsOutsideAreCutLeftRightAndBelowButNotAbove) {
@@ -226,13 +230,9 @@ TEST_F(FrequencyPlotTest, SilenceAndNonsenseDrawNothingWrong) {
     draw();
     EXPECT_EQ(at(1000.0, -45.0), black);
     EXPECT_TRUE(gl.noErrors());
-}
-
-TEST_F(FrequencyPlotTest, LeavesWhiteAsTheColour) {
-    draw();
-    GLfloat colour[4];
-    glGetFloatv(GL_CURRENT_COLOR, colour);
-    EXPECT_EQ(std::vector<float>(colour, colour + 4), std::vector<float>(4, 1.0f));
+    std::vector<float> colour(4);
+    glGetFloatv(GL_CURRENT_COLOR, colour.data());
+    EXPECT_EQ(colour, std::vector<float>(4, 1.0f)) << "white is left";
 }
 
 }  // namespace

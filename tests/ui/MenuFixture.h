@@ -29,5 +29,14 @@ protected:
         widgets::click(widgets::middle(widget, screenWidth, screenHeight));
     }
 
+    /// Where both panels stand, give or take a pixel.
+    static void expectPanelsPlace(const wt::Rect& rect) {
+        constexpr float pixel = 2.0f / screenHeight;
+        EXPECT_NEAR(rect.x, -0.4f, pixel);
+        EXPECT_NEAR(rect.y, -0.5f, pixel);
+        EXPECT_NEAR(rect.w, 0.8f, pixel);
+        EXPECT_NEAR(rect.h, 0.9f, pixel);
+    }
+
     OffscreenGL gl{screenWidth, screenHeight};
 };

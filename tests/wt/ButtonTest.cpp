@@ -1,9 +1,6 @@
 #include "platform/wt/wtButton.h"
 
-#include <boost/bind/bind.hpp>
-#include <cstdlib>
 #include <initializer_list>
-#include <string>
 #include <utility>
 
 #include "tests/wt/Stage.h"
@@ -14,12 +11,12 @@ class ButtonTest : public Stage {
 protected:
     void SetUp() override {
         Stage::SetUp();
-        panel = window("panel", {-0.5F, -0.5F, 1, 1});
-        button = new wt::wtButton(panel, "button", {0.2F, 0.2F}, {0.5F, 0.2F}, "Play");
+        panel = window("panel", {-0.5f, -0.5f, 1, 1});
+        button = new wt::wtButton(panel, "button", {0.2f, 0.2f}, {0.5f, 0.2f}, "Play");
         button->connectButtonPressed([this] { ++fired; });
-        move(at(-0.9F, -0.9F));
+        move(at(-0.9f, -0.9f));
     }
-    static Pixel beside() { return at(0.45F, 0.45F); }
+    static Pixel beside() { return at(0.45f, 0.45f); }
 
     wt::wtWindow* panel = nullptr;
     wt::wtButton* button = nullptr;
@@ -46,14 +43,11 @@ TEST_F(ButtonTest, LetsGoWhenThePointerLeavesAndTakesHoldAgainWhenItReturns) {
     EXPECT_EQ(fired, 0);
 }
 
-TEST_F(ButtonTest, ReleaseOutsideAndALaterOneInsideDoNotFire) {
+TEST_F(ButtonTest, ReleaseAfterAPressOrAReleaseElsewhereDoesNotFire) {
     press(on(*button));
     release(beside());
     release(on(*button));
     EXPECT_EQ(fired, 0);
-}
-
-TEST_F(ButtonTest, ReleaseAfterAPressElsewhereDoesNotFire) {
     press(beside());
     move(on(*button));
     EXPECT_FALSE(button->isArmed());
@@ -76,21 +70,18 @@ TEST_F(ButtonTest, OnlyTheLeftButtonPresses) {
 
 TEST_F(ButtonTest, EdgePixelsBelongToItAndTheirNeighboursDoNot) {
     wt::wtWindowManager::setViewport(screenWidth, screenHeight);
-    const float px = 0.5F / (button->rect().w / wt::screen().pixelX());
-    const float py = 0.5F / (button->rect().h / wt::screen().pixelY());
+    const float px = 0.5f / (button->rect().w / wt::screen().pixelX());
+    const float py = 0.5f / (button->rect().h / wt::screen().pixelY());
+    int clicks = 0;
     for (const float x : {px, 1 - px}) {
         for (const float y : {py, 1 - py}) {
-            fired = 0;
             click(on(*button, x, y));
-            EXPECT_EQ(fired, 1) << x << ' ' << y;
+            EXPECT_EQ(fired, ++clicks) << x << ' ' << y;
         }
+        click(on(*button, x < px * 2 ? -px : 1 + px, 0.5f));
+        click(on(*button, 0.5f, x < px * 2 ? -py : 1 + py));
+        EXPECT_EQ(fired, clicks);
     }
-    fired = 0;
-    click(on(*button, -px, 0.5F));
-    click(on(*button, 1 + px, 0.5F));
-    click(on(*button, 0.5F, -py));
-    click(on(*button, 0.5F, 1 + py));
-    EXPECT_EQ(fired, 0);
 }
 
 TEST_F(ButtonTest, HoverFollowsThePointerAndPausesWhileAButtonIsHeldElsewhere) {
@@ -105,28 +96,6 @@ TEST_F(ButtonTest, HoverFollowsThePointerAndPausesWhileAButtonIsHeldElsewhere) {
     EXPECT_TRUE(button->isHovered());
 }
 
-TEST_F(ButtonTest, SlotsRunInTheOrderOfConnectionAndCanBeDisconnected) {
-    std::string order;
-    button->connectButtonPressed([&] { order += 'a'; });
-    auto second = button->connectButtonPressed([&] { order += 'b'; });
-    button->connectButtonPressed([&] { order += 'c'; });
-    click(on(*button));
-    second.disconnect();
-    click(on(*button));
-    EXPECT_EQ(order, "abcac");
-}
-
-TEST_F(ButtonTest, SlotMayHideItsWindowAndLaterSlotsStillRun) {
-    auto* hidden = panel;
-    button->connectButtonPressed(boost::bind(&wt::wtWidget::setShowing, hidden, false));
-    int later = 0;
-    button->connectButtonPressed([&] { later += hidden->isShowing() == 0 ? 1 : 0; });
-    click(on(*button));
-    EXPECT_EQ(later, 1);
-    click(on(*button));
-    EXPECT_EQ(later, 1) << "a hidden button gets nothing";
-}
-
 TEST_F(ButtonTest, SlotMayDestroyEveryWindow) {
     int later = 0;
     button->connectButtonPressed([] { wt::wtWindowManager::clear(); });
@@ -135,11 +104,6 @@ TEST_F(ButtonTest, SlotMayDestroyEveryWindow) {
     EXPECT_TRUE(wt::wtWindowManager::windows().empty());
     EXPECT_LE(later, 1);
     click(at(0, 0));
-}
-
-TEST_F(ButtonTest, SlotMayEndTheProcess) {
-    button->connectButtonPressed([] { std::exit(1); });
-    EXPECT_EXIT(click(on(*button)), testing::ExitedWithCode(1), "");
 }
 
 TEST_F(ButtonTest, SlotMaySendTheNextEventItself) {
@@ -153,7 +117,7 @@ TEST_F(ButtonTest, SlotMaySendTheNextEventItself) {
     EXPECT_EQ(fired, 2);
 }
 
-TEST_F(ButtonTest, HidingItDuringAPressLetsGo) {
+TEST_F(ButtonTest, HidingOrDisablingItDuringAPressLetsGo) {
     press(on(*button));
     panel->setShowing(0);
     EXPECT_FALSE(button->isArmed());
@@ -161,11 +125,15 @@ TEST_F(ButtonTest, HidingItDuringAPressLetsGo) {
     move(on(*button));
     EXPECT_FALSE(button->isArmed());
     release(on(*button));
+    press(on(*button));
+    button->setEnabled(0);
+    EXPECT_FALSE(button->isArmed());
+    release(on(*button));
     EXPECT_EQ(fired, 0);
 }
 
 TEST_F(ButtonTest, DisabledButtonIsDeafAndStillCoversWhatIsBelow) {
-    Probe* below = new Probe(panel, {0, 0, 0.01F, 0.01F});
+    Probe* below = new Probe(panel, {0, 0, 0.01f, 0.01f});
     button->setEnabled(0);
     click(on(*button));
     EXPECT_EQ(fired, 0);
@@ -175,15 +143,7 @@ TEST_F(ButtonTest, DisabledButtonIsDeafAndStillCoversWhatIsBelow) {
     EXPECT_EQ(fired, 1);
 }
 
-TEST_F(ButtonTest, DisablingItDuringAPressLetsGo) {
-    press(on(*button));
-    button->setEnabled(0);
-    EXPECT_FALSE(button->isArmed());
-    release(on(*button));
-    EXPECT_EQ(fired, 0);
-}
-
-TEST_F(ButtonTest, SizeOfMinusOneComesFromTheText) {
+TEST_F(ButtonTest, SizeOfMinusOneComesFromTheTextAndFollowsIt) {
     const wt::wtButton brief(nullptr, "brief", {0, 0}, {-1, -1}, "OK");
     const wt::wtButton wordy(nullptr, "wordy", {0, 0}, {-1, -1}, "Start a new game with everything");
     const float em = wt::screen().emPixels();
@@ -192,9 +152,7 @@ TEST_F(ButtonTest, SizeOfMinusOneComesFromTheText) {
     EXPECT_EQ(wordy.sizeHint().preferred.y, brief.sizeHint().preferred.y);
     EXPECT_GT(wordy.sizeHint().preferred.y / wt::screen().pixelY(), em);
     EXPECT_EQ(brief.getText(), "OK");
-}
 
-TEST_F(ButtonTest, ChangedTextIsLaidOutAnew) {
     wt::wtButton* free = new wt::wtButton(panel, "free", {0, 0}, {-1, -1}, "A");
     wt::wtWindowManager::setViewport(screenWidth, screenHeight);
     const float before = free->rect().w;

@@ -43,6 +43,9 @@ protected:
     }
     int litPixels() const { return litPixels(0, 0, picture.width(), picture.height()); }
 
+    static Rgb rgb(const wt::Color& c) {
+        return {static_cast<int>(c.r * 255), static_cast<int>(c.g * 255), static_cast<int>(c.b * 255)};
+    }
     static wt::Polygon colored(float r, float g, float b) {
         wt::Polygon polygon(wt::makeQuad({0, 0}, {1, 1}));
         polygon.setColor(wt::Color(r, g, b));

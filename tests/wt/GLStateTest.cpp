@@ -1,77 +1,21 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 
+#include <algorithm>
 #include <array>
 #include <initializer_list>
-#include <map>
+#include <list>
 #include <string>
-#include <vector>
 
-#include "tests/support/OffscreenGL.h"
-#include "tests/wt/Stage.h"
+#include "tests/support/GLStates.h"
+#include "tests/wt/DrawnStage.h"
 
 namespace {
 
-constexpr GLenum capabilities[] = {
-    GL_ALPHA_TEST,     GL_BLEND,         GL_CLIP_PLANE0,         GL_CLIP_PLANE3,
-    GL_COLOR_LOGIC_OP, GL_CULL_FACE,     GL_DEPTH_TEST,          GL_FOG,
-    GL_LIGHTING,       GL_LINE_SMOOTH,   GL_LINE_STIPPLE,        GL_POLYGON_STIPPLE,
-    GL_SCISSOR_TEST,   GL_STENCIL_TEST,  GL_TEXTURE_1D,          GL_TEXTURE_2D,
-    GL_TEXTURE_GEN_S,  GL_TEXTURE_GEN_T, GL_COLOR_SUM,           GL_NORMALIZE,
-    GL_VERTEX_ARRAY,   GL_COLOR_ARRAY,   GL_TEXTURE_COORD_ARRAY, GL_NORMAL_ARRAY};
-
-constexpr GLenum values[] = {GL_ACTIVE_TEXTURE,
-                             GL_ARRAY_BUFFER_BINDING,
-                             GL_BLEND_DST_ALPHA,
-                             GL_BLEND_DST_RGB,
-                             GL_BLEND_EQUATION_RGB,
-                             GL_BLEND_SRC_ALPHA,
-                             GL_BLEND_SRC_RGB,
-                             GL_CLIENT_ACTIVE_TEXTURE,
-                             GL_COLOR_WRITEMASK,
-                             GL_CURRENT_COLOR,
-                             GL_CURRENT_PROGRAM,
-                             GL_CURRENT_TEXTURE_COORDS,
-                             GL_DEPTH_WRITEMASK,
-                             GL_LINE_WIDTH,
-                             GL_MATRIX_MODE,
-                             GL_MODELVIEW_MATRIX,
-                             GL_MODELVIEW_STACK_DEPTH,
-                             GL_POINT_SIZE,
-                             GL_POLYGON_MODE,
-                             GL_PROJECTION_MATRIX,
-                             GL_PROJECTION_STACK_DEPTH,
-                             GL_SCISSOR_BOX,
-                             GL_SHADE_MODEL,
-                             GL_TEXTURE_BINDING_2D,
-                             GL_TEXTURE_MATRIX,
-                             GL_TEXTURE_STACK_DEPTH,
-                             GL_UNPACK_ALIGNMENT,
-                             GL_UNPACK_ROW_LENGTH,
-                             GL_VIEWPORT,
-                             GL_ATTRIB_STACK_DEPTH,
-                             GL_CLIENT_ATTRIB_STACK_DEPTH};
-
-using State = std::map<GLenum, std::vector<double>>;
-
-State readState() {
-    State state;
-    for (const GLenum capability : capabilities) {
-        state[capability] = {static_cast<double>(glIsEnabled(capability))};
-    }
-    for (const GLenum value : values) {
-        std::array<double, 16> numbers{};
-        glGetDoublev(value, numbers.data());
-        state[value].assign(numbers.begin(), numbers.end());
-    }
-    GLint environment = 0;
-    glGetTexEnviv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, &environment);
-    state[GL_TEXTURE_ENV_MODE] = {static_cast<double>(environment)};
-    return state;
-}
-
 /// Leaves hardly anything as GL has it at first.
-void disturb(unsigned int program, unsigned int texture) {
+void disturb(unsigned int program) {
+    GLuint texture = 0;
+    glGenTextures(1, &texture);
     glMatrixMode(GL_PROJECTION);
     glFrustum(-0.1, 0.1, -0.1, 0.1, 0.1, 100);
     glMatrixMode(GL_MODELVIEW);
@@ -83,7 +27,7 @@ void disturb(unsigned int program, unsigned int texture) {
     glClientActiveTexture(GL_TEXTURE1);
     glActiveTexture(GL_TEXTURE0);
     glMatrixMode(GL_TEXTURE);
-    glScalef(0.3F, 0.2F, 1);
+    glScalef(0.3f, 0.2f, 1);
     glEnable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, texture);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_DECAL);
@@ -109,102 +53,63 @@ void disturb(unsigned int program, unsigned int texture) {
     glShadeModel(GL_FLAT);
     glLineWidth(5);
     glPointSize(3);
-    glColor4f(0.1F, 0.2F, 0.3F, 0.4F);
+    glColor4f(0.1f, 0.2f, 0.3f, 0.4f);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 2);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 17);
     glEnableClientState(GL_COLOR_ARRAY);
 }
 
-class GLStateTest : public Stage {
+class GLStateTest : public DrawnStage {
 protected:
     void SetUp() override {
         Stage::SetUp();
         build();
     }
-    void TearDown() override {
-        EXPECT_TRUE(gl.noErrors());
-        Stage::TearDown();
-    }
     static void build() {
-        wt::wtWindow* panel = window("panel", {-0.8F, -0.8F, 1.6F, 1.6F}, 0x101);
+        wt::wtWindow* panel = window("panel", {-0.8f, -0.8f, 1.6f, 1.6f}, 0x101);
         auto* layout = new wt::LinearLayout(wt::bottomToTop);
-        layout->add(new wt::wtButton(panel, "button", {0, 0}, {-1, -1}, "Button"), attributes(0.01F, 1));
-        layout->add(new wt::wtStaticText(panel, "text", {0, 0}, {0.6F, 0.1F}, "text", 0x24),
-                    attributes(0.01F, 1));
-        auto* list = new wt::wtListBox(panel, "list", {0, 0}, {0.5F, 0.5F});
+        layout->add(new wt::wtButton(panel, "button", {0, 0}, {-1, -1}, "Button"), attributes(0.01f, 1));
+        layout->add(new wt::wtStaticText(panel, "text", {0, 0}, {0.6f, 0.1f}, "text", 0x24),
+                    attributes(0.01f, 1));
+        auto* list = new wt::wtListBox(panel, "list", {0, 0}, {0.5f, 0.5f});
         std::list<std::string> rows(40, "Row");
         list->append(rows);
-        layout->add(list, attributes(0.01F, 1));
+        layout->add(list, attributes(0.01f, 1));
         panel->setLayoutManager(layout);
 
         tavi::Image<unsigned char> image(5, 3, 3);
         for (int i = 0; i < 45; ++i) {
             image.data()[i] = static_cast<unsigned char>(i * 5);
         }
-        wt::GridGraphic grid(1, 1);
-        grid(0, 0) = wt::Polygon(wt::makeQuad({0, 0}, {1, 1}));
-        grid(0, 0).setTexture(image, 0);
-        grid(0, 0).setTextureCoords({{0, 1}, {1, 1}, {1, 0}, {0, 0}}, 0);
+        wt::Polygon textured(wt::makeQuad({0, 0}, {1, 1}));
+        textured.setTexture(image, 0);
+        textured.setTextureCoords({{0, 1}, {1, 1}, {1, 0}, {0, 0}}, 0);
+        wt::GridGraphic grid = oneCell(textured);
         grid.setBorder(1);
-        wt::wtWindow* pictured = window("pictured", {-0.9F, 0.4F, 0.5F, 0.5F});
-        pictured->setBackground(grid);
+        window("pictured", {-0.9f, 0.4f, 0.5f, 0.5f})->setBackground(grid);
     }
-
-    void expectSameInDisturbedState(const tavi::Image<unsigned char>& plain) {
-        glClear(GL_COLOR_BUFFER_BIT);
-        GLuint texture = 0;
-        glGenTextures(1, &texture);
-        disturb(wt::linkedProgram(wt::wtSymbols::fragProgs["solid_shader"]), texture);
-        wt::wtWindowManager::displayWidgets();
-        const tavi::Image<unsigned char> disturbed = gl.read();
-        EXPECT_TRUE(
-            std::equal(plain.data(), plain.data() + screenWidth * screenHeight * 4, disturbed.data()));
-    }
-
-    OffscreenGL gl{screenWidth, screenHeight};
 };
 
-TEST_F(GLStateTest, EverythingIsAsItWasAfterDrawing) {
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
-    disturb(wt::linkedProgram(wt::wtSymbols::fragProgs["solid_shader"]), texture);
-    const State before = readState();
-    wt::wtWindowManager::displayWidgets();
-    const State after = readState();
-    for (const auto& [name, value] : before) {
-        EXPECT_EQ(after.at(name), value) << "0x" << std::hex << name;
-    }
-}
-
-TEST_F(GLStateTest, EverythingIsAsItWasAfterLoadingAndUploading) {
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
-    disturb(0, texture);
-    const State before = readState();
-    wt::loadDefaults(screenWidth, screenHeight);
-    build();
-    const State after = readState();
-    for (const auto& [name, value] : before) {
-        EXPECT_EQ(after.at(name), value) << "0x" << std::hex << name;
+TEST_F(GLStateTest, EverythingIsAsItWasAfterLoadingUploadingAndDrawing) {
+    for (const char* program : {"", "solid_shader"}) {
+        disturb(wt::wtSymbols::fragProgs[program]);
+        const auto before = readGLState();
+        wt::loadDefaults(screenWidth, screenHeight);
+        build();
+        EXPECT_EQ(readGLState(), before);
+        wt::wtWindowManager::displayWidgets();
+        EXPECT_EQ(readGLState(), before);
     }
 }
 
 TEST_F(GLStateTest, PictureDoesNotDependOnTheStateThatItFinds) {
+    draw();
+    const tavi::Image<unsigned char> plain = picture;
+    glClear(GL_COLOR_BUFFER_BIT);
+    disturb(wt::wtSymbols::fragProgs["solid_shader"]);
     wt::wtWindowManager::displayWidgets();
-    const tavi::Image<unsigned char> plain = gl.read();
-    expectSameInDisturbedState(plain);
-}
-
-TEST_F(GLStateTest, FittingAPictureDoesNotDependOnTheStateThatItFinds) {
-    wt::wtWindowManager::displayWidgets();
-    const tavi::Image<unsigned char> plain = gl.read();
-    // Fitted to another size, and seen once in the first one, it is fitted anew in the next frame.
-    glViewport(0, 0, screenWidth / 2, screenHeight / 2);
-    wt::wtWindowManager::displayWidgets();
-    wt::wtWindowManager::displayWidgets();
-    glViewport(0, 0, screenWidth, screenHeight);
-    wt::wtWindowManager::displayWidgets();
-    expectSameInDisturbedState(plain);
+    picture = gl.read();
+    EXPECT_TRUE(std::equal(plain.data(), plain.data() + screenWidth * screenHeight * 4, picture.data()));
 }
 
 TEST_F(GLStateTest, DrawingWithinTheWidgetsMayLeaveAnythingBehind) {
@@ -220,9 +125,9 @@ TEST_F(GLStateTest, DrawingWithinTheWidgetsMayLeaveAnythingBehind) {
         }
     };
     wt::wtWindowManager::appendWidget(new Careless);
-    const State before = readState();
+    const auto before = readGLState();
     wt::wtWindowManager::displayWidgets();
-    EXPECT_EQ(readState(), before);
+    EXPECT_EQ(readGLState(), before);
 }
 
 }  // namespace

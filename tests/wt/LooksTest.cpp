@@ -10,38 +10,43 @@ using LooksTest = DrawnStage;
 
 TEST_F(LooksTest, TextStaysInsideItsWidget) {
     noShadow();
-    wt::wtWindow* panel = window("panel", {-0.5F, -0.5F, 1, 1});
+    wt::wtWindow* panel = window("panel", {-0.5f, -0.5f, 1, 1});
     panel->setBackground(oneCell(colored(0, 0, 0)));
-    const auto* text = new wt::wtStaticText(panel, "text", {0.25F, 0.5F}, {0.25F, 0.1F},
+    const auto* text = new wt::wtStaticText(panel, "text", {0.25f, 0.5f}, {0.25f, 0.1f},
                                             "A text that is much longer than its widget", 0x24);
     draw();
-    const Pixel upperLeft = on(*text, 0, 0.999F);
-    const Pixel lowerRight = on(*text, 0.999F, 0);
+    const Pixel upperLeft = on(*text, 0, 0.999f);
+    const Pixel lowerRight = on(*text, 0.999f, 0);
     const int inside = litPixels(upperLeft.x, upperLeft.y, lowerRight.x + 1, lowerRight.y + 1);
     EXPECT_GT(inside, 100);
     EXPECT_EQ(litPixels(), inside);
 }
 
-TEST_F(LooksTest, ButtonLooksDifferentAtRestUnderThePointerPressedAndDisabled) {
+TEST_F(LooksTest, ButtonFadesInUnderThePointerAndLooksDifferentAtRestPressedAndDisabled) {
     noShadow();
-    wt::wtWindow* panel = window("panel", {-0.5F, -0.5F, 1, 1});
-    auto* button = new wt::wtButton(panel, "button", {0.2F, 0.2F}, {0.5F, 0.2F}, "");
-    const auto settle = [] {
-        for (int frame = 0; frame < 10; ++frame) {
-            wt::wtWindowManager::animate();
-        }
-    };
+    wt::wtWindow* panel = window("panel", {-0.5f, -0.5f, 1, 1});
+    auto* button = new wt::wtButton(panel, "button", {0.2f, 0.2f}, {0.5f, 0.2f}, "");
     draw();
     const Rgb rest = pixel(on(*button));
     move(on(*button));
-    settle();
-    draw();
-    const Rgb hovered = pixel(on(*button));
+    Rgb hovered = rest;
+    int steps = 0;
+    for (int frame = 0; frame < 10; ++frame) {
+        wt::wtWindowManager::animate();
+        draw();
+        EXPECT_GE(pixel(on(*button)).b, hovered.b);
+        steps += pixel(on(*button)).b > hovered.b ? 1 : 0;
+        hovered = pixel(on(*button));
+    }
+    EXPECT_GE(steps, 3);
+    EXPECT_LE(steps, 8);
     press(on(*button));
     draw();
     const Rgb pressed = pixel(on(*button));
-    move(at(0.9F, 0.9F));
-    settle();
+    move(at(0.9f, 0.9f));
+    for (int frame = 0; frame < 10; ++frame) {
+        wt::wtWindowManager::animate();
+    }
     draw();
     const Rgb left = pixel(on(*button));
     button->setEnabled(0);
@@ -53,36 +58,17 @@ TEST_F(LooksTest, ButtonLooksDifferentAtRestUnderThePointerPressedAndDisabled) {
     EXPECT_LT(disabled.b - disabled.r, 40) << "grey";
 }
 
-TEST_F(LooksTest, HoverFadesInOverAFewFrames) {
-    wt::wtWindow* panel = window("panel", {-0.5F, -0.5F, 1, 1});
-    const auto* button = new wt::wtButton(panel, "button", {0.2F, 0.2F}, {0.5F, 0.2F}, "");
-    draw();
-    const Pixel middle = on(*button);
-    move(middle);
-    int last = pixel(middle).b;
-    int steps = 0;
-    for (int frame = 0; frame < 10; ++frame) {
-        wt::wtWindowManager::animate();
-        draw();
-        EXPECT_GE(pixel(middle).b, last);
-        steps += pixel(middle).b > last ? 1 : 0;
-        last = pixel(middle).b;
-    }
-    EXPECT_GE(steps, 3);
-    EXPECT_LE(steps, 8);
-}
-
 TEST_F(LooksTest, ListDrawsSelectionAndHoverAndSomethingQuietWhenEmpty) {
-    wt::wtWindow* panel = window("panel", {-0.5F, -0.5F, 1, 1});
-    auto* list = new wt::wtListBox(panel, "list", {0.1F, 0.1F}, {0.7F, 0.7F});
+    wt::wtWindow* panel = window("panel", {-0.5f, -0.5f, 1, 1});
+    auto* list = new wt::wtListBox(panel, "list", {0.1f, 0.1f}, {0.7f, 0.7f});
     auto* layout = new wt::LinearLayout(wt::bottomToTop);
     layout->add(list, attributes(0, 1));
     panel->setLayoutManager(layout);
     draw();
-    const auto field = [&] { return pixel(on(*list, 0.1F, 0.1F)); };
+    const auto field = [&] { return pixel(on(*list, 0.1f, 0.1f)); };
     int marks = 0;
-    for (int y = on(*list, 0.5F, 0.9F).y; y < on(*list, 0.5F, 0.1F).y; ++y) {
-        marks += pixel(on(*list, 0.5F, 0).x, y).r > field().r + 10 ? 1 : 0;
+    for (int y = on(*list, 0.5f, 0.9f).y; y < on(*list, 0.5f, 0.1f).y; ++y) {
+        marks += pixel(on(*list, 0.5f, 0).x, y).r > field().r + 10 ? 1 : 0;
     }
     EXPECT_EQ(marks, 5) << "the five lines of an empty staff";
 
@@ -96,9 +82,7 @@ TEST_F(LooksTest, ListDrawsSelectionAndHoverAndSomethingQuietWhenEmpty) {
     click(middleOf(0));
     move(middleOf(1));
     draw();
-    const wt::Color selected = wt::theme().selected;
-    expectColor(pixel(middleOf(0)), {static_cast<int>(selected.r * 255), static_cast<int>(selected.g * 255),
-                                     static_cast<int>(selected.b * 255)});
+    expectColor(pixel(middleOf(0)), rgb(wt::theme().selected));
     EXPECT_GT(pixel(middleOf(1)).b, pixel(middleOf(2)).b + 10);
 }
 

@@ -7,12 +7,12 @@
 namespace {
 
 TEST(PolygonTest, QuadHasItsCornersCounterClockwiseFromTheLowerLeft) {
-    const auto corners = wt::makeQuad({0.1F, 0.2F}, {0.5F, 0.25F});
+    const auto corners = wt::makeQuad({0.1f, 0.2f}, {0.5f, 0.25f});
     ASSERT_EQ(corners.size(), 4U);
-    EXPECT_EQ(corners[0], (tavi::Vec2<float>(0.1F, 0.2F)));
-    EXPECT_EQ(corners[1], (tavi::Vec2<float>(0.6F, 0.2F)));
-    EXPECT_EQ(corners[2], (tavi::Vec2<float>(0.6F, 0.45F)));
-    EXPECT_EQ(corners[3], (tavi::Vec2<float>(0.1F, 0.45F)));
+    EXPECT_EQ(corners[0], (tavi::Vec2<float>(0.1f, 0.2f)));
+    EXPECT_EQ(corners[1], (tavi::Vec2<float>(0.6f, 0.2f)));
+    EXPECT_EQ(corners[2], (tavi::Vec2<float>(0.6f, 0.45f)));
+    EXPECT_EQ(corners[3], (tavi::Vec2<float>(0.1f, 0.45f)));
 }
 
 TEST(PolygonTest, ExtentIsTheBoundingBox) {
@@ -23,27 +23,21 @@ TEST(PolygonTest, ExtentIsTheBoundingBox) {
 TEST(PolygonTest, FillIsTheThemesUntilAColourIsGiven) {
     wt::Polygon polygon(wt::makeQuad({0, 0}, {1, 1}));
     EXPECT_EQ(polygon.fill(), wt::theme().solid);
-    polygon.setColor(tavi::Vec3<float>(0.9F, 0.9F, 1.0F));
-    polygon.setAlpha(0.5F);
-    EXPECT_EQ(polygon.fill(), wt::Color(0.9F, 0.9F, 1.0F, 0.5F));
+    polygon.setColor(tavi::Vec3<float>(0.9f, 0.9f, 1.0f));
+    polygon.setAlpha(0.5f);
+    EXPECT_EQ(polygon.fill(), wt::Color(0.9f, 0.9f, 1.0f, 0.5f));
 }
 
-TEST(PolygonTest, EmptyImageAndUnknownUnitLeaveItWithoutAPicture) {
+TEST(PolygonTest, EmptyImageAndUnknownUnitAndNoGLContextLeaveItWithoutAPicture) {
     wt::Polygon polygon(wt::makeQuad({0, 0}, {1, 1}));
     tavi::Image<unsigned char> nothing(0, 0, 0);
     polygon.setTexture(nothing, 0);
     tavi::Image<unsigned char> dot(1, 1, 3);
-    polygon.setTexture(dot, -1);
-    polygon.setTexture(dot, 4);
+    for (const int unit : {-1, 4, 0}) {
+        polygon.setTexture(dot, unit);
+    }
     EXPECT_FALSE(polygon.hasTexture());
     EXPECT_EQ(polygon.fill(), wt::theme().solid);
-}
-
-TEST(PolygonTest, PictureWithoutAGLContextIsNoPicture) {
-    wt::Polygon polygon(wt::makeQuad({0, 0}, {1, 1}));
-    tavi::Image<unsigned char> dot(1, 1, 3);
-    polygon.setTexture(dot, 0);
-    EXPECT_FALSE(polygon.hasTexture());
 }
 
 }  // namespace

@@ -11,17 +11,13 @@ wt::ScrollRange rangeOf(int rows, int visible) {
     return range;
 }
 
-TEST(ScrollRangeTest, RowsThatFitDoNotScroll) {
+TEST(ScrollRangeTest, RowsThatFitDoNotScrollAndOthersStopAtBothEnds) {
     wt::ScrollRange range = rangeOf(5, 5);
     range.scrollBy(3);
-    EXPECT_FALSE(range.scrolls());
-    EXPECT_FALSE(range.moreAbove() || range.moreBelow());
+    EXPECT_FALSE(range.scrolls() || range.moreAbove() || range.moreBelow());
     EXPECT_EQ(range.firstRow(), 0);
     EXPECT_EQ(range.endRow(), 5);
-}
-
-TEST(ScrollRangeTest, ScrollingStopsAtBothEnds) {
-    wt::ScrollRange range = rangeOf(10, 4);
+    range = rangeOf(10, 4);
     EXPECT_TRUE(range.moreBelow());
     EXPECT_FALSE(range.moreAbove());
     range.scrollBy(100);
@@ -58,11 +54,10 @@ TEST(ScrollRangeTest, FewerRowsOrMoreRoomPullTheViewBack) {
 TEST(ScrollRangeTest, ThumbShowsWhichShareIsInView) {
     wt::ScrollRange range = rangeOf(20, 5);
     EXPECT_FLOAT_EQ(range.thumbLength(100, 10), 25);
-    EXPECT_FLOAT_EQ(range.thumbStart(100, 10), 0);
-    range.scrollTo(15);
-    EXPECT_FLOAT_EQ(range.thumbStart(100, 10), 75);
-    range.scrollTo(5);
-    EXPECT_FLOAT_EQ(range.thumbStart(100, 10), 25);
+    for (const int first : {0, 5, 15}) {
+        range.scrollTo(first);
+        EXPECT_FLOAT_EQ(range.thumbStart(100, 10), static_cast<float>(5 * first));
+    }
 }
 
 TEST(ScrollRangeTest, ThumbOfAVeryLongListKeepsItsLeastLengthAndReachesBothEnds) {

@@ -29,7 +29,7 @@ protected:
     /// The pixel at a point of the screen, both axes -1 to 1.
     static Pixel at(float x, float y);
     /// The pixel at a share of the widget's width and height, from its lower left corner.
-    static Pixel on(const wt::wtWidget& widget, float shareX = 0.5F, float shareY = 0.5F);
+    static Pixel on(const wt::wtWidget& widget, float shareX = 0.5f, float shareY = 0.5f);
 
     static void move(Pixel to) { wt::wtWindowManager::motionCallback(to.x, to.y); }
     static void press(Pixel to, int button = leftButton) {

@@ -7,19 +7,14 @@ namespace {
 
 constexpr int centred = 0x24;
 
-class StaticTextTest : public Stage {};
+using StaticTextTest = Stage;
 
-TEST_F(StaticTextTest, GivesItsTextBack) {
-    wt::wtStaticText text(nullptr, "text", {0, 0}, {0.6F, 0.1F}, "________", centred);
-    EXPECT_EQ(text.getText(), "________");
-    text.setText("ode.txt");
-    EXPECT_EQ(text.getText(), "ode.txt");
-}
-
-TEST_F(StaticTextTest, GivenWidthAsksForTheSameWhateverTheText) {
-    wt::wtStaticText text(nullptr, "text", {0, 0}, {0.6F, 0.1F}, "", centred);
+TEST_F(StaticTextTest, GivesItsTextBackAndOfAGivenWidthAsksForTheSameWhateverTheText) {
+    wt::wtStaticText text(nullptr, "text", {0, 0}, {0.6f, 0.1f}, "", centred);
     const wt::SizeHint before = text.sizeHint();
+    EXPECT_EQ(text.getText(), "");
     text.setText("440 880 1320 1760 ");
+    EXPECT_EQ(text.getText(), "440 880 1320 1760 ");
     EXPECT_EQ(text.sizeHint().preferred, before.preferred);
     EXPECT_EQ(text.flags(), wt::wtWidget::expandX);
 }
@@ -35,16 +30,15 @@ TEST_F(StaticTextTest, SizeOfMinusOneComesFromTheText) {
 
 TEST_F(StaticTextTest, AsksForTheHeightOfItsLineWhateverItWasGiven) {
     const float line = wt::text::height(wt::screen().emPixels());
-    for (const float height : {0.001F, 0.1F, 1.0F}) {
-        const wt::wtStaticText text(nullptr, "text", {0, 0}, {0.6F, height}, "A", centred);
+    for (const float height : {0.001f, 0.1f, 1.0f}) {
+        const wt::wtStaticText text(nullptr, "text", {0, 0}, {0.6f, height}, "A", centred);
         EXPECT_NEAR(text.sizeHint().least.y / wt::screen().pixelY(), line, 1);
         EXPECT_NEAR(text.sizeHint().preferred.y / wt::screen().pixelY(), line, 1);
     }
 }
 
 TEST_F(StaticTextTest, TextIsMeasuredInPixelsInProportionToItsEm) {
-    EXPECT_GT(wt::text::width("Choose your song", 14), 80);
-    EXPECT_LT(wt::text::width("Choose your song", 14), 160);
+    EXPECT_NEAR(wt::text::width("Choose your song", 14), 120, 40);
     EXPECT_NEAR(wt::text::width("Choose your song", 28), 2 * wt::text::width("Choose your song", 14), 1);
     EXPECT_EQ(wt::text::width("", 14), 0);
 }

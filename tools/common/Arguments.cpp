@@ -3,13 +3,16 @@
 #include <charconv>
 #include <system_error>
 
+#include "tools/common/Command.h"
+#include "tools/common/Text.h"
+
 namespace {
 
 template <typename Number>
-std::optional<Number> parse(std::string const& text, Number least, Number most) {
-    char const* const end = text.data() + text.size();
+std::optional<Number> parse(const std::string& text, Number least, Number most) {
+    const char* const end = text.data() + text.size();
     Number parsed{};
-    auto const [stopped, error] = std::from_chars(text.data(), end, parsed);
+    const auto [stopped, error] = std::from_chars(text.data(), end, parsed);
     if (error != std::errc() || stopped != end || !(parsed >= least && parsed <= most)) {
         return std::nullopt;
     }
@@ -18,47 +21,76 @@ std::optional<Number> parse(std::string const& text, Number least, Number most) 
 
 }  // namespace
 
-Arguments::Arguments(std::vector<std::string> const& arguments, std::set<std::string> const& flags,
-                     std::set<std::string> const& options) {
+Arguments::Arguments(const std::vector<std::string>& arguments, const std::set<std::string>& flags,
+                     const std::set<std::string>& options) {
     bool onlyFiles = false;
     for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-        bool const isFile = onlyFiles || argument->size() < 2 || argument->front() != '-';
-        if (isFile) {
-            fileNames.push_back(*argument);
+        const std::string& name = *argument;
+        if (onlyFiles || name.size() < 2 || name.front() != '-') {
+            fileNames.push_back(name);
             continue;
         }
-        if (*argument == "--") {
+        if (name == "--") {
             onlyFiles = true;
             continue;
         }
-        std::string const& name = *argument;
         std::string text;
         if (options.count(name) != 0) {
             if (argument + 1 == arguments.end() || (argument + 1)->empty()) {
-                firstProblem = name + " wants a value";
-                return;
+                throw WrongUse(name + " wants a value");
             }
             text = *++argument;
         } else if (flags.count(name) == 0) {
-            firstProblem = "unknown option " + name;
-            return;
+            throw WrongUse("unknown option " + name);
         }
         if (!found.emplace(name, text).second) {
-            firstProblem = name + " was given twice";
-            return;
+            throw WrongUse(name + " was given twice");
         }
     }
 }
 
-std::optional<std::string> Arguments::value(std::string const& option) const {
-    auto const entry = found.find(option);
+std::optional<std::string> Arguments::value(const std::string& option) const {
+    const auto entry = found.find(option);
     return entry == found.end() ? std::nullopt : std::optional<std::string>(entry->second);
 }
 
-std::optional<double> parseNumber(std::string const& text, double least, double most) {
+std::optional<double> Arguments::number(const std::string& option, double least, double most,
+                                        const std::string& wanted) const {
+    const std::optional<std::string> text = value(option);
+    const std::optional<double> parsed = text ? parseNumber(*text, least, most) : std::nullopt;
+    if (text && !parsed) {
+        throw WrongUse(option + " wants " + wanted);
+    }
+    return parsed;
+}
+
+std::optional<int> Arguments::whole(const std::string& option, int least, int most,
+                                    const std::string& wanted) const {
+    const std::optional<std::string> text = value(option);
+    const std::optional<int> parsed = text ? parseWhole(*text, least, most) : std::nullopt;
+    if (text && !parsed) {
+        throw WrongUse(option + " wants " + wanted);
+    }
+    return parsed;
+}
+
+const std::string& Arguments::onlyFile(const std::string& what) const {
+    if (fileNames.size() != 1) {
+        throw WrongUse(fileNames.empty() ? "which " + what + "?" : "one " + what + " at a time");
+    }
+    return fileNames.front();
+}
+
+void Arguments::expectNoFiles() const {
+    if (!fileNames.empty()) {
+        throw WrongUse(quoted(fileNames.front()) + " is not an option");
+    }
+}
+
+std::optional<double> parseNumber(const std::string& text, double least, double most) {
     return parse(text, least, most);
 }
 
-std::optional<int> parseWhole(std::string const& text, int least, int most) {
+std::optional<int> parseWhole(const std::string& text, int least, int most) {
     return parse(text, least, most);
 }

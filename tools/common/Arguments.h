@@ -6,35 +6,41 @@
 #include <string>
 #include <vector>
 
-/// A command's arguments sorted into flags, options with a value, and files.
+/// A command's arguments, sorted into flags, options with a value, and files. Everything that is wrong with
+/// them throws WrongUse.
 ///
-///     Arguments const given(arguments, {"--json"}, {"-o"});
-///     if (!given.problem().empty()) ...
+///     const Arguments given(arguments, {"--json"}, {"-o", "--gap"});
 ///     if (given.has("--json")) ...
+///     const double gap = given.number("--gap", 0.0, 0.4, "seconds, 0 to 0.4").value_or(0.12);
 class Arguments {
 public:
-    /// `flags` stand alone, `options` take the argument that follows. All other arguments are files, after
-    /// "--" those too that begin with a dash.
-    Arguments(std::vector<std::string> const& arguments, std::set<std::string> const& flags,
-              std::set<std::string> const& options);
+    /// `flags` stand alone, `options` take the argument that follows. All other arguments are files; after
+    /// "--" every argument is one.
+    Arguments(const std::vector<std::string>& arguments, const std::set<std::string>& flags,
+              const std::set<std::string>& options);
 
-    /// What is wrong with the arguments: an unknown option, a missing value, an option given twice. Empty
-    /// when nothing is.
-    std::string const& problem() const { return firstProblem; }
-
-    bool has(std::string const& flag) const { return found.count(flag) != 0; }
+    bool has(const std::string& flag) const { return found.count(flag) != 0; }
 
     /// The option's value, none when it was not given.
-    std::optional<std::string> value(std::string const& option) const;
+    std::optional<std::string> value(const std::string& option) const;
 
-    std::vector<std::string> const& files() const { return fileNames; }
+    /// The value as a number from `least` to `most`. `wanted` says in the message what it should have been.
+    std::optional<double> number(const std::string& option, double least, double most,
+                                 const std::string& wanted) const;
+    std::optional<int> whole(const std::string& option, int least, int most, const std::string& wanted) const;
+
+    const std::vector<std::string>& files() const { return fileNames; }
+
+    /// The only file. `what` names it in the message: "song".
+    const std::string& onlyFile(const std::string& what) const;
+
+    void expectNoFiles() const;
 
 private:
     std::map<std::string, std::string> found;  ///< flags with an empty value
     std::vector<std::string> fileNames;
-    std::string firstProblem;
 };
 
 /// The whole of `text` as a number from `least` to `most`; none for anything else.
-std::optional<double> parseNumber(std::string const& text, double least, double most);
-std::optional<int> parseWhole(std::string const& text, int least, int most);
+std::optional<double> parseNumber(const std::string& text, double least, double most);
+std::optional<int> parseWhole(const std::string& text, int least, int most);

@@ -3,37 +3,46 @@
 #include <system_error>
 #include <vector>
 
+#include "tools/common/Command.h"
+
 namespace fs = std::filesystem;
 
 namespace {
 
-bool holdsData(fs::path const& folder) {
+bool holdsData(const fs::path& folder) {
     std::error_code ignored;
     return fs::is_regular_file(folder / "notes.txt", ignored);
 }
 
 }  // namespace
 
-std::optional<fs::path> findDataFolder(std::optional<std::string> const& asked) {
+std::optional<fs::path> findDataFolder(const std::optional<std::string>& asked) {
     std::error_code ignored;
     return findDataFolder(asked, fs::read_symlink("/proc/self/exe", ignored));
 }
 
-std::optional<fs::path> findDataFolder(std::optional<std::string> const& asked, fs::path const& program) {
+fs::path requireDataFolder(const std::optional<std::string>& asked) {
+    if (const std::optional<fs::path> found = findDataFolder(asked)) {
+        return *found;
+    }
+    throw Failure("the game's notes.txt is not found; say where it is with --data FOLDER");
+}
+
+std::optional<fs::path> findDataFolder(const std::optional<std::string>& asked, const fs::path& program) {
     std::error_code ignored;
-    fs::path const here = fs::current_path(ignored);
+    const fs::path here = fs::current_path(ignored);
     std::vector<fs::path> places;
     if (asked) {
         places.push_back(here / *asked);
     } else {
         places = {here, here / "data"};
-        fs::path const folder = program.parent_path();
+        const fs::path folder = program.parent_path();
         for (fs::path above = folder; above != above.parent_path(); above = above.parent_path()) {
             places.push_back(above / "data");
         }
-        places.push_back(folder.parent_path() / "share" / "games" / "zanto");
+        places.push_back(folder / ZANTO_DATA_FROM_PROGRAMS);
     }
-    for (fs::path const& place : places) {
+    for (const fs::path& place : places) {
         if (holdsData(place)) {
             return place;
         }
@@ -41,7 +50,7 @@ std::optional<fs::path> findDataFolder(std::optional<std::string> const& asked, 
     return std::nullopt;
 }
 
-WorkingFolder::WorkingFolder(fs::path const& folder) : before(fs::current_path()) {
+WorkingFolder::WorkingFolder(const fs::path& folder) : before(fs::current_path()) {
     fs::current_path(folder);
 }
 

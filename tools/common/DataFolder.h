@@ -8,19 +8,22 @@
 /// of the working folder, its "data", the "data" of a folder above the program (as in a build of the
 /// sources), and "share/games/zanto" beside the program's folder (as installed). None when there is no
 /// notes.txt.
-std::optional<std::filesystem::path> findDataFolder(std::optional<std::string> const& asked);
+std::optional<std::filesystem::path> findDataFolder(const std::optional<std::string>& asked);
 
-/// The same, with the place of the program itself given.
-std::optional<std::filesystem::path> findDataFolder(std::optional<std::string> const& asked,
-                                                    std::filesystem::path const& program);
+/// The same, or a Failure that names the option --data.
+std::filesystem::path requireDataFolder(const std::optional<std::string>& asked);
+
+/// The first one, with the place of the program itself given.
+std::optional<std::filesystem::path> findDataFolder(const std::optional<std::string>& asked,
+                                                    const std::filesystem::path& program);
 
 /// Makes a folder the working one for as long as this lives: the game's classes read their data from there.
 class WorkingFolder {
 public:
-    explicit WorkingFolder(std::filesystem::path const& folder);
+    explicit WorkingFolder(const std::filesystem::path& folder);
     ~WorkingFolder();
-    WorkingFolder(WorkingFolder const&) = delete;
-    WorkingFolder& operator=(WorkingFolder const&) = delete;
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
 
 private:
     std::filesystem::path before;

@@ -5,7 +5,7 @@
 
 #include "tools/common/Text.h"
 
-JsonWriter& JsonWriter::key(std::string const& name) {
+JsonWriter& JsonWriter::key(const std::string& name) {
     beginItem();
     quote(name);
     out += ": ";
@@ -29,7 +29,7 @@ JsonWriter& JsonWriter::open(char opening, char closing) {
 }
 
 JsonWriter& JsonWriter::close() {
-    Level const level = levels.back();
+    const Level level = levels.back();
     levels.pop_back();
     if (!level.empty) {
         breakLine();
@@ -38,7 +38,7 @@ JsonWriter& JsonWriter::close() {
     return *this;
 }
 
-JsonWriter& JsonWriter::value(std::string const& text) {
+JsonWriter& JsonWriter::value(const std::string& text) {
     beginItem();
     quote(text);
     return *this;
@@ -60,7 +60,7 @@ JsonWriter& JsonWriter::null() {
     return raw("null");
 }
 
-JsonWriter& JsonWriter::raw(std::string const& token) {
+JsonWriter& JsonWriter::raw(const std::string& token) {
     beginItem();
     out += token;
     return *this;
@@ -86,10 +86,10 @@ void JsonWriter::breakLine() {
     out.append(2 * levels.size(), ' ');
 }
 
-void JsonWriter::quote(std::string const& text) {
+void JsonWriter::quote(const std::string& text) {
     out += '"';
-    for (char const letter : cleanUtf8(text)) {
-        auto const byte = static_cast<unsigned char>(letter);
+    for (const char letter : cleanUtf8(text)) {
+        const auto byte = static_cast<unsigned char>(letter);
         if (letter == '"' || letter == '\\') {
             out += '\\';
             out += letter;

@@ -13,15 +13,15 @@
 ///     std::cout << json.text() << '\n';
 class JsonWriter {
 public:
-    JsonWriter& key(std::string const& name);
+    JsonWriter& key(const std::string& name);
 
     JsonWriter& openObject();
     JsonWriter& openArray();
     JsonWriter& close();
 
     /// Bytes that are no UTF-8 become U+FFFD.
-    JsonWriter& value(std::string const& text);
-    JsonWriter& value(char const* text) { return value(std::string(text)); }
+    JsonWriter& value(const std::string& text);
+    JsonWriter& value(const char* text) { return value(std::string(text)); }
     JsonWriter& value(long long number);
     JsonWriter& value(int number) { return value(static_cast<long long>(number)); }
     JsonWriter& value(std::size_t number) { return value(static_cast<long long>(number)); }
@@ -30,7 +30,7 @@ public:
     JsonWriter& value(bool truth);
     JsonWriter& null();
 
-    std::string const& text() const { return out; }
+    const std::string& text() const { return out; }
 
 private:
     struct Level {
@@ -39,10 +39,10 @@ private:
     };
 
     JsonWriter& open(char opening, char closing);
-    JsonWriter& raw(std::string const& token);
+    JsonWriter& raw(const std::string& token);
     void beginItem();
     void breakLine();
-    void quote(std::string const& text);
+    void quote(const std::string& text);
 
     std::string out;
     std::vector<Level> levels;

@@ -4,6 +4,24 @@
 #include <string>
 #include <vector>
 
+/// A file in memory. It goes when this or the program ends.
+class MemoryFile {
+public:
+    MemoryFile();
+    ~MemoryFile();
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    /// Its name, for this program and those that it runs.
+    std::string path() const;
+
+    int getDescriptor() const { return descriptor; }
+    std::string contents() const;
+
+private:
+    int descriptor;
+};
+
 /// What a program left behind.
 struct ProgramResult {
     int status;  ///< its exit status; 128 and more when a signal ended it
@@ -13,4 +31,4 @@ struct ProgramResult {
 
 /// Runs a program of the search path with these arguments, without a shell and without input, to its end.
 /// None when it cannot be started, which mostly means that it is not installed.
-std::optional<ProgramResult> runProgram(std::vector<std::string> const& command);
+std::optional<ProgramResult> runProgram(const std::vector<std::string>& command);

@@ -5,37 +5,23 @@
 #include <cmath>
 #include <cstdio>
 
+#include "platform/ffont/Utf8.h"
+
 namespace {
 
 constexpr std::size_t longestQuote = 40;
-constexpr char const* replacementCharacter = "\xEF\xBF\xBD";
+constexpr const char* replacementText = "\xEF\xBF\xBD";
 
-// The bytes of the well-formed sequence at `at`, 0 when there is none. Table 3-7 of the Unicode Standard.
-std::size_t sequenceAt(std::string const& text, std::size_t at) {
-    auto const byte = [&](std::size_t offset) {
-        return at + offset < text.size() ? static_cast<unsigned char>(text[at + offset]) : 0u;
-    };
-    auto const follows = [&](std::size_t offset, unsigned least, unsigned most) {
-        return byte(offset) >= least && byte(offset) <= most;
-    };
-    unsigned const lead = byte(0);
-    if (lead < 0x80) {
-        return 1;
+// The bytes of the character at `at`, 0 for a byte that belongs to none.
+std::size_t sequenceAt(const std::string& text, std::size_t at) {
+    const char* const begin = text.c_str() + at;
+    const char* end = begin;
+    const char32_t character = nextCharacter(end);
+    const auto length = static_cast<std::size_t>(end - begin);
+    if (character == replacementCharacter && length == 1) {
+        return 0;
     }
-    if (lead >= 0xC2 && lead <= 0xDF) {
-        return follows(1, 0x80, 0xBF) ? 2 : 0;
-    }
-    if (lead >= 0xE0 && lead <= 0xEF) {
-        unsigned const least = lead == 0xE0 ? 0xA0 : 0x80;
-        unsigned const most = lead == 0xED ? 0x9F : 0xBF;
-        return follows(1, least, most) && follows(2, 0x80, 0xBF) ? 3 : 0;
-    }
-    if (lead >= 0xF0 && lead <= 0xF4) {
-        unsigned const least = lead == 0xF0 ? 0x90 : 0x80;
-        unsigned const most = lead == 0xF4 ? 0x8F : 0xBF;
-        return follows(1, least, most) && follows(2, 0x80, 0xBF) && follows(3, 0x80, 0xBF) ? 4 : 0;
-    }
-    return 0;
+    return character == 0 ? 1 : length;
 }
 
 std::string escaped(char letter) {
@@ -58,21 +44,21 @@ std::string escaped(char letter) {
 }  // namespace
 
 std::string fixed(double number, int decimals) {
-    double const scale = std::pow(10.0, decimals);
+    const double scale = std::pow(10.0, decimals);
     // Rounding to nothing must not leave a sign behind.
-    double const shown = std::abs(number) * scale < 0.5 ? 0.0 : number;
+    const double shown = std::abs(number) * scale < 0.5 ? 0.0 : number;
     std::array<char, 400> digits{};
-    auto const result = std::to_chars(digits.data(), digits.data() + digits.size(), shown,
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), shown,
                                       std::chars_format::fixed, decimals);
     return std::string(digits.data(), result.ptr);
 }
 
-std::string cleanUtf8(std::string const& text) {
+std::string cleanUtf8(const std::string& text) {
     std::string clean;
     for (std::size_t at = 0; at < text.size();) {
-        std::size_t const length = sequenceAt(text, at);
+        const std::size_t length = sequenceAt(text, at);
         if (length == 0) {
-            clean += replacementCharacter;
+            clean += replacementText;
             ++at;
         } else {
             clean.append(text, at, length);
@@ -82,16 +68,16 @@ std::string cleanUtf8(std::string const& text) {
     return clean;
 }
 
-std::size_t characterCount(std::string const& text) {
+std::size_t characterCount(const std::string& text) {
     std::size_t count = 0;
     for (std::size_t at = 0; at < text.size(); ++count) {
-        std::size_t const length = sequenceAt(text, at);
+        const std::size_t length = sequenceAt(text, at);
         at += length == 0 ? 1 : length;
     }
     return count;
 }
 
-std::string quoted(std::string const& text) {
+std::string quoted(const std::string& text) {
     std::string shown = "\"";
     std::size_t count = 0;
     for (std::size_t at = 0; at < text.size(); ++count) {
@@ -99,8 +85,8 @@ std::string quoted(std::string const& text) {
             shown += "...";
             break;
         }
-        std::size_t const length = sequenceAt(text, at);
-        auto const byte = static_cast<unsigned char>(text[at]);
+        const std::size_t length = sequenceAt(text, at);
+        const auto byte = static_cast<unsigned char>(text[at]);
         if (length == 0 || byte < 0x20 || byte == 0x7F) {
             shown += escaped(text[at]);
             ++at;
@@ -112,16 +98,16 @@ std::string quoted(std::string const& text) {
     return shown + "\"";
 }
 
-std::string counted(std::size_t count, std::string const& what) {
+std::string counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-std::string padRight(std::string const& text, std::size_t width) {
-    std::size_t const count = characterCount(text);
+std::string padRight(const std::string& text, std::size_t width) {
+    const std::size_t count = characterCount(text);
     return count < width ? text + std::string(width - count, ' ') : text;
 }
 
-std::string padLeft(std::string const& text, std::size_t width) {
-    std::size_t const count = characterCount(text);
+std::string padLeft(const std::string& text, std::size_t width) {
+    const std::size_t count = characterCount(text);
     return count < width ? std::string(width - count, ' ') + text : text;
 }

@@ -7,18 +7,18 @@
 std::string fixed(double number, int decimals);
 
 /// `text` with every byte that is no part of well-formed UTF-8 replaced by U+FFFD.
-std::string cleanUtf8(std::string const& text);
+std::string cleanUtf8(const std::string& text);
 
 /// How many characters `text` has: well-formed UTF-8 sequences, and bytes that belong to none.
-std::size_t characterCount(std::string const& text);
+std::size_t characterCount(const std::string& text);
 
 /// `text` between double quotes, as one would show it in a message: control characters as `\t`, `\r` or
 /// `\xNN`, and everything past 40 characters as "...".
-std::string quoted(std::string const& text);
+std::string quoted(const std::string& text);
 
 /// "1 note", "2 notes".
-std::string counted(std::size_t count, std::string const& what);
+std::string counted(std::size_t count, const std::string& what);
 
 /// `text` filled up with blanks to `width` characters, at its right or at its left.
-std::string padRight(std::string const& text, std::size_t width);
-std::string padLeft(std::string const& text, std::size_t width);
+std::string padRight(const std::string& text, std::size_t width);
+std::string padLeft(const std::string& text, std::size_t width);

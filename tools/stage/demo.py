@@ -77,7 +77,7 @@ class Demo:
         sound = self.pictures / "performance.wav"
         say(f"Rendering {self.song.name} for a {INSTRUMENT}.")
         subprocess.run([self.build / "tools" / "zanto-song", "render", DATA / "Songs" / self.song.name,
-                        "-o", sound, "--instrument", INSTRUMENT], check=True)
+                        "-o", sound, "--force", "--instrument", INSTRUMENT], check=True)
         return sound
 
     def _open_display(self, stack):

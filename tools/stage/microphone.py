@@ -1,8 +1,6 @@
 """A private microphone that one can play sound files into.
 
-A sound server of its own with one sink that leads nowhere; the sink's monitor is its only source, and a
-private ALSA configuration makes that the default device. Nothing of the user's own sound set-up is read,
-spoken to or changed.
+It is the source of a private sound server, and a private ALSA configuration makes it the default device.
 """
 
 import os
@@ -14,7 +12,7 @@ import threading
 import time
 import wave
 
-from stage import processes
+from stage import processes, sound_server
 
 SAMPLE_RATE = 48000
 SAMPLE_BYTES = 4  # 32-bit float, one channel
@@ -28,13 +26,6 @@ LATENCY_VARIABLE = "PULSE_LATENCY_MSEC"
 LEAD_SECONDS = 2.0
 # The first milliseconds of a new stream can get lost.
 MARKER_SECONDS = 0.1
-
-SERVER_SCRIPT = """\
-load-module module-native-protocol-unix socket={folder}/run/native auth-anonymous=1
-load-module module-null-sink sink_name=mic format=float32le rate=48000 channels=1 channel_map=mono
-set-default-sink mic
-set-default-source mic.monitor
-"""
 
 ALSA_CONFIGURATION = """\
 pcm.!default { type pulse hint { show on description "The stage's microphone" } }
@@ -68,7 +59,8 @@ class VirtualMicrophone:
 
     def __init__(self):
         self.folder = None
-        self.server = None
+        self._server = None
+        self._server_processes = []
         self.listener = None
         self._performances = []
         self._marker = None  # set to the time at which silence was first broken, None while waited for
@@ -87,6 +79,7 @@ class VirtualMicrophone:
             "PULSE_CONFIG_PATH": f"{folder}/state",
             "PULSE_CLIENTCONFIG": f"{folder}/client.conf",
             "XDG_RUNTIME_DIR": f"{folder}/run",
+            "PIPEWIRE_RUNTIME_DIR": f"{folder}/run",
             "ALSA_CONFIG_PATH": f"{folder}/asound.conf",
             LATENCY_VARIABLE: RECORDING_LATENCY_MS,
             "JACK_NO_START_SERVER": "1",
@@ -108,7 +101,7 @@ class VirtualMicrophone:
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="zanto-microphone-"))
         for name in ("run", "state"):
             (self.folder / name).mkdir(mode=0o700)
-        (self.folder / "server.pa").write_text(SERVER_SCRIPT.format(folder=self.folder))
+        self._server = sound_server.installed()(self.folder)
         (self.folder / "asound.conf").write_text(ALSA_CONFIGURATION)
         (self.folder / "client.conf").write_text("autospawn = no\n")
         self.restart_server()
@@ -117,16 +110,13 @@ class VirtualMicrophone:
         """Starts the sound server, the first time or after `kill_server`."""
         settings = self._settings()
         del settings["PULSE_SERVER"]  # it would take itself for a client
-        self.server = processes.start(
-            ["pulseaudio", "-n", "-F", str(self.folder / "server.pa"), "--daemonize=no", "--exit-idle-time=-1",
-             "--use-pid-file=no", "--disable-shm=yes", "--realtime=no", "--high-priority=no",
-             f"--log-target=newfile:{self.folder}/server.log"],
-            env=settings, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self._server_processes = self._server.start(settings)
         processes.wait_until(self._answers, 30, "the private sound server", 0.05)
         self._listen()
 
     def _settings(self):
-        settings = {**os.environ, "HOME": str(self.folder), **self.environment}
+        settings = {**os.environ, "HOME": str(self.folder), "XDG_CONFIG_HOME": f"{self.folder}/state",
+                    "XDG_STATE_HOME": f"{self.folder}/state", **self.environment}
         # Programs of the sound server would take it for more than the latency that they are told.
         settings.pop(LATENCY_VARIABLE)
         return settings
@@ -197,16 +187,18 @@ class VirtualMicrophone:
 
     def kill_server(self):
         """The sound server dies, without a word to anybody."""
-        self.server.kill()
-        self.server.wait()
+        for process in self._server_processes:
+            process.kill()
+            process.wait()
         processes.stop(self.listener)
 
     def stop(self):
-        for process in [*self._performances, self.listener, self.server]:
+        for process in [*self._performances, self.listener, *reversed(self._server_processes)]:
             if process:
                 processes.stop(process)
         self._performances = []
-        self.listener = self.server = None
+        self._server_processes = []
+        self.listener = None
         if self.folder:
             shutil.rmtree(self.folder, ignore_errors=True)
             self.folder = None

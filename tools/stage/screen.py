@@ -1,7 +1,7 @@
 """Looking at a display and working its pointer and keys."""
 
 from PIL import Image
-from Xlib import X, XK, error
+from Xlib import X, XK, Xutil, error
 from Xlib import display as xdisplay
 from Xlib.ext import res, xtest
 from Xlib.protocol import event
@@ -110,6 +110,31 @@ class Screen:
         window.send_event(event.ClientMessage(window=window, client_type=protocols,
                                               data=(32, [delete, X.CurrentTime, 0, 0, 0])))
         self.display.sync()
+
+    def is_managed(self):
+        """Whether a window manager has taken over the display."""
+        mark = self.root.get_full_property(self.display.intern_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType)
+        return mark is not None
+
+    def minimise(self, window):
+        """Asks the window manager for it."""
+        change = event.ClientMessage(window=window, client_type=self.display.intern_atom("WM_CHANGE_STATE"),
+                                     data=(32, [Xutil.IconicState, 0, 0, 0, 0]))
+        self.root.send_event(change, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
+        self.display.sync()
+        processes.wait_until(lambda: not self.exists(window), 20, "the window to go")
+
+    def restore(self, window):
+        window.map()
+        self.display.sync()
+        # Window managers map it outside the screen first.
+        processes.wait_until(lambda: self.exists(window) and self._in_sight(window), 20, "the window to come back")
+
+    def _in_sight(self, window):
+        place = window.translate_coords(self.root, 0, 0)
+        width, height = self.size(window)
+        whole = self.root.get_geometry()
+        return 0 <= -place.x <= whole.width - width and 0 <= -place.y <= whole.height - height
 
     def resize(self, window, width, height):
         window.configure(width=width, height=height)

@@ -3,11 +3,19 @@
 import pathlib
 import re
 
-SECONDS_PER_SLOT = 0.5
-LEAD_IN_SECONDS = 2.0
-SLOTS_AFTER_THE_END = 4
-AWARD = 100
-PENALTY = 20
+RULES = (pathlib.Path(__file__).parents[2] / "game" / "Rules.h").read_text(encoding="utf-8")
+
+
+def rule(name):
+    """A number of the game's rules, from its own header."""
+    return float(re.search(rf"\b{name} = (-?[0-9.]+)", RULES)[1])
+
+
+SECONDS_PER_SLOT = 1.0 / rule("slotsPerSecond")
+LEAD_IN_SECONDS = rule("leadInSeconds")
+SLOTS_AFTER_THE_END = int(rule("slotsAfterTheEnd"))
+AWARD = int(rule("awardPoints"))
+PENALTY = int(-rule("penaltyPoints"))
 
 
 class Listing:

@@ -20,14 +20,14 @@ bool displayOpens() {
 }
 
 bool microphoneRecords() {
-    boost::shared_ptr<AudioInput> const input = AudioInput::New();
+    const boost::shared_ptr<AudioInput> input = AudioInput::New();
     return input && input->startRecording();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    std::string const what = argc == 2 ? argv[1] : "";
+    const std::string what = argc == 2 ? argv[1] : "";
     if (what == "display") {
         return displayOpens() ? 0 : 1;
     }

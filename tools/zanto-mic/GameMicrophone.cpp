@@ -1,9 +1,13 @@
 #include "tools/zanto-mic/GameMicrophone.h"
 
 #include <chrono>
+#include <iostream>
 #include <thread>
 
+#include "audio/PortAudioInput.h"
+#include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
+#include "tools/common/Command.h"
 #include "tools/common/QuietStream.h"
 
 namespace {
@@ -12,17 +16,17 @@ constexpr int standardError = 2;
 
 // Whether the device can record as the game's input does; the error when not.
 PaError tryGameFormat(PaDeviceIndex device) {
-    PaDeviceInfo const* const info = Pa_GetDeviceInfo(device);
+    const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
     if (info == nullptr) {
         return paInvalidDevice;
     }
-    PaStreamParameters const parameters{device, 1, paFloat32, info->defaultLowInputLatency, nullptr};
+    const PaStreamParameters parameters{device, 1, paFloat32, info->defaultLowInputLatency, nullptr};
     return Pa_IsFormatSupported(&parameters, nullptr, Microphone::gameRate);
 }
 
 // The input prints its error as words only; which one that is decides on the advice.
-PaError errorIn(std::string const& printed) {
-    for (PaError const error :
+PaError errorIn(const std::string& printed) {
+    for (const PaError error :
          {paDeviceUnavailable, paInvalidSampleRate, paInvalidChannelCount, paInvalidDevice}) {
         if (printed.find(Pa_GetErrorText(error)) != std::string::npos) {
             return error;
@@ -57,12 +61,12 @@ std::string adviceFor(PaError error) {
 }
 
 GameMicrophone::GameMicrophone() {
-    QuietDescriptor const quiet(standardError);
+    const QuietDescriptor quiet(standardError);
     isSessionOpen = Pa_Initialize() == paNoError;
 }
 
 GameMicrophone::~GameMicrophone() {
-    QuietDescriptor const quiet(standardError);
+    const QuietDescriptor quiet(standardError);
     input.reset();
     if (isSessionOpen) {
         Pa_Terminate();
@@ -70,40 +74,45 @@ GameMicrophone::~GameMicrophone() {
 }
 
 std::vector<InputDevice> GameMicrophone::devices() {
-    QuietDescriptor const quiet(standardError);
+    const QuietDescriptor quiet(standardError);
     std::vector<InputDevice> found;
+    const PaDeviceIndex wanted = isSessionOpen ? PortAudioInput::wantedDevice() : paNoDevice;
     for (PaDeviceIndex device = 0; isSessionOpen && device < Pa_GetDeviceCount(); ++device) {
-        PaDeviceInfo const* const info = Pa_GetDeviceInfo(device);
+        const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
         if (info == nullptr || info->maxInputChannels < 1) {
             continue;
         }
-        PaHostApiInfo const* const host = Pa_GetHostApiInfo(info->hostApi);
-        PaError const error = tryGameFormat(device);
+        const PaHostApiInfo* const host = Pa_GetHostApiInfo(info->hostApi);
+        const PaError error = tryGameFormat(device);
         found.push_back({device, info->name, host == nullptr ? "" : host->name, info->maxInputChannels,
                          info->defaultSampleRate, error == paNoError ? "" : Pa_GetErrorText(error),
-                         device == Pa_GetDefaultInputDevice()});
+                         device == wanted});
     }
     return found;
 }
 
-bool GameMicrophone::start(std::string& problem) {
-    QuietDescriptor const quiet(standardError);
-    PaDeviceIndex const device = isSessionOpen ? Pa_GetDefaultInputDevice() : paNoDevice;
-    if (PaError const error = tryGameFormat(device); error != paNoError) {
-        problem = adviceFor(error);
-        return false;
+void GameMicrophone::start() {
+    std::string told;  // of an input that the player named and that is not there
+    {
+        const QuietDescriptor quiet(standardError);
+        const PaDeviceIndex device = isSessionOpen ? PortAudioInput::wantedDevice() : paNoDevice;
+        if (const PaError error = tryGameFormat(device); error != paNoError) {
+            throw Failure(adviceFor(error));
+        }
+        const QuietErrors printed;
+        input = AudioInput::New();
+        if (!input->startRecording()) {
+            throw Failure(adviceFor(errorIn(printed.text())));
+        }
+        told = printed.text();
     }
-    QuietErrors const printed;
-    input = AudioInput::New();
-    if (!input->startRecording()) {
-        problem = adviceFor(errorIn(printed.text()));
-        return false;
+    if (!told.empty()) {
+        std::cerr << told << std::endl;
     }
-    return true;
 }
 
-boost::shared_ptr<RingBuffer const> GameMicrophone::samples() {
-    return input ? input->getRingBuffer() : boost::shared_ptr<RingBuffer const>();
+boost::shared_ptr<const RingBuffer> GameMicrophone::samples() {
+    return input ? input->getRingBuffer() : boost::shared_ptr<const RingBuffer>();
 }
 
 void GameMicrophone::wait(double seconds) {

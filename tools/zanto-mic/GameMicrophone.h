@@ -13,13 +13,13 @@ public:
     ~GameMicrophone() override;
 
     std::vector<InputDevice> devices() override;
-    bool start(std::string& problem) override;
-    boost::shared_ptr<RingBuffer const> samples() override;
+    void start() override;
+    boost::shared_ptr<const RingBuffer> samples() override;
     void wait(double seconds) override;
 
 private:
     boost::shared_ptr<AudioInput> input;
-    bool isSessionOpen;  ///< a session of PortAudio's besides the input's own
+    bool isSessionOpen = false;  ///< a session of PortAudio's besides the input's own
 };
 
 /// What an error of PortAudio's means for a player, and what to do about it.

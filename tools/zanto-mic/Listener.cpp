@@ -2,29 +2,35 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "analysis/NoteEstimation.h"
+#include "analysis/SpectrumRules.h"
+#include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
 #include "tools/common/DataFolder.h"
-#include "tools/common/QuietStream.h"
 #include "tools/zanto-mic/Microphone.h"
 
 namespace {
 
 constexpr int standardOutput = 1;
-constexpr int noteCount = 7;
-constexpr int lowestBin = 10;  // of those that the game looks at
 constexpr float highestHz = 1010.0f;
-constexpr std::size_t newestSamples = 4096;
+constexpr std::size_t newestSamples = rules::windowSamples;
 
 }  // namespace
 
-Listener::Listener(Microphone& microphone_, std::filesystem::path const& dataFolder)
+Listener::Listener(Microphone& microphone_, const std::filesystem::path& dataFolder)
     : microphone(microphone_) {
-    QuietDescriptor const quiet(standardOutput);
-    WorkingFolder const inData(dataFolder);
+    microphone.start();
+    const QuietDescriptor quiet(standardOutput);
+    const WorkingFolder inData(dataFolder);
     estimation = std::make_unique<NoteEstimation>();
+    if (!estimation->hasFineEar()) {
+        setenv("ZANTO_EAR", "fine", 1);
+        fineEstimation = std::make_unique<NoteEstimation>();
+        setenv("ZANTO_EAR", "plain", 1);
+    }
 }
 
 Listener::~Listener() = default;
@@ -35,33 +41,39 @@ double Listener::minDecibel() const {
 
 Moment Listener::next() {
     microphone.wait(stepSeconds);
-    boost::shared_ptr<RingBuffer const> const ring = microphone.samples();
+    const boost::shared_ptr<const RingBuffer> ring = microphone.samples();
     {
-        QuietDescriptor const quiet(standardOutput);
+        const QuietDescriptor quiet(standardOutput);
         estimation->update(ring, stepSeconds);
+        if (fineEstimation) {
+            fineEstimation->update(ring, stepSeconds);
+        }
     }
-    Moment moment{-std::numeric_limits<double>::infinity(), 0.0, 0.0, 0.0, {}};
+    Moment moment{-std::numeric_limits<double>::infinity(), 0.0, 0.0, 0.0, {}, {}};
     std::vector<double> levels;
-    for (int bin = lowestBin; estimation->indexToFrequency(bin) < highestHz; ++bin) {
-        double const level = estimation->getPowerSpectrum().at(static_cast<std::size_t>(bin));
+    for (int bin = rules::lowestPeakBin; estimation->indexToFrequency(bin) < highestHz; ++bin) {
+        const double level = estimation->getPowerSpectrum().at(static_cast<std::size_t>(bin));
         levels.push_back(level);
         if (level > moment.loudestDb) {
             moment.loudestDb = level;
             moment.loudestHz = static_cast<double>(estimation->indexToFrequency(bin));
         }
     }
-    auto const middle = levels.begin() + static_cast<std::ptrdiff_t>(levels.size() / 2);
+    const auto middle = levels.begin() + static_cast<std::ptrdiff_t>(levels.size() / 2);
     std::nth_element(levels.begin(), middle, levels.end());
     moment.noiseDb = *middle;
 
     std::vector<float> newest(newestSamples);
     ring->copyLatest(newest);
-    for (float const sample : newest) {
+    for (const float sample : newest) {
         moment.peakSample = std::max(moment.peakSample, static_cast<double>(std::abs(sample)));
     }
-    for (int note = 0; note < noteCount; ++note) {
+    for (int note = 0; note < Notes::noteCount; ++note) {
         if (estimation->getNoteState().isDown(note)) {
             moment.notes.emplace_back(note);
+        }
+        if (fineEstimation && fineEstimation->getNoteState().isDown(note)) {
+            moment.fine.emplace_back(note);
         }
     }
     return moment;

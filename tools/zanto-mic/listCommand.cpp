@@ -3,37 +3,33 @@
 
 #include "tools/common/Arguments.h"
 #include "tools/common/Text.h"
-#include "tools/zanto-mic/Command.h"
 #include "tools/zanto-mic/Microphone.h"
+#include "tools/zanto-mic/commands.h"
 
-char const* const micListUsage =
+const char* const micListUsage =
     "zanto-mic list\n"
     "    The input devices. The game records from the one with the star; which one that is, is chosen in "
     "the\n"
     "    system's sound settings.\n";
 
-int micListCommand(MicArguments const& arguments, Microphone& microphone) {
-    Arguments const given(arguments, {}, {});
-    if (!given.problem().empty() || !given.files().empty()) {
-        std::cerr << "zanto-mic list: it takes no arguments" << std::endl;
-        return micWrongUse;
-    }
-    std::vector<InputDevice> const devices = microphone.devices();
+int micListCommand(const CommandArguments& arguments, Microphone& microphone) {
+    Arguments(arguments, {}, {}).expectNoFiles();
+    const std::vector<InputDevice> devices = microphone.devices();
     if (devices.empty()) {
         std::cout << "There is no input device. Plug in a microphone, or turn it on in the system's sound "
                      "settings.\n";
-        return micProblem;
+        return statusFailed;
     }
     std::size_t nameWidth = 6;
     std::size_t hostWidth = 6;
-    for (InputDevice const& device : devices) {
+    for (const InputDevice& device : devices) {
         nameWidth = std::max(nameWidth, characterCount(device.name));
         hostWidth = std::max(hostWidth, characterCount(device.host));
     }
     std::cout << "    #  " << padRight("device", nameWidth) << "  " << padRight("system", hostWidth)
               << "  channels  usual rate  " << Microphone::gameRate << " Hz\n";
     bool hasDefault = false;
-    for (InputDevice const& device : devices) {
+    for (const InputDevice& device : devices) {
         hasDefault = hasDefault || device.isDefault;
         std::cout << (device.isDefault ? "* " : "  ") << padLeft(std::to_string(device.number), 3) << "  "
                   << padRight(cleanUtf8(device.name), nameWidth) << "  " << padRight(device.host, hostWidth)
@@ -42,7 +38,7 @@ int micListCommand(MicArguments const& arguments, Microphone& microphone) {
     }
     if (!hasDefault) {
         std::cout << "None of them is the default input. Choose one in the system's sound settings.\n";
-        return micProblem;
+        return statusFailed;
     }
-    return micFine;
+    return statusDone;
 }

@@ -5,14 +5,15 @@
 #include <map>
 #include <ostream>
 
+#include "analysis/SpectrumRules.h"
+
 namespace {
 
 // The spectrum that the table is used on.
-constexpr double binWidthHz = 48000.0 / 4096.0;
-constexpr int firstScannedBin = 10;
-constexpr int lastScannedBin = 2046;
-/// The scan ends with the first peak above this.
-constexpr double scanEndHz = 1000.0;
+using rules::binWidthHz;
+constexpr int firstScannedBin = rules::lowestPeakBin;
+constexpr int lastScannedBin = rules::highestPeakBin;
+constexpr double scanEndHz = rules::lastPeakHz;
 
 constexpr int pitchesPerOctave = 12;
 constexpr int lowestPlayedPitch = 24;
@@ -31,47 +32,47 @@ double normalBelow(double deviations) {
 }
 
 /// The note that a player of this transposition reads for a sounding pitch, -1 for a sharp.
-Notes::NoteID writtenNote(TableModel const& model, int pitch) {
+Notes::NoteID writtenNote(const TableModel& model, int pitch) {
     static constexpr int naturals[pitchesPerOctave] = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
-    int const above = (pitch - model.transposeSemitones) % pitchesPerOctave;
+    const int above = (pitch - model.transposeSemitones) % pitchesPerOctave;
     return naturals[(above + pitchesPerOctave) % pitchesPerOctave];
 }
 
 /// How often the peak of a played `pitch` falls on `bin`.
-double landingProbability(TableModel const& model, int pitch, int bin) {
-    double const pitchHz = pitchFrequencyHz(model.a4Hz, pitch);
-    double const low = centsBetween(pitchHz, binFrequencyHz(bin) - binWidthHz / 2.0);
-    double const high = centsBetween(pitchHz, binFrequencyHz(bin) + binWidthHz / 2.0);
+double landingProbability(const TableModel& model, int pitch, int bin) {
+    const double pitchHz = pitchFrequencyHz(model.a4Hz, pitch);
+    const double low = centsBetween(pitchHz, binFrequencyHz(bin) - binWidthHz / 2.0);
+    const double high = centsBetween(pitchHz, binFrequencyHz(bin) + binWidthHz / 2.0);
     return normalBelow(high / model.tuningSpreadCents) - normalBelow(low / model.tuningSpreadCents);
 }
 
-bool inRange(TableModel const& model, int pitch) {
+bool inRange(const TableModel& model, int pitch) {
     return pitch >= model.lowestPitch && pitch <= model.highestPitch;
 }
 
 /// The pitch that a peak on `bin` at or below the scan's end stands for, 0 for none.
-int fundamentalPitch(TableModel const& model, int bin) {
+int fundamentalPitch(const TableModel& model, int bin) {
     int best = 0;
     double bestWeight = 0.0;
     for (int pitch = lowestPlayedPitch; pitch <= highestPlayedPitch; ++pitch) {
-        double const weight = writtenNote(model, pitch) == -1 ? model.sharpWeight : 1.0;
-        double const likely = weight * landingProbability(model, pitch, bin);
+        const double weight = writtenNote(model, pitch) == -1 ? model.sharpWeight : 1.0;
+        const double likely = weight * landingProbability(model, pitch, bin);
         if (likely > bestWeight) {
             bestWeight = likely;
             best = pitch;
         }
     }
-    bool const listed = best != 0 && writtenNote(model, best) != -1 && inRange(model, best) &&
+    const bool listed = best != 0 && writtenNote(model, best) != -1 && inRange(model, best) &&
                         landingProbability(model, best, bin) >= model.leastProbability;
     return listed ? best : 0;
 }
 
 /// The pitch that a peak on `bin` above the scan's end stands for, 0 for none.
-int closingPitch(TableModel const& model, int bin) {
+int closingPitch(const TableModel& model, int bin) {
     for (int pitch = lowestPlayedPitch; pitch <= highestPlayedPitch; ++pitch) {
-        double const pitchHz = pitchFrequencyHz(model.a4Hz, pitch);
-        bool const near = std::abs(centsBetween(pitchHz, binFrequencyHz(bin))) <= model.harmonicReachCents;
-        bool const octaveOfHeard = inRange(model, pitch - pitchesPerOctave) && pitchHz / 2.0 <= scanEndHz &&
+        const double pitchHz = pitchFrequencyHz(model.a4Hz, pitch);
+        const bool near = std::abs(centsBetween(pitchHz, binFrequencyHz(bin))) <= model.harmonicReachCents;
+        const bool octaveOfHeard = inRange(model, pitch - pitchesPerOctave) && pitchHz / 2.0 <= scanEndHz &&
                                    pitch >= model.lowestHarmonicPitch;
         if (near && writtenNote(model, pitch) != -1 && (inRange(model, pitch) || octaveOfHeard)) {
             return pitch;
@@ -94,11 +95,11 @@ double highestScannedHz() {
     return binFrequencyHz(lastScannedBin) + binWidthHz / 2.0;
 }
 
-std::vector<TableRow> tableRows(TableModel const& model) {
+std::vector<TableRow> tableRows(const TableModel& model) {
     std::map<int, TableRow> rowOfPitch;
     for (int bin = firstScannedBin; bin <= lastScannedBin; ++bin) {
-        double const frequencyHz = binFrequencyHz(bin);
-        int const pitch = frequencyHz <= scanEndHz ? fundamentalPitch(model, bin) : closingPitch(model, bin);
+        const double frequencyHz = binFrequencyHz(bin);
+        const int pitch = frequencyHz <= scanEndHz ? fundamentalPitch(model, bin) : closingPitch(model, bin);
         if (pitch != 0) {
             TableRow& row = rowOfPitch[pitch];
             row.note = writtenNote(model, pitch);
@@ -107,16 +108,16 @@ std::vector<TableRow> tableRows(TableModel const& model) {
     }
     std::vector<TableRow> rows;
     rows.reserve(rowOfPitch.size());
-    for (auto const& [pitch, row] : rowOfPitch) {
+    for (const auto& [pitch, row] : rowOfPitch) {
         rows.push_back(row);
     }
     return rows;
 }
 
-void writeTable(std::ostream& out, std::vector<TableRow> const& rows) {
-    for (TableRow const& row : rows) {
+void writeTable(std::ostream& out, const std::vector<TableRow>& rows) {
+    for (const TableRow& row : rows) {
         out << Notes::idToName(row.note) << ' ' << row.frequenciesHz.size();
-        for (double const frequencyHz : row.frequenciesHz) {
+        for (const double frequencyHz : row.frequenciesHz) {
             char text[32];
             std::snprintf(text, sizeof text, " %.1f", frequencyHz);
             out << text;

@@ -47,10 +47,10 @@ struct TableRow {
 };
 
 /// The records of `model`'s table, in rising pitch. A pitch that no bin is given to has no record.
-std::vector<TableRow> tableRows(TableModel const& model);
+std::vector<TableRow> tableRows(const TableModel& model);
 
 /// Writes `rows` in the format of notes.txt, one record a line, frequencies in Hz with one decimal.
-void writeTable(std::ostream& out, std::vector<TableRow> const& rows);
+void writeTable(std::ostream& out, const std::vector<TableRow>& rows);
 
 /// Equal-tempered frequency in Hz of MIDI note `pitch`.
 double pitchFrequencyHz(double a4Hz, int pitch);

@@ -4,8 +4,8 @@
 #include <array>
 #include <cstddef>
 
-std::vector<Transposition> const& transpositions() {
-    static std::vector<Transposition> const known = {
+const std::vector<Transposition>& transpositions() {
+    static const std::vector<Transposition> known = {
         {"a-clarinet", -3},          {"alto-flute", -5},
         {"alto-recorder", 5},        {"alto-saxophone", -9},
         {"b-flat-clarinet", -2},     {"b-flat-trumpet", -2},
@@ -18,8 +18,8 @@ std::vector<Transposition> const& transpositions() {
     return known;
 }
 
-std::optional<int> transpositionOf(std::string const& instrument) {
-    for (Transposition const& transposition : transpositions()) {
+std::optional<int> transpositionOf(const std::string& instrument) {
+    for (const Transposition& transposition : transpositions()) {
         if (transposition.instrument == instrument) {
             return transposition.semitones;
         }
@@ -27,14 +27,14 @@ std::optional<int> transpositionOf(std::string const& instrument) {
     return std::nullopt;
 }
 
-std::optional<int> parsePitch(std::string const& text) {
+std::optional<int> parsePitch(const std::string& text) {
     static constexpr std::array<int, 7> semitonesAboveC = {9, 11, 0, 2, 4, 5, 7};  // A to G
-    bool const altered = text.size() == 3 && (text[1] == '#' || text[1] == 'b');
+    const bool altered = text.size() == 3 && (text[1] == '#' || text[1] == 'b');
     if (text.size() != 2 && !altered) {
         return std::nullopt;
     }
-    char const letter = text.front();
-    char const octave = text.back();
+    const char letter = text.front();
+    const char octave = text.back();
     if (letter < 'A' || letter > 'G' || octave < '0' || octave > '9') {
         return std::nullopt;
     }

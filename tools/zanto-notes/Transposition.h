@@ -11,11 +11,11 @@ struct Transposition {
 };
 
 /// All that are known, in alphabetical order.
-std::vector<Transposition> const& transpositions();
+const std::vector<Transposition>& transpositions();
 
 /// The semitones of the instrument of that name.
-std::optional<int> transpositionOf(std::string const& instrument);
+std::optional<int> transpositionOf(const std::string& instrument);
 
 /// The MIDI number of a pitch in scientific notation: a letter, # or b if it is altered, and an octave from 0
 /// to 9, such as C4 (60), F#3 or Bb5. None for anything else.
-std::optional<int> parsePitch(std::string const& text);
+std::optional<int> parsePitch(const std::string& text);

@@ -1,42 +1,13 @@
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 
+#include "tools/common/Command.h"
+#include "tools/common/Files.h"
 #include "tools/common/RunProgram.h"
 #include "tools/common/Text.h"
 #include "tools/zanto-song/SheetMusic.h"
 
 namespace {
-
-namespace fs = std::filesystem;
-
-// A folder of its own for one file, removed with it.
-class ScratchFolder {
-public:
-    ScratchFolder() {
-        std::error_code ignored;
-        std::string name = (fs::temp_directory_path(ignored) / "zanto-song-XXXXXX").string();
-        if (mkdtemp(name.data()) != nullptr) {
-            folder = name;
-        }
-    }
-    ~ScratchFolder() {
-        if (!folder.empty()) {
-            std::error_code ignored;
-            fs::remove_all(folder, ignored);
-        }
-    }
-    ScratchFolder(ScratchFolder const&) = delete;
-    ScratchFolder& operator=(ScratchFolder const&) = delete;
-
-    /// Empty when there is none.
-    fs::path const& path() const { return folder; }
-
-private:
-    fs::path folder;
-};
 
 struct TuneBook {
     std::vector<std::string> tunes;  // "1 (The title)"
@@ -45,14 +16,10 @@ struct TuneBook {
 };
 
 // The little that one has to know of the notation to say what its reader leaves out.
-std::optional<TuneBook> lookThrough(std::string const& path, std::optional<int> tune) {
-    std::error_code ignored;
-    std::ifstream in(path);
-    if (!in || fs::is_directory(path, ignored)) {
-        return std::nullopt;
-    }
+TuneBook lookThrough(const std::string& contents, std::optional<int> tune) {
+    std::istringstream in(contents);
     TuneBook book;
-    std::string const wanted = tune ? std::to_string(*tune) : "";
+    const std::string wanted = tune ? std::to_string(*tune) : "";
     bool isWanted = true;
     std::string line;
     while (std::getline(in, line)) {
@@ -66,10 +33,10 @@ std::optional<TuneBook> lookThrough(std::string const& path, std::optional<int> 
         }
         if (line.rfind("T:", 0) == 0 && !book.tunes.empty() &&
             book.tunes.back().find('(') == std::string::npos) {
-            std::string const title = line.substr(std::min(line.find_first_not_of(" \t", 2), line.size()));
+            const std::string title = line.substr(std::min(line.find_first_not_of(" \t", 2), line.size()));
             book.tunes.back() += " (" + title.substr(0, title.find_last_not_of(" \t\r") + 1) + ")";
         }
-        bool const isField = line.size() > 1 && line[1] == ':' && line[0] != '|';
+        const bool isField = line.size() > 1 && line[1] == ':' && line[0] != '|';
         if (!isWanted || isField || line.rfind('%', 0) == 0) {
             continue;
         }
@@ -80,7 +47,7 @@ std::optional<TuneBook> lookThrough(std::string const& path, std::optional<int> 
 }
 
 // The lines of what abc2midi says that begin with `word`.
-std::vector<std::string> linesWith(std::string const& text, std::string const& word) {
+std::vector<std::string> linesWith(const std::string& text, const std::string& word) {
     std::vector<std::string> found;
     std::istringstream lines(text);
     std::string line;
@@ -92,9 +59,9 @@ std::vector<std::string> linesWith(std::string const& text, std::string const& w
     return found;
 }
 
-std::string listed(std::vector<std::string> const& tunes) {
+std::string listed(const std::vector<std::string>& tunes) {
     std::string list;
-    for (std::string const& tune : tunes) {
+    for (const std::string& tune : tunes) {
         list += "\n    " + tune;
     }
     return list;
@@ -102,57 +69,46 @@ std::string listed(std::vector<std::string> const& tunes) {
 
 }  // namespace
 
-std::optional<SheetMusic> readAbc(std::string const& path, std::optional<int> tune, std::string& problem) {
-    std::optional<TuneBook> const book = lookThrough(path, tune);
-    if (!book) {
-        problem = "it cannot be read";
-        return std::nullopt;
+SheetMusic readAbc(const std::string& path, std::optional<int> tune) {
+    const TuneBook book = lookThrough(readFile(path, mostSheetBytes), tune);
+    if (book.tunes.empty()) {
+        throw Failure("there is no tune in it: each begins with a line X: and its number");
     }
-    if (book->tunes.empty()) {
-        problem = "there is no tune in it: each begins with a line X: and its number";
-        return std::nullopt;
+    if (book.tunes.size() > 1 && !tune) {
+        throw Failure("there are several tunes in it; choose one with --tune and its number:" +
+                      listed(book.tunes));
     }
-    if (book->tunes.size() > 1 && !tune) {
-        problem =
-            "there are several tunes in it; choose one with --tune and its number:" + listed(book->tunes);
-        return std::nullopt;
-    }
-    bool const isThere = std::any_of(book->tunes.begin(), book->tunes.end(), [&](std::string const& entry) {
+    const bool isThere = std::any_of(book.tunes.begin(), book.tunes.end(), [&](const std::string& entry) {
         return tune && entry.substr(0, entry.find(' ')) == std::to_string(*tune);
     });
     if (tune && !isThere) {
-        problem = "there is no tune " + std::to_string(*tune) + " in it; choose one of" + listed(book->tunes);
-        return std::nullopt;
+        throw Failure("there is no tune " + std::to_string(*tune) + " in it; choose one of" +
+                      listed(book.tunes));
     }
-    ScratchFolder const scratch;
-    std::string const midi = (scratch.path() / "tune.mid").string();
+    // In memory: a folder for temporary files may be missing, and would be left behind by Ctrl-C.
+    const MemoryFile midi;
     std::vector<std::string> command = {"abc2midi", path.front() == '-' ? "./" + path : path};
     if (tune) {
         command.push_back(std::to_string(*tune));
     }
-    command.insert(command.end(), {"-o", midi, "-NGRA", "-NGUI", "-NFER", "-NFNP", "-NCOM"});
-    std::optional<ProgramResult> const converted = runProgram(command);
+    command.insert(command.end(), {"-o", midi.path(), "-NGRA", "-NGUI", "-NFER", "-NFNP", "-NCOM"});
+    const std::optional<ProgramResult> converted = runProgram(command);
     if (!converted) {
-        problem = "reading it takes the program abc2midi; install the package abcmidi";
-        return std::nullopt;
+        throw Failure("reading it takes the program abc2midi; install the package abcmidi");
     }
-    std::vector<std::string> const errors = linesWith(converted->out, "Error");
-    std::error_code ignored;
-    if (converted->status != 0 || !errors.empty() || !fs::exists(midi, ignored)) {
-        problem = "abc2midi does not understand it:" + listed(errors);
-        return std::nullopt;
+    const std::vector<std::string> errors = linesWith(converted->out, "Error");
+    const std::string contents = midi.contents();
+    if (converted->status != 0 || !errors.empty() || contents.empty()) {
+        throw Failure("abc2midi does not understand it:" + listed(errors));
     }
-    std::optional<SheetMusic> sheet = readMidi(midi, problem);
-    if (!sheet) {
-        return std::nullopt;
+    SheetMusic sheet = readMidi(contents);
+    sheet.lengthsAreExact = true;
+    sheet.remarks = linesWith(converted->out, "Warning");
+    if (book.graceNotes > 0) {
+        sheet.lost.push_back(counted(book.graceNotes, "group") + " of grace notes");
     }
-    sheet->lengthsAreExact = true;
-    sheet->remarks = linesWith(converted->out, "Warning");
-    if (book->graceNotes > 0) {
-        sheet->lost.push_back(counted(book->graceNotes, "group") + " of grace notes");
-    }
-    if (book->hasChordSymbols) {
-        sheet->lost.emplace_back("chord symbols and other texts over the notes");
+    if (book.hasChordSymbols) {
+        sheet.lost.emplace_back("chord symbols and other texts over the notes");
     }
     return sheet;
 }

@@ -6,13 +6,16 @@
 #include <limits>
 #include <utility>
 
+#include "game/Rules.h"
+#include "tools/common/Command.h"
 #include "tools/common/Text.h"
+#include "tools/zanto-song/loadSong.h"
 
 namespace {
 
-constexpr double secondsPerSlot = 0.5;
+using rules::secondsPerSlot;
 constexpr int longestLength = 5;  // slots, that the game can judge
-constexpr std::size_t slotsPerBar = 4;
+using rules::slotsPerBar;
 
 // Whole notes down to 32nds, with the dotted ones and the triplets. Quarter notes.
 constexpr std::array<double, 12> slotChoices = {4.0,       3.0, 2.0,       1.5,  1.0,       0.75,
@@ -29,9 +32,9 @@ Notes::NoteID naturalAt(int pitch) {
 }
 
 std::string pitchName(int pitch) {
-    constexpr std::array<char const*, 12> names = {"C",  "C#", "D",  "D#", "E",  "F",
+    constexpr std::array<const char*, 12> names = {"C",  "C#", "D",  "D#", "E",  "F",
                                                    "F#", "G",  "G#", "A",  "A#", "B"};
-    int const index = ((pitch % 12) + 12) % 12;
+    const int index = ((pitch % 12) + 12) % 12;
     return names.at(static_cast<std::size_t>(index)) + std::to_string((pitch - index) / 12 - 1);
 }
 
@@ -40,25 +43,25 @@ double nearestSlot(double quarters, double slot) {
 }
 
 bool fits(double quarters, double slot) {
-    double const tolerance =
+    const double tolerance =
         std::min(std::max(toleranceShare * slot, leastTolerance), mostToleranceShare * slot);
     return std::abs(quarters - nearestSlot(quarters, slot) * slot) <= tolerance;
 }
 
-bool fitsAll(SheetVoice const& voice, double slot, bool withLengths) {
-    return std::all_of(voice.notes.begin(), voice.notes.end(), [&](SheetNote const& note) {
+bool fitsAll(const SheetVoice& voice, double slot, bool withLengths) {
+    return std::all_of(voice.notes.begin(), voice.notes.end(), [&](const SheetNote& note) {
         return fits(note.start, slot) && (!withLengths || fits(note.start + note.length, slot));
     });
 }
 
 // Of the slots that fit, the one whose tempo is nearest to the music's; 0 when none fits.
-double chooseSlot(SheetVoice const& voice, SheetMusic const& sheet) {
-    for (bool const withLengths : {true, false}) {
+double chooseSlot(const SheetVoice& voice, const SheetMusic& sheet) {
+    for (const bool withLengths : {true, false}) {
         double chosen = 0.0;
         double least = std::numeric_limits<double>::infinity();
-        for (double const slot : slotChoices) {
-            double const seconds = slot * 60.0 / sheet.quartersPerMinute;
-            double const distance = std::abs(std::log2(seconds / secondsPerSlot));
+        for (const double slot : slotChoices) {
+            const double seconds = slot * 60.0 / sheet.quartersPerMinute;
+            const double distance = std::abs(std::log2(seconds / secondsPerSlot));
             if (distance < least - 1e-9 && fitsAll(voice, slot, withLengths)) {
                 chosen = slot;
                 least = distance;
@@ -72,15 +75,15 @@ double chooseSlot(SheetVoice const& voice, SheetMusic const& sheet) {
     return 0.0;
 }
 
-std::ptrdiff_t naturalsAfter(SheetVoice const& voice, int semitones) {
+std::ptrdiff_t naturalsAfter(const SheetVoice& voice, int semitones) {
     return std::count_if(voice.notes.begin(), voice.notes.end(),
-                         [&](SheetNote const& note) { return naturalAt(note.pitch + semitones) != -1; });
+                         [&](const SheetNote& note) { return naturalAt(note.pitch + semitones) != -1; });
 }
 
 // The least shift after which most notes are naturals; of two the one upwards.
-int chooseSemitones(SheetVoice const& voice) {
+int chooseSemitones(const SheetVoice& voice) {
     int chosen = 0;
-    for (int const semitones : {0, 1, -1, 2, -2, 3, -3, 4, -4, 5, -5, 6}) {
+    for (const int semitones : {0, 1, -1, 2, -2, 3, -3, 4, -4, 5, -5, 6}) {
         if (naturalsAfter(voice, semitones) > naturalsAfter(voice, chosen)) {
             chosen = semitones;
         }
@@ -90,19 +93,19 @@ int chooseSemitones(SheetVoice const& voice) {
 
 class Arranger {
 public:
-    Arranger(SheetVoice const& voice_, double slotQuarters, int semitones) : voice(voice_) {
+    Arranger(const SheetVoice& voice_, double slotQuarters, int semitones) : voice(voice_) {
         result.slotQuarters = slotQuarters;
         result.semitones = semitones;
     }
 
     Arrangement run() {
         dropLeadingBars();
-        for (SheetNote const& note : voice.notes) {
+        for (const SheetNote& note : voice.notes) {
             place(note);
         }
         std::size_t end = 0;
         for (std::size_t slot = 0; slot < result.slots.size(); ++slot) {
-            for (Arrangement::Mark const& mark : result.slots[slot]) {
+            for (const Arrangement::Mark& mark : result.slots[slot]) {
                 end = std::max(end, slot + static_cast<std::size_t>(mark.length));
             }
         }
@@ -119,38 +122,38 @@ private:
     };
 
     void dropLeadingBars();
-    void place(SheetNote const& note);
-    void lose(SheetNote const& note, std::string const& what) {
+    void place(const SheetNote& note);
+    void lose(const SheetNote& note, const std::string& what) {
         result.lost.push_back(note.place + ": " + what);
     }
 
-    SheetVoice const& voice;
+    const SheetVoice& voice;
     Arrangement result{};
     std::size_t dropped = 0;  // slots
     std::array<Last, 7> last{};
 };
 
 void Arranger::dropLeadingBars() {
-    double const first = nearestSlot(voice.notes.front().start, result.slotQuarters);
-    std::size_t const bars = static_cast<std::size_t>(std::max(first, 0.0)) / slotsPerBar;
+    const double first = nearestSlot(voice.notes.front().start, result.slotQuarters);
+    const std::size_t bars = static_cast<std::size_t>(std::max(first, 0.0)) / slotsPerBar;
     dropped = bars * slotsPerBar;
     if (bars > 0) {
         result.lost.push_back(counted(dropped, "slot") + " of rest at the beginning");
     }
 }
 
-void Arranger::place(SheetNote const& note) {
-    std::string const name = pitchName(note.pitch);
-    Notes::NoteID const natural = naturalAt(note.pitch + result.semitones);
+void Arranger::place(const SheetNote& note) {
+    const std::string name = pitchName(note.pitch);
+    const Notes::NoteID natural = naturalAt(note.pitch + result.semitones);
     if (natural == -1) {
         lose(note, name + " is no natural here and became a rest");
         return;
     }
-    double const slotQuarters = result.slotQuarters;
-    double const start = nearestSlot(note.start, slotQuarters);
-    double const stop = std::max(nearestSlot(note.start + note.length, slotQuarters), start + 1.0);
-    auto const slot = static_cast<std::size_t>(std::max(start, 0.0)) - dropped;
-    int length = static_cast<int>(std::min(stop - start, 1e6));
+    const double slotQuarters = result.slotQuarters;
+    const double start = nearestSlot(note.start, slotQuarters);
+    const double stop = std::max(nearestSlot(note.start + note.length, slotQuarters), start + 1.0);
+    const auto slot = static_cast<std::size_t>(std::max(start, 0.0)) - dropped;
+    int length = static_cast<int>(std::min(stop - start, static_cast<double>(mostSlots)));
     Last& before = last.at(static_cast<std::size_t>(natural));
     if (before.end > slot) {
         Arrangement::Mark& earlier = result.slots[before.slot][before.index];
@@ -182,9 +185,9 @@ void Arranger::place(SheetNote const& note) {
 
 std::string Arrangement::text() const {
     std::string text = "120 4\n";
-    for (std::vector<Mark> const& slot : slots) {
+    for (const std::vector<Mark>& slot : slots) {
         std::string line;
-        for (Mark const& mark : slot) {
+        for (const Mark& mark : slot) {
             line += (line.empty() ? "" : " ") + Notes::idToName(mark.note) +
                     (mark.length == 1 ? "" : std::to_string(mark.length));
         }
@@ -193,25 +196,27 @@ std::string Arrangement::text() const {
     return text;
 }
 
-std::optional<Arrangement> arrange(SheetVoice const& voice, SheetMusic const& sheet,
-                                   ArrangeWishes const& wishes, std::string& problem) {
+Arrangement arrange(const SheetVoice& voice, const SheetMusic& sheet, const ArrangeWishes& wishes) {
     if (voice.notes.empty()) {
-        problem = "there is no note in it";
-        return std::nullopt;
+        throw Failure("there is no note in it");
     }
-    double const slot = wishes.slotQuarters.value_or(chooseSlot(voice, sheet));
+    const double slot = wishes.slotQuarters.value_or(chooseSlot(voice, sheet));
     if (slot <= 0.0) {
-        problem =
-            "its rhythm fits no even slots; if you know better, say what note a slot is, as in --slot 1/8";
-        return std::nullopt;
+        throw Failure(
+            "its rhythm fits no even slots; if you know better, say what note a slot is, as in --slot 1/8");
     }
-    int const semitones = wishes.semitones.value_or(chooseSemitones(voice));
+    for (const SheetNote& note : voice.notes) {
+        if (!(note.start / slot < static_cast<double>(mostSlots))) {
+            throw Failure(note.place + " would come after more than " + std::to_string(mostSlots) +
+                          " slots, which is 11 hours");
+        }
+    }
+    const int semitones = wishes.semitones.value_or(chooseSemitones(voice));
     Arrangement arrangement = Arranger(voice, slot, semitones).run();
     if (2 * arrangement.kept < voice.notes.size()) {
-        problem = "only " + std::to_string(arrangement.kept) + " of its " +
-                  counted(voice.notes.size(), "note") +
-                  " would find a place; what is left would not be the tune";
-        return std::nullopt;
+        throw Failure("only " + std::to_string(arrangement.kept) + " of its " +
+                      counted(voice.notes.size(), "note") +
+                      " would find a place; what is left would not be the tune");
     }
     return arrangement;
 }

@@ -20,9 +20,9 @@ struct Arrangement {
         int length;  ///< slots, 1 to 5
     };
 
-    double slotQuarters;
-    int semitones;
-    std::size_t kept;                      ///< notes of the voice that are in the slots
+    double slotQuarters = 1.0;
+    int semitones = 0;
+    std::size_t kept = 0;                  ///< notes of the voice that are in the slots
     std::vector<std::vector<Mark>> slots;  ///< up to the end of the last note
     std::vector<std::string> lost;         ///< what of the voice is not, one line each
 
@@ -32,7 +32,6 @@ struct Arrangement {
 
 /// Puts a voice into slots and into a key where its notes are naturals. The slot is the note value that all
 /// notes are multiples of and that lasts closest to half a second in the music's tempo. Nothing is made up: a
-/// note without a place is left out and named. None, with the reason in `problem`, when no slot fits or fewer
-/// than half of the notes find a place.
-std::optional<Arrangement> arrange(SheetVoice const& voice, SheetMusic const& sheet,
-                                   ArrangeWishes const& wishes, std::string& problem);
+/// note without a place is left out and named. Throws a Failure when no slot fits, when fewer than half of
+/// the notes find a place, or when the song would last for more than `mostSlots`.
+Arrangement arrange(const SheetVoice& voice, const SheetMusic& sheet, const ArrangeWishes& wishes);

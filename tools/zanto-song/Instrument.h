@@ -27,7 +27,7 @@ private:
 };
 
 /// All instruments, the first one being the one to take when none is asked for.
-std::vector<Instrument> const& instruments();
+const std::vector<Instrument>& instruments();
 
 /// The instrument of that name, or null.
-Instrument const* findInstrument(std::string const& name);
+const Instrument* findInstrument(const std::string& name);

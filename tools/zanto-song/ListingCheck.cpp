@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr char const* blanks = " \t\n\v\f\r";
+constexpr const char* blanks = " \t\n\v\f\r";
 
 struct Word {
     std::size_t line;
@@ -18,11 +18,11 @@ struct Word {
 };
 
 // The words of one line.
-std::vector<Word> wordsOf(std::string const& text, std::size_t line) {
+std::vector<Word> wordsOf(const std::string& text, std::size_t line) {
     std::vector<Word> words;
     std::size_t at = text.find_first_not_of(blanks);
     while (at != std::string::npos) {
-        std::size_t const end = text.find_first_of(blanks, at);
+        const std::size_t end = text.find_first_of(blanks, at);
         words.push_back({line, characterCount(text.substr(0, at)) + 1, text.substr(at, end - at)});
         at = text.find_first_not_of(blanks, end);
     }
@@ -31,15 +31,15 @@ std::vector<Word> wordsOf(std::string const& text, std::size_t line) {
 
 class ListingChecker {
 public:
-    explicit ListingChecker(std::function<SongState(std::string const&)> const& songState_)
+    explicit ListingChecker(const std::function<SongState(const std::string&)>& songState_)
         : songState(songState_) {}
 
-    std::vector<Problem> check(std::string const& contents) {
+    std::vector<Problem> check(const std::string& contents) {
         std::vector<Word> words;
         std::size_t lineNumber = 1;
         for (std::size_t start = 0; start < contents.size(); ++lineNumber) {
-            std::size_t const end = contents.find('\n', start);
-            std::vector<Word> const onLine = wordsOf(contents.substr(start, end - start), lineNumber);
+            const std::size_t end = contents.find('\n', start);
+            const std::vector<Word> onLine = wordsOf(contents.substr(start, end - start), lineNumber);
             checkCount(onLine);
             words.insert(words.end(), onLine.begin(), onLine.end());
             start = end == std::string::npos ? contents.size() : end + 1;
@@ -56,19 +56,19 @@ public:
             warn({1, 1, ""}, "listing-empty", "the listing names no song",
                  "write a name and a song file on each line");
         }
-        std::stable_sort(problems.begin(), problems.end(), [](Problem const& left, Problem const& right) {
+        std::stable_sort(problems.begin(), problems.end(), [](const Problem& left, const Problem& right) {
             return std::tie(left.line, left.column) < std::tie(right.line, right.column);
         });
         return std::move(problems);
     }
 
 private:
-    void warn(Word const& place, std::string code, std::string text, std::string hint) {
+    void warn(const Word& place, std::string code, std::string text, std::string hint) {
         problems.push_back({place.line, place.column, Problem::Severity::warning, std::move(code),
                             std::move(text), std::move(hint)});
     }
 
-    void checkCount(std::vector<Word> const& onLine) {
+    void checkCount(const std::vector<Word>& onLine) {
         if (onLine.size() > 2) {
             std::string joined = onLine.front().text;
             for (std::size_t i = 1; i + 1 < onLine.size(); ++i) {
@@ -81,8 +81,8 @@ private:
         }
     }
 
-    void checkPair(Word const& name, Word const& file) {
-        if (auto const [known, isNew] = names.emplace(name.text, name.line); !isNew) {
+    void checkPair(const Word& name, const Word& file) {
+        if (const auto [known, isNew] = names.emplace(name.text, name.line); !isNew) {
             warn(name, "listing-doubled",
                  quoted(name.text) + " is also the name in line " + std::to_string(known->second),
                  "give each song a name of its own");
@@ -101,14 +101,14 @@ private:
         }
     }
 
-    std::function<SongState(std::string const&)> const& songState;
+    const std::function<SongState(const std::string&)>& songState;
     std::map<std::string, std::size_t> names;  // with their lines
     std::vector<Problem> problems;
 };
 
 }  // namespace
 
-std::vector<Problem> checkListing(std::string const& contents,
-                                  std::function<SongState(std::string const& fileName)> const& songState) {
+std::vector<Problem> checkListing(const std::string& contents,
+                                  const std::function<SongState(const std::string& fileName)>& songState) {
     return ListingChecker(songState).check(contents);
 }

@@ -5,10 +5,10 @@ namespace {
 constexpr std::size_t mostMeasures = 100000;
 
 // The rounds in which each measure is played; empty for all of them.
-std::vector<std::set<int>> endingsOf(std::vector<MeasureSigns> const& measures) {
+std::vector<std::set<int>> endingsOf(const std::vector<MeasureSigns>& measures) {
     std::vector<std::set<int>> endings;
     std::set<int> open;
-    for (MeasureSigns const& measure : measures) {
+    for (const MeasureSigns& measure : measures) {
         if (!measure.endingBegins.empty()) {
             open = measure.endingBegins;
         }
@@ -21,8 +21,8 @@ std::vector<std::set<int>> endingsOf(std::vector<MeasureSigns> const& measures) 
 }
 
 // Whether some ending of the repeat that begins at `from` is for this round.
-bool hasEndingFor(int round, std::size_t from, std::vector<MeasureSigns> const& measures,
-                  std::vector<std::set<int>> const& endings) {
+bool hasEndingFor(int round, std::size_t from, const std::vector<MeasureSigns>& measures,
+                  const std::vector<std::set<int>>& endings) {
     for (std::size_t at = from; at < measures.size() && (at == from || !measures[at].repeatBegins); ++at) {
         if (endings[at].count(round) != 0) {
             return true;
@@ -33,28 +33,28 @@ bool hasEndingFor(int round, std::size_t from, std::vector<MeasureSigns> const& 
 
 }  // namespace
 
-std::optional<std::vector<std::size_t>> playingOrder(std::vector<MeasureSigns> const& measures) {
-    std::vector<std::set<int>> const endings = endingsOf(measures);
+std::optional<std::vector<std::size_t>> playingOrder(const std::vector<MeasureSigns>& measures) {
+    const std::vector<std::set<int>> endings = endingsOf(measures);
     std::vector<std::size_t> order;
     std::size_t repeatStart = 0;
     int round = 1;
     for (std::size_t at = 0; at < measures.size();) {
-        MeasureSigns const& signs = measures[at];
+        const MeasureSigns& signs = measures[at];
         if (signs.repeatBegins && at != repeatStart) {
             repeatStart = at;
             round = 1;
         }
-        bool const isPlayed = endings[at].empty() || endings[at].count(round) != 0;
+        const bool isPlayed = endings[at].empty() || endings[at].count(round) != 0;
         if (isPlayed) {
             order.push_back(at);
             if (order.size() > mostMeasures) {
                 return std::nullopt;
             }
         }
-        bool const goesOn = endings[at].empty() ? round < signs.timesPlayed
+        const bool goesOn = endings[at].empty() ? round < signs.timesPlayed
                                                 : hasEndingFor(round + 1, repeatStart, measures, endings);
-        bool const goesBack = isPlayed && signs.timesPlayed > 0 && goesOn;
-        bool const isOver = isPlayed && !goesBack && (signs.timesPlayed > 0 || signs.endingEnds);
+        const bool goesBack = isPlayed && signs.timesPlayed > 0 && goesOn;
+        const bool isOver = isPlayed && !goesBack && (signs.timesPlayed > 0 || signs.endingEnds);
         if (goesBack) {
             ++round;
             at = repeatStart;

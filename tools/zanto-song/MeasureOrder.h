@@ -15,4 +15,4 @@ struct MeasureSigns {
 
 /// The indices of measures in the order in which they are played, repeats and endings written out. None for
 /// one of more than a hundred thousand.
-std::optional<std::vector<std::size_t>> playingOrder(std::vector<MeasureSigns> const& measures);
+std::optional<std::vector<std::size_t>> playingOrder(const std::vector<MeasureSigns>& measures);

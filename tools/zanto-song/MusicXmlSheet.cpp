@@ -6,11 +6,20 @@
 #include <sstream>
 #include <utility>
 
+#include "tools/common/Arguments.h"
+#include "tools/common/Command.h"
 #include "tools/common/Text.h"
 #include "tools/zanto-song/MeasureOrder.h"
 #include "tools/zanto-song/SheetMusic.h"
 
 namespace {
+
+constexpr double mostTempo = 10000.0;
+constexpr double mostTimes = 1000.0;
+constexpr double mostAlter = 4.0;
+constexpr double highestOctave = 9.0;
+constexpr double leastDivisions = 1.0 / 1024.0;
+constexpr double mostDivisions = 1e6;
 
 // One note of a measure; start in quarter notes from the measure's beginning.
 struct WrittenNote {
@@ -34,24 +43,41 @@ struct Part {
 };
 
 int semitonesOf(char step) {
-    constexpr char const* steps = "C D EF G A B";
-    char const* const found = std::strchr(steps, step);
+    constexpr const char* steps = "C D EF G A B";
+    const char* const found = std::strchr(steps, step);
     return found == nullptr || step == ' ' || step == '\0' ? -1 : static_cast<int>(found - steps);
+}
+
+// The text of an element or attribute as a number from `least` to `most`, not guessed where it is none.
+double numberIn(const char* text, double least, double most, const char* what, const Measure& measure) {
+    constexpr const char* blanks = " \t\r\n";
+    std::string digits = text;
+    digits.erase(digits.find_last_not_of(blanks) + 1);
+    digits.erase(0, digits.find_first_not_of(blanks));
+    if (!digits.empty() && digits.front() == '+') {
+        digits.erase(0, 1);
+    }
+    const std::optional<double> number = parseNumber(digits, least, most);
+    if (!number) {
+        throw Failure("bar " + measure.number + ": " + quoted(text) + " is no " + what);
+    }
+    return *number;
 }
 
 class MusicXmlReader {
 public:
-    std::optional<SheetMusic> read(pugi::xml_node const& score, std::string& problem);
+    SheetMusic read(const pugi::xml_node& score);
 
 private:
-    Part readPart(pugi::xml_node const& part, std::string name);
-    Measure readMeasure(pugi::xml_node const& measure);
-    void readNote(pugi::xml_node const& note, Measure& measure);
-    void readSound(pugi::xml_node const& sound, Measure& measure);
-    static void readBarline(pugi::xml_node const& barline, MeasureSigns& signs);
-    void addVoices(Part const& part, std::vector<std::size_t> const& order,
-                   std::vector<double> const& lengths);
-    void lose(std::string const& what) { ++lost[what]; }
+    Part readPart(const pugi::xml_node& part, std::string name);
+    Measure readMeasure(const pugi::xml_node& measure);
+    void readNote(const pugi::xml_node& note, Measure& measure);
+    void readSound(const pugi::xml_node& sound, const Measure& measure);
+    static void readBarline(const pugi::xml_node& barline, Measure& measure);
+    double durationOf(const pugi::xml_node& node, const Measure& measure) const;
+    void addVoices(const Part& part, const std::vector<std::size_t>& order,
+                   const std::vector<double>& lengths);
+    void lose(const std::string& what) { ++lost[what]; }
 
     SheetMusic sheet;
     std::map<std::string, std::size_t> lost;  // with how often
@@ -59,31 +85,40 @@ private:
     double divisions = 1.0;  // of a quarter note, until the file says otherwise
     double position = 0.0;   // quarter notes into the measure
     double chordStart = 0.0;
+    std::size_t noteCount = 0;
 };
 
-void MusicXmlReader::readSound(pugi::xml_node const& sound, Measure& measure) {
-    double const tempo = sound.attribute("tempo").as_double();
+double MusicXmlReader::durationOf(const pugi::xml_node& node, const Measure& measure) const {
+    return numberIn(node.child_value("duration"), 0.0, mostQuarters * divisions, "duration", measure) /
+           divisions;
+}
+
+void MusicXmlReader::readSound(const pugi::xml_node& sound, const Measure& measure) {
+    const double tempo = numberIn(sound.attribute("tempo").as_string("0"), 0.0, mostTempo, "tempo", measure);
     if (tempo > 0.0 && tempoKnown && tempo != sheet.quartersPerMinute) {
         lose("tempo change");
     } else if (tempo > 0.0) {
         sheet.quartersPerMinute = tempo;
         tempoKnown = true;
     }
-    for (char const* const jump : {"dacapo", "dalsegno", "tocoda", "fine"}) {
+    for (const char* const jump : {"dacapo", "dalsegno", "tocoda", "fine"}) {
         if (sound.attribute(jump)) {
             lose("jump (" + std::string(jump) + ") in bar " + measure.number);
         }
     }
 }
 
-void MusicXmlReader::readBarline(pugi::xml_node const& barline, MeasureSigns& signs) {
-    pugi::xml_node const repeat = barline.child("repeat");
+void MusicXmlReader::readBarline(const pugi::xml_node& barline, Measure& measure) {
+    MeasureSigns& signs = measure.signs;
+    const pugi::xml_node repeat = barline.child("repeat");
     if (std::strcmp(repeat.attribute("direction").value(), "forward") == 0) {
         signs.repeatBegins = true;
     } else if (repeat) {
-        signs.timesPlayed = std::max(repeat.attribute("times").as_int(2), 1);
+        const double times =
+            numberIn(repeat.attribute("times").as_string("2"), 0.0, mostTimes, "number of times", measure);
+        signs.timesPlayed = std::max(static_cast<int>(times), 1);
     }
-    pugi::xml_node const ending = barline.child("ending");
+    const pugi::xml_node ending = barline.child("ending");
     if (std::strcmp(ending.attribute("type").value(), "start") == 0) {
         std::string numbers = ending.attribute("number").value();
         std::replace(numbers.begin(), numbers.end(), ',', ' ');
@@ -96,14 +131,14 @@ void MusicXmlReader::readBarline(pugi::xml_node const& barline, MeasureSigns& si
     }
 }
 
-void MusicXmlReader::readNote(pugi::xml_node const& note, Measure& measure) {
+void MusicXmlReader::readNote(const pugi::xml_node& note, Measure& measure) {
     if (note.child("grace")) {
         lose("grace note");
         return;
     }
-    double const length = note.child("duration").text().as_double() / divisions;
-    bool const isChord = static_cast<bool>(note.child("chord"));
-    double const start = isChord ? chordStart : position;
+    const double length = durationOf(note, measure);
+    const bool isChord = static_cast<bool>(note.child("chord"));
+    const double start = isChord ? chordStart : position;
     if (!isChord) {
         chordStart = position;
         position += length;
@@ -112,9 +147,10 @@ void MusicXmlReader::readNote(pugi::xml_node const& note, Measure& measure) {
     if (note.child("rest")) {
         return;
     }
-    pugi::xml_node const pitch = note.child("pitch");
-    int const step = semitonesOf(pitch.child("step").text().as_string(" ")[0]);
-    double const alter = pitch.child("alter").text().as_double();
+    const pugi::xml_node pitch = note.child("pitch");
+    const int step = semitonesOf(pitch.child("step").text().as_string(" ")[0]);
+    const double alter =
+        numberIn(pitch.child("alter").text().as_string("0"), -mostAlter, mostAlter, "alteration", measure);
     if (note.child("cue")) {
         lose("cue note");
     } else if (!pitch || step == -1) {
@@ -122,31 +158,34 @@ void MusicXmlReader::readNote(pugi::xml_node const& note, Measure& measure) {
     } else if (alter != std::round(alter)) {
         lose("quarter tone");
     } else {
-        int const octave = pitch.child("octave").text().as_int();
-        int const semitones = 12 * (octave + 1) + step + static_cast<int>(alter);
-        pugi::xml_node const stop = note.find_child_by_attribute("tie", "type", "stop");
+        const double octave = numberIn(pitch.child_value("octave"), 0.0, highestOctave, "octave", measure);
+        const int semitones = 12 * (static_cast<int>(octave) + 1) + step + static_cast<int>(alter);
+        const pugi::xml_node stop = note.find_child_by_attribute("tie", "type", "stop");
         measure.notes.push_back(
             {note.child("voice").text().as_string("1"), start, length, semitones, static_cast<bool>(stop)});
     }
 }
 
-Measure MusicXmlReader::readMeasure(pugi::xml_node const& node) {
+Measure MusicXmlReader::readMeasure(const pugi::xml_node& node) {
     Measure measure;
     measure.number = node.attribute("number").value();
     position = 0.0;
-    for (pugi::xml_node const& child : node) {
-        std::string const name = child.name();
+    for (const pugi::xml_node& child : node) {
+        const std::string name = child.name();
         if (name == "attributes") {
-            divisions = std::max(child.child("divisions").text().as_double(divisions), 1.0 / 1024.0);
+            if (const pugi::xml_node given = child.child("divisions")) {
+                divisions = numberIn(given.child_value(), leastDivisions, mostDivisions,
+                                     "number of divisions of a quarter note", measure);
+            }
         } else if (name == "note") {
             readNote(child, measure);
         } else if (name == "backup") {
-            position = std::max(position - child.child("duration").text().as_double() / divisions, 0.0);
+            position = std::max(position - durationOf(child, measure), 0.0);
         } else if (name == "forward") {
-            position += child.child("duration").text().as_double() / divisions;
+            position += durationOf(child, measure);
             measure.length = std::max(measure.length, position);
         } else if (name == "barline") {
-            readBarline(child, measure.signs);
+            readBarline(child, measure);
         } else if (name == "direction") {
             readSound(child.child("sound"), measure);
         } else if (name == "sound") {
@@ -156,42 +195,49 @@ Measure MusicXmlReader::readMeasure(pugi::xml_node const& node) {
     return measure;
 }
 
-Part MusicXmlReader::readPart(pugi::xml_node const& node, std::string name) {
+Part MusicXmlReader::readPart(const pugi::xml_node& node, std::string name) {
     Part part{std::move(name), {}};
     divisions = 1.0;
-    for (pugi::xml_node const& measure : node.children("measure")) {
+    for (const pugi::xml_node& measure : node.children("measure")) {
         part.measures.push_back(readMeasure(measure));
     }
     return part;
 }
 
 // Lays the measures one behind the other, joins ties, and parts the voices.
-void MusicXmlReader::addVoices(Part const& part, std::vector<std::size_t> const& order,
-                               std::vector<double> const& lengths) {
+void MusicXmlReader::addVoices(const Part& part, const std::vector<std::size_t>& order,
+                               const std::vector<double>& lengths) {
     std::map<std::string, SheetVoice> voices;
+    std::map<std::pair<std::string, int>, std::size_t> latest;  // by voice and pitch, an index of its notes
     double begin = 0.0;
-    for (std::size_t const index : order) {
+    for (const std::size_t index : order) {
         if (index >= part.measures.size()) {
             continue;
         }
-        Measure const& measure = part.measures[index];
-        for (WrittenNote const& note : measure.notes) {
+        const Measure& measure = part.measures[index];
+        for (const WrittenNote& note : measure.notes) {
             std::vector<SheetNote>& notes = voices[note.voice].notes;
-            double const start = begin + note.start;
-            auto const before = std::find_if(notes.rbegin(), notes.rend(), [&](SheetNote const& earlier) {
-                return earlier.pitch == note.pitch && std::abs(earlier.start + earlier.length - start) < 1e-6;
-            });
-            if (note.continues && before != notes.rend()) {
-                before->length += note.length;
-            } else {
-                notes.push_back({start, note.length, note.pitch, "bar " + measure.number});
+            const double start = begin + note.start;
+            const auto [entry, isFirst] = latest.try_emplace({note.voice, note.pitch}, notes.size());
+            if (note.continues && !isFirst) {
+                SheetNote& before = notes[entry->second];
+                if (std::abs(before.start + before.length - start) < 1e-6) {
+                    before.length += note.length;
+                    continue;
+                }
+            }
+            entry->second = notes.size();
+            notes.push_back({start, note.length, note.pitch, "bar " + measure.number});
+            if (++noteCount > mostSheetNotes || start > mostQuarters) {
+                throw Failure("it is longer than " + fixed(mostQuarters, 0) + " quarter notes or " +
+                              std::to_string(mostSheetNotes) + " notes");
             }
         }
         begin += lengths[index];
     }
     for (auto& [number, voice] : voices) {
         std::stable_sort(
-            voice.notes.begin(), voice.notes.end(), [](SheetNote const& left, SheetNote const& right) {
+            voice.notes.begin(), voice.notes.end(), [](const SheetNote& left, const SheetNote& right) {
                 return std::make_pair(left.start, left.pitch) < std::make_pair(right.start, right.pitch);
             });
         voice.name = voices.size() == 1 ? part.name : part.name + ", voice " + number;
@@ -199,38 +245,36 @@ void MusicXmlReader::addVoices(Part const& part, std::vector<std::size_t> const&
     }
 }
 
-std::optional<SheetMusic> MusicXmlReader::read(pugi::xml_node const& score, std::string& problem) {
+SheetMusic MusicXmlReader::read(const pugi::xml_node& score) {
     std::vector<Part> parts;
-    for (pugi::xml_node const& node : score.children("part")) {
-        char const* const id = node.attribute("id").value();
-        pugi::xml_node const entry = score.child("part-list").find_child_by_attribute("score-part", "id", id);
-        std::string const name = entry.child("part-name").text().as_string();
+    for (const pugi::xml_node& node : score.children("part")) {
+        const char* const id = node.attribute("id").value();
+        const pugi::xml_node entry = score.child("part-list").find_child_by_attribute("score-part", "id", id);
+        const std::string name = entry.child("part-name").text().as_string();
         parts.push_back(readPart(node, name.empty() ? "part " + std::to_string(parts.size() + 1) : name));
     }
     if (parts.empty()) {
-        problem = "there is no part in it";
-        return std::nullopt;
+        throw Failure("there is no part in it");
     }
     std::vector<MeasureSigns> signs;
-    for (Measure const& measure : parts.front().measures) {
+    for (const Measure& measure : parts.front().measures) {
         signs.push_back(measure.signs);
     }
-    std::optional<std::vector<std::size_t>> const order = playingOrder(signs);
+    const std::optional<std::vector<std::size_t>> order = playingOrder(signs);
     if (!order) {
-        problem = "its repeats never come to an end";
-        return std::nullopt;
+        throw Failure("its repeats never come to an end");
     }
     // A measure is as long as the part that says most about it.
     std::vector<double> lengths(signs.size(), 0.0);
-    for (Part const& part : parts) {
+    for (const Part& part : parts) {
         for (std::size_t index = 0; index < std::min(lengths.size(), part.measures.size()); ++index) {
             lengths[index] = std::max(lengths[index], part.measures[index].length);
         }
     }
-    for (Part const& part : parts) {
+    for (const Part& part : parts) {
         addVoices(part, *order, lengths);
     }
-    for (auto const& [what, count] : lost) {
+    for (const auto& [what, count] : lost) {
         sheet.lost.push_back(counted(count, what));
     }
     return std::move(sheet);
@@ -238,22 +282,19 @@ std::optional<SheetMusic> MusicXmlReader::read(pugi::xml_node const& score, std:
 
 }  // namespace
 
-std::optional<SheetMusic> readMusicXml(std::string const& path, std::string& problem) {
+SheetMusic readMusicXml(const std::string& contents) {
     pugi::xml_document document;
-    pugi::xml_parse_result const parsed = document.load_file(path.c_str());
+    const pugi::xml_parse_result parsed = document.load_buffer(contents.data(), contents.size());
     if (!parsed) {
-        problem = std::string("it is no sound XML file (") + parsed.description() + ")";
-        return std::nullopt;
+        throw Failure(std::string("it is damaged XML (") + parsed.description() + ")");
     }
     if (document.child("score-timewise")) {
-        problem =
-            "it is written measure by measure; save it part by part (score-partwise), as most programs do";
-        return std::nullopt;
+        throw Failure(
+            "it is written measure by measure; save it part by part (score-partwise), as most programs do");
     }
-    pugi::xml_node const score = document.child("score-partwise");
+    const pugi::xml_node score = document.child("score-partwise");
     if (!score) {
-        problem = "it is XML, but no MusicXML";
-        return std::nullopt;
+        throw Failure("it is XML, but no MusicXML");
     }
-    return MusicXmlReader().read(score, problem);
+    return MusicXmlReader().read(score);
 }

@@ -33,9 +33,8 @@ struct Page {
 };
 
 /// The page as SVG, its texts as text in a typeface like the game's.
-std::string toSvg(Page const& page);
+std::string toSvg(const Page& page);
 
-/// Writes the page as PNG, with so many pixels to a millimetre, its texts in the TrueType face at `facePath`.
-/// Empty when the file was written, else what was in the way.
-std::string writePng(Page const& page, double pixelsPerMillimetre, std::string const& facePath,
-                     std::string const& path);
+/// The page as PNG, with so many pixels to a millimetre, its texts in the TrueType face at `facePath`. Throws
+/// a Failure when that cannot be done.
+std::string toPng(const Page& page, double pixelsPerMillimetre, const std::string& facePath);

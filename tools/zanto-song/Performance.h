@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "analysis/Notes.h"
+#include "game/Rules.h"
 
 class Song;
 
@@ -23,17 +24,16 @@ struct PlayedNote {
     double soundingSeconds;
 };
 
-constexpr double secondsPerSlot = 0.5;
 /// When slot 0 opens: its centre comes after the lead-in, and it opens half a slot before. That is when its
 /// bar line and the left ends of its notes reach the time line, and when its notes are due.
-constexpr double firstSlotSeconds = 1.75;
+constexpr double firstSlotSeconds = rules::leadInSeconds + rules::windowOpening * rules::secondsPerSlot;
 
 /// The equal-tempered pitch of a natural note, A4 = 440 Hz.
-double pitchOf(Notes::NoteID const& note, int octave);
+double pitchOf(const Notes::NoteID& note, int octave);
 
 /// When the song is over for the game: two seconds after its last slot. Seconds, as in PlayedNote.
-double songSeconds(Song const& song);
+double songSeconds(const Song& song);
 
 /// All notes of the song in the order of their slots. Notes of no length are left out, none outlasts the
 /// song, each sounds for a twentieth of a second at least and none begins before 0.
-std::vector<PlayedNote> perform(Song const& song, PlayingStyle const& style);
+std::vector<PlayedNote> perform(const Song& song, const PlayingStyle& style);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 
+#include "tools/common/Command.h"
 #include "tools/common/Text.h"
 #include "tools/zanto-song/Page.h"
 
@@ -17,7 +18,7 @@ using Context = std::unique_ptr<cairo_t, void (*)(cairo_t*)>;
 // The typeface of a file, for as long as this lives.
 class Face {
 public:
-    explicit Face(std::string const& path) {
+    explicit Face(const std::string& path) {
         if (FT_Init_FreeType(&library) != 0) {
             library = nullptr;
         } else if (FT_New_Face(library, path.c_str(), 0, &face) != 0) {
@@ -32,8 +33,8 @@ public:
             FT_Done_FreeType(library);
         }
     }
-    Face(Face const&) = delete;
-    Face& operator=(Face const&) = delete;
+    Face(const Face&) = delete;
+    Face& operator=(const Face&) = delete;
 
     FT_Face get() const { return face; }
 
@@ -42,14 +43,25 @@ private:
     FT_Face face = nullptr;
 };
 
+void expectSuccess(cairo_status_t status) {
+    if (status != CAIRO_STATUS_SUCCESS) {
+        throw Failure(cairo_status_to_string(status));
+    }
+}
+
+cairo_status_t append(void* text, const unsigned char* data, unsigned int length) {
+    static_cast<std::string*>(text)->append(data, data + length);
+    return CAIRO_STATUS_SUCCESS;
+}
+
 void choose(cairo_t* context, FT_Face face) {
     cairo_font_face_t* const chosen = cairo_ft_font_face_create_for_ft_face(face, 0);
     cairo_set_font_face(context, chosen);
     cairo_font_face_destroy(chosen);
 }
 
-void drawLines(cairo_t* context, Page const& page) {
-    for (Page::Line const& line : page.lines) {
+void drawLines(cairo_t* context, const Page& page) {
+    for (const Page::Line& line : page.lines) {
         cairo_set_source_rgb(context, line.grey, line.grey, line.grey);
         cairo_set_line_width(context, line.width);
         cairo_move_to(context, line.x1, line.y1);
@@ -58,13 +70,13 @@ void drawLines(cairo_t* context, Page const& page) {
     }
 }
 
-void drawTexts(cairo_t* context, Page const& page) {
-    for (Page::Text const& text : page.texts) {
-        std::string const clean = cleanUtf8(text.text);
+void drawTexts(cairo_t* context, const Page& page) {
+    for (const Page::Text& text : page.texts) {
+        const std::string clean = cleanUtf8(text.text);
         cairo_set_font_size(context, text.size);
         cairo_text_extents_t extents{};
         cairo_text_extents(context, clean.c_str(), &extents);
-        double const share =
+        const double share =
             text.anchor == Page::Anchor::start ? 0.0 : (text.anchor == Page::Anchor::end ? 1.0 : 0.5);
         cairo_set_source_rgb(context, text.grey, text.grey, text.grey);
         cairo_move_to(context, text.x - share * extents.x_advance, text.baseline);
@@ -74,33 +86,31 @@ void drawTexts(cairo_t* context, Page const& page) {
 
 }  // namespace
 
-std::string writePng(Page const& page, double pixelsPerMillimetre, std::string const& facePath,
-                     std::string const& path) {
-    double const width = std::ceil(page.width * pixelsPerMillimetre);
-    double const height = std::ceil(page.height * pixelsPerMillimetre);
+std::string toPng(const Page& page, double pixelsPerMillimetre, const std::string& facePath) {
+    const double width = std::ceil(page.width * pixelsPerMillimetre);
+    const double height = std::ceil(page.height * pixelsPerMillimetre);
     if (width > mostPixels || height > mostPixels) {
-        return "the song is too long for one PNG picture; SVG has no such limit";
+        throw Failure("the song is too long for one PNG picture; SVG has no such limit");
     }
     // Longer than the context, whose font refers to it.
-    Face const face(facePath);
+    const Face face(facePath);
     if (face.get() == nullptr) {
-        return "the typeface " + facePath + " cannot be read";
+        throw Failure("the typeface " + facePath + " cannot be read");
     }
-    Surface const surface(
+    const Surface surface(
         cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(width), static_cast<int>(height)),
         cairo_surface_destroy);
     {
-        Context const context(cairo_create(surface.get()), cairo_destroy);
+        const Context context(cairo_create(surface.get()), cairo_destroy);
         cairo_set_source_rgb(context.get(), page.background, page.background, page.background);
         cairo_paint(context.get());
         cairo_scale(context.get(), pixelsPerMillimetre, pixelsPerMillimetre);
         choose(context.get(), face.get());
         drawLines(context.get(), page);
         drawTexts(context.get(), page);
-        if (cairo_status_t const status = cairo_status(context.get()); status != CAIRO_STATUS_SUCCESS) {
-            return cairo_status_to_string(status);
-        }
+        expectSuccess(cairo_status(context.get()));
     }
-    cairo_status_t const status = cairo_surface_write_to_png(surface.get(), path.c_str());
-    return status == CAIRO_STATUS_SUCCESS ? "" : cairo_status_to_string(status);
+    std::string png;
+    expectSuccess(cairo_surface_write_to_png_stream(surface.get(), append, &png));
+    return png;
 }

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "game/Rules.h"
+
 namespace {
 
 constexpr double fullLevel = 0.7;  // of full scale, for all notes that sound together
@@ -14,7 +16,7 @@ constexpr double tickSeconds = 0.04;
 constexpr double tickDecaySeconds = 0.006;
 constexpr double strongTickLevel = 0.2;
 constexpr double weakTickLevel = 0.08;
-constexpr long slotsPerBar = 4;
+constexpr long slotsPerBar = rules::slotsPerBar;
 
 }  // namespace
 
@@ -22,23 +24,23 @@ Renderer::Renderer(std::vector<PlayedNote> played, double totalSeconds, Instrume
     : notes(std::move(played)),
       instrument(std::move(instrument_)),
       totalSamples(static_cast<std::size_t>(std::llround(totalSeconds * sampleRate))) {
-    std::stable_sort(notes.begin(), notes.end(), [](PlayedNote const& left, PlayedNote const& right) {
+    std::stable_sort(notes.begin(), notes.end(), [](const PlayedNote& left, const PlayedNote& right) {
         return left.startSeconds < right.startSeconds;
     });
-    for (PlayedNote const& note : notes) {
+    for (const PlayedNote& note : notes) {
         longestNote = std::max(longestNote, endOf(note) - note.startSeconds);
     }
     noteLevel = fullLevel / static_cast<double>(std::max<std::size_t>(mostAtOnce(), 1));
 }
 
-double Renderer::endOf(PlayedNote const& note) const {
+double Renderer::endOf(const PlayedNote& note) const {
     return note.startSeconds + note.soundingSeconds + instrument.releaseSeconds;
 }
 
 std::size_t Renderer::mostAtOnce() const {
     std::vector<double> ends;
     ends.reserve(notes.size());
-    for (PlayedNote const& note : notes) {
+    for (const PlayedNote& note : notes) {
         ends.push_back(endOf(note));
     }
     std::sort(ends.begin(), ends.end());
@@ -54,17 +56,17 @@ std::size_t Renderer::mostAtOnce() const {
 }
 
 void Renderer::addNotes(std::vector<float>& block, std::size_t count) const {
-    double const blockStart = secondsAt(position);
-    double const blockEnd = secondsAt(position + count);
+    const double blockStart = secondsAt(position);
+    const double blockEnd = secondsAt(position + count);
     auto note = std::lower_bound(
         notes.begin(), notes.end(), blockStart - longestNote,
-        [](PlayedNote const& candidate, double seconds) { return candidate.startSeconds < seconds; });
+        [](const PlayedNote& candidate, double seconds) { return candidate.startSeconds < seconds; });
     for (; note != notes.end() && note->startSeconds < blockEnd; ++note) {
         if (endOf(*note) <= blockStart) {
             continue;
         }
         for (std::size_t index = 0; index < count; ++index) {
-            double const t = secondsAt(position + index) - note->startSeconds;
+            const double t = secondsAt(position + index) - note->startSeconds;
             block[index] += static_cast<float>(
                 noteLevel * instrument.sample(note->frequencyHz, t, note->soundingSeconds));
         }
@@ -73,11 +75,11 @@ void Renderer::addNotes(std::vector<float>& block, std::size_t count) const {
 
 void Renderer::addTicks(std::vector<float>& block, std::size_t count) const {
     for (std::size_t index = 0; index < count; ++index) {
-        double const t = secondsAt(position + index);
-        double const slot = std::floor((t - firstSlotSeconds) / secondsPerSlot);
-        double const sinceTick = t - firstSlotSeconds - slot * secondsPerSlot;
+        const double t = secondsAt(position + index);
+        const double slot = std::floor((t - firstSlotSeconds) / rules::secondsPerSlot);
+        const double sinceTick = t - firstSlotSeconds - slot * rules::secondsPerSlot;
         if (sinceTick < tickSeconds) {
-            bool const strong = std::lround(slot) % slotsPerBar == 0;
+            const bool strong = std::lround(slot) % slotsPerBar == 0;
             block[index] += static_cast<float>((strong ? strongTickLevel : weakTickLevel) *
                                                std::exp(-sinceTick / tickDecaySeconds) *
                                                std::sin(2.0 * pi * tickHz * sinceTick));
@@ -86,7 +88,7 @@ void Renderer::addTicks(std::vector<float>& block, std::size_t count) const {
 }
 
 std::size_t Renderer::next(std::vector<float>& block) {
-    std::size_t const count = std::min(block.size(), totalSamples - position);
+    const std::size_t count = std::min(block.size(), totalSamples - position);
     std::fill(block.begin(), block.end(), 0.0f);
     addNotes(block, count);
     if (metronome) {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "analysis/SpectrumRules.h"
 #include "tools/zanto-song/Instrument.h"
 #include "tools/zanto-song/Performance.h"
 
@@ -13,7 +14,7 @@
 ///     while (std::size_t count = renderer.next(block)) write(block.data(), count);
 class Renderer {
 public:
-    static constexpr int sampleRate = 48000;  ///< Hz, one channel
+    static constexpr int sampleRate = rules::sampleRateHz;  ///< Hz, one channel
 
     /// `notes` in any order; the sound lasts `totalSeconds`.
     Renderer(std::vector<PlayedNote> notes, double totalSeconds, Instrument instrument);
@@ -27,7 +28,7 @@ public:
 
 private:
     double secondsAt(std::size_t sample) const { return static_cast<double>(sample) / sampleRate; }
-    double endOf(PlayedNote const& note) const;
+    double endOf(const PlayedNote& note) const;
     std::size_t mostAtOnce() const;
     void addNotes(std::vector<float>& block, std::size_t count) const;
     void addTicks(std::vector<float>& block, std::size_t count) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,14 +28,19 @@ struct SheetMusic {
     std::vector<std::string> remarks;  ///< what the program that read the file had to say
 };
 
-/// The three readers: none when the file cannot be read for certain, with the reason in `problem`.
+/// What is more than this is refused, so that a damaged file takes neither hours nor all memory.
+constexpr double mostQuarters = 100000.0;       ///< the length of the music: 14 hours at 120 a minute
+constexpr std::size_t mostSheetNotes = 200000;  ///< repeats written out
 
-/// A MIDI file, read by the program mftext of the package abcmidi.
-std::optional<SheetMusic> readMidi(std::string const& path, std::string& problem);
+/// The readers. A file that cannot be read for certain throws a Failure with the reason, without its name.
 
-/// A tune in ABC notation, read by abc2midi of the same package. `tune` is the X: number of the one to take
-/// from a file of several.
-std::optional<SheetMusic> readAbc(std::string const& path, std::optional<int> tune, std::string& problem);
+/// A MIDI file of format 0, 1 or 2, given by its contents.
+SheetMusic readMidi(const std::string& contents);
 
-/// MusicXML, uncompressed, in parts ("score-partwise"). Repeats and their endings are written out.
-std::optional<SheetMusic> readMusicXml(std::string const& path, std::string& problem);
+/// A tune in ABC notation, read by the program abc2midi. `tune` is the X: number of the one to take from a
+/// file of several.
+SheetMusic readAbc(const std::string& path, std::optional<int> tune);
+
+/// MusicXML, uncompressed, in parts ("score-partwise"), given by its contents. Repeats and their endings are
+/// written out.
+SheetMusic readMusicXml(const std::string& contents);

@@ -23,28 +23,28 @@ struct Mark {
 
 class SongChecker {
 public:
-    explicit SongChecker(std::string const& contents_) : contents(contents_) {}
+    explicit SongChecker(const std::string& contents_) : contents(contents_) {}
 
     std::vector<Problem> check() {
-        SongLines const lines = readSongLines(contents);
+        const SongLines lines = readSongLines(contents);
         if (lines.headerFault == HeaderFault::none) {
             checkWhole(lines);
         } else {
             reportHeader(lines);
             checkSlots(readSlotsAfter(contents, headerLinesOfFaulty(lines)));
         }
-        std::stable_sort(problems.begin(), problems.end(), [](Problem const& left, Problem const& right) {
+        std::stable_sort(problems.begin(), problems.end(), [](const Problem& left, const Problem& right) {
             return std::tie(left.line, left.column) < std::tie(right.line, right.column);
         });
         return std::move(problems);
     }
 
 private:
-    void checkWhole(SongLines const& lines) {
+    void checkWhole(const SongLines& lines) {
         checkHeaderRest(lines);
         checkSlots(lines.slots);
         if (lines.headerCut || (!lines.slots.empty() && lines.slots.back().cut)) {
-            std::string const others =
+            const std::string others =
                 lines.unread == 0 ? ""
                                   : ", and nothing of the " + counted(lines.unread, "line") + " after it";
             warn(lines.headerCut ? lines.headerEnd : lines.slots.back().number, longestSongLine + 1,
@@ -68,24 +68,24 @@ private:
             {line, column, Problem::Severity::warning, std::move(code), std::move(text), std::move(hint)});
     }
 
-    void reportHeader(SongLines const& lines);
-    std::size_t headerLinesOfFaulty(SongLines const& lines) const;
-    void checkHeaderRest(SongLines const& lines);
-    void checkSlots(std::vector<SongLine> const& slots);
-    void checkLine(SongLine const& line, std::size_t slot);
-    void checkTrailingBlanks(SongLine const& line, std::size_t tokenCount);
-    bool readMark(SongToken const& token, std::size_t line, Mark& mark);
-    void reportName(SongToken const& token, std::size_t line);
-    void checkLength(SongToken const& token, std::size_t line, int length);
-    void checkNeighbours(Mark const& mark, std::size_t line, std::size_t slot);
-    void checkEnd(Mark const& mark, std::size_t line, std::size_t slot);
+    void reportHeader(const SongLines& lines);
+    std::size_t headerLinesOfFaulty(const SongLines& lines) const;
+    void checkHeaderRest(const SongLines& lines);
+    void checkSlots(const std::vector<SongLine>& slots);
+    void checkLine(const SongLine& line, std::size_t slot);
+    void checkTrailingBlanks(const SongLine& line, std::size_t tokenCount);
+    bool readMark(const SongToken& token, std::size_t line, Mark& mark);
+    void reportName(const SongToken& token, std::size_t line);
+    void checkLength(const SongToken& token, std::size_t line, int length);
+    void checkNeighbours(const Mark& mark, std::size_t line, std::size_t slot);
+    void checkEnd(const Mark& mark, std::size_t line, std::size_t slot);
 
     struct Sounding {
         std::size_t line;
         std::int64_t end;  // the slot in which it no longer sounds
     };
 
-    std::string const& contents;
+    const std::string& contents;
     std::vector<Problem> problems;
     std::map<std::int32_t, Sounding> last;  // by note, the latest one to end
     std::size_t noteCount = 0;
@@ -96,20 +96,20 @@ bool isNoteName(char letter) {
     return Notes::nameToId(std::string(1, letter)) != -1;
 }
 
-bool isNumber(std::string const& text) {
+bool isNumber(const std::string& text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-bool looksLikeNotes(std::string const& text) {
-    SongLine const line{1, text, false, false};
-    std::vector<SongToken> const tokens = line.tokens();
-    return !tokens.empty() && std::all_of(tokens.begin(), tokens.end(), [](SongToken const& token) {
+bool looksLikeNotes(const std::string& text) {
+    const SongLine line{1, text, false, false};
+    const std::vector<SongToken> tokens = line.tokens();
+    return !tokens.empty() && std::all_of(tokens.begin(), tokens.end(), [](const SongToken& token) {
         return isNoteName(token.text.front()) && (token.text.size() == 1 || isNumber(token.text.substr(1)));
     });
 }
 
-void SongChecker::reportHeader(SongLines const& lines) {
-    constexpr char const* header = "begin the file with a line of two whole numbers, such as 120 4";
+void SongChecker::reportHeader(const SongLines& lines) {
+    constexpr const char* header = "begin the file with a line of two whole numbers, such as 120 4";
     switch (lines.headerFault) {
         case HeaderFault::ended:
             error(lines.faultLine, lines.faultColumn, "header-end",
@@ -137,38 +137,38 @@ void SongChecker::reportHeader(SongLines const& lines) {
 
 // With a faulty header nothing says where the slots begin. If notes stand where it should be they do at
 // once, else after the first line.
-std::size_t SongChecker::headerLinesOfFaulty(SongLines const& lines) const {
+std::size_t SongChecker::headerLinesOfFaulty(const SongLines& lines) const {
     if (lines.headerFault == HeaderFault::ended) {
         return SIZE_MAX;
     }
-    std::size_t const firstBreak = std::min(contents.find('\n'), contents.size());
+    const std::size_t firstBreak = std::min(contents.find('\n'), contents.size());
     return looksLikeNotes(contents.substr(0, firstBreak)) ? 0 : 1;
 }
 
-void SongChecker::checkHeaderRest(SongLines const& lines) {
+void SongChecker::checkHeaderRest(const SongLines& lines) {
     if (looksLikeNotes(lines.headerRest)) {
-        std::size_t const blanks = lines.headerRest.find_first_not_of(songBlanks);
+        const std::size_t blanks = lines.headerRest.find_first_not_of(songBlanks);
         warn(lines.headerEnd, lines.restColumn + blanks, "header-notes",
              "notes in the header's line are not played", "begin a new line for them");
     }
 }
 
-void SongChecker::checkSlots(std::vector<SongLine> const& slots) {
+void SongChecker::checkSlots(const std::vector<SongLine>& slots) {
     slotCount = slots.size();
     for (std::size_t slot = 0; slot < slots.size(); ++slot) {
         checkLine(slots[slot], slot);
     }
 }
 
-void SongChecker::checkLine(SongLine const& line, std::size_t slot) {
-    std::vector<SongToken> const tokens = line.tokens();
+void SongChecker::checkLine(const SongLine& line, std::size_t slot) {
+    const std::vector<SongToken> tokens = line.tokens();
     std::vector<Mark> marks;
-    for (SongToken const& token : tokens) {
+    for (const SongToken& token : tokens) {
         Mark mark{};
         if (!readMark(token, line.number, mark)) {
             continue;
         }
-        auto const isSame = [&](Mark const& other) { return other.note == mark.note; };
+        const auto isSame = [&](const Mark& other) { return other.note == mark.note; };
         if (std::any_of(marks.begin(), marks.end(), isSame)) {
             warn(line.number, token.column, "doubled",
                  Notes::idToName(mark.note) + " stands twice in this slot",
@@ -179,9 +179,9 @@ void SongChecker::checkLine(SongLine const& line, std::size_t slot) {
         checkEnd(mark, line.number, slot);
         marks.push_back(mark);
     }
-    for (Mark const& mark : marks) {
-        std::int64_t const end = static_cast<std::int64_t>(slot) + mark.length;
-        auto const entry = last.try_emplace(mark.note, Sounding{line.number, end}).first;
+    for (const Mark& mark : marks) {
+        const std::int64_t end = static_cast<std::int64_t>(slot) + mark.length;
+        const auto entry = last.try_emplace(mark.note, Sounding{line.number, end}).first;
         if (end >= entry->second.end) {
             entry->second = {line.number, end};
         }
@@ -194,13 +194,13 @@ void SongChecker::checkLine(SongLine const& line, std::size_t slot) {
     }
 }
 
-void SongChecker::checkTrailingBlanks(SongLine const& line, std::size_t tokenCount) {
-    std::string const blanks = line.trailingBlanks();
+void SongChecker::checkTrailingBlanks(const SongLine& line, std::size_t tokenCount) {
+    const std::string blanks = line.trailingBlanks();
     if (blanks.empty()) {
         return;
     }
-    std::size_t const column = characterCount(line.text) - blanks.size() + 1;
-    constexpr char const* fix = "remove them, or let --fix do it";
+    const std::size_t column = characterCount(line.text) - blanks.size() + 1;
+    constexpr const char* fix = "remove them, or let --fix do it";
     if (blanks == "\r") {
         error(line.number, column, "carriage-return", "the line ends in a carriage return",
               "save the file with line feeds alone (Unix line ends), or let --fix do it");
@@ -212,7 +212,7 @@ void SongChecker::checkTrailingBlanks(SongLine const& line, std::size_t tokenCou
     }
 }
 
-bool SongChecker::readMark(SongToken const& token, std::size_t line, Mark& mark) {
+bool SongChecker::readMark(const SongToken& token, std::size_t line, Mark& mark) {
     mark.column = token.column;
     mark.note = Notes::nameToId(token.text.substr(0, 1));
     if (mark.note == -1) {
@@ -229,9 +229,9 @@ bool SongChecker::readMark(SongToken const& token, std::size_t line, Mark& mark)
     return true;
 }
 
-void SongChecker::reportName(SongToken const& token, std::size_t line) {
-    std::string const text = quoted(token.text) + " is no note";
-    char const name = token.text.front();
+void SongChecker::reportName(const SongToken& token, std::size_t line) {
+    const std::string text = quoted(token.text) + " is no note";
+    const char name = token.text.front();
     std::string hint = "notes are C, D, E, F, G, A and B, with their length behind them if it is not 1";
     if (name >= 'a' && name <= 'g') {
         hint = "write " + std::string(1, static_cast<char>(name - 'a' + 'A')) +
@@ -247,18 +247,18 @@ void SongChecker::reportName(SongToken const& token, std::size_t line) {
     error(line, token.column, "note-name", text, hint);
 }
 
-void SongChecker::checkLength(SongToken const& token, std::size_t line, int length) {
-    std::string const note = token.text.substr(0, 1);
-    std::string const written = token.text.substr(1);
-    std::size_t const column = token.column + 1;
-    std::string const shown = quoted(token.text);
-    std::string const plain = "write " + note + ", or " + note + " and a length from 2 to 5";
+void SongChecker::checkLength(const SongToken& token, std::size_t line, int length) {
+    const std::string note = token.text.substr(0, 1);
+    const std::string written = token.text.substr(1);
+    const std::size_t column = token.column + 1;
+    const std::string shown = quoted(token.text);
+    const std::string plain = "write " + note + ", or " + note + " and a length from 2 to 5";
     std::string digits = written;
     if (digits.front() == '-' || digits.front() == '+') {
         digits.erase(0, 1);
     }
-    std::size_t const digitCount = std::min(digits.find_first_not_of("0123456789"), digits.size());
-    bool const isAccidental = written.front() == '#' || written.front() == 'b' ||
+    const std::size_t digitCount = std::min(digits.find_first_not_of("0123456789"), digits.size());
+    const bool isAccidental = written.front() == '#' || written.front() == 'b' ||
                               written.rfind("\u266F", 0) == 0 || written.rfind("\u266D", 0) == 0;
     if (digitCount == 0 && isAccidental) {
         warn(line, column, "accidental", shown + " is read as " + note + " with the length 0",
@@ -277,28 +277,28 @@ void SongChecker::checkLength(SongToken const& token, std::size_t line, int leng
              plain);
     } else if (length > longestJudged) {
         warn(line, column, "length-long",
-             "a note of more than 5 slots cannot be held long enough before the game stops judging it",
+             "a note of more than 5 slots can hardly be held long enough before the game stops judging it",
              "write two notes");
     }
 }
 
 // Nothing is judged after the last slot, so a note that outlasts it never gets its time.
-void SongChecker::checkEnd(Mark const& mark, std::size_t line, std::size_t slot) {
-    auto const left = static_cast<std::int64_t>(slotCount - slot);
+void SongChecker::checkEnd(const Mark& mark, std::size_t line, std::size_t slot) {
+    const auto left = static_cast<std::int64_t>(slotCount - slot);
     if (mark.length <= longestJudged && mark.length > left) {
         warn(line, mark.column, "song-end",
-             "the song ends before this note does, so that it cannot be held long enough",
+             "the song ends before this note does, so that it can hardly be held long enough",
              "add " + counted(static_cast<std::size_t>(mark.length - left), "empty line") + " at the end");
     }
 }
 
-void SongChecker::checkNeighbours(Mark const& mark, std::size_t line, std::size_t slot) {
-    auto const before = last.find(mark.note);
+void SongChecker::checkNeighbours(const Mark& mark, std::size_t line, std::size_t slot) {
+    const auto before = last.find(mark.note);
     if (before == last.end()) {
         return;
     }
-    std::string const name = Notes::idToName(mark.note);
-    auto const start = static_cast<std::int64_t>(slot);
+    const std::string name = Notes::idToName(mark.note);
+    const auto start = static_cast<std::int64_t>(slot);
     if (before->second.end > start) {
         warn(line, mark.column, "overlap",
              name + " begins while the " + name + " of line " + std::to_string(before->second.line) +
@@ -314,6 +314,6 @@ void SongChecker::checkNeighbours(Mark const& mark, std::size_t line, std::size_
 
 }  // namespace
 
-std::vector<Problem> checkSong(std::string const& contents) {
+std::vector<Problem> checkSong(const std::string& contents) {
     return SongChecker(contents).check();
 }

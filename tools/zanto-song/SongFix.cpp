@@ -7,10 +7,10 @@
 
 namespace {
 
-constexpr char const* byteOrderMark = "\xEF\xBB\xBF";
+constexpr const char* byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t byteOrderMarkSize = 3;
 
-void note(SongChange& change, std::string const& what) {
+void note(SongChange& change, const std::string& what) {
     change.what += (change.what.empty() ? "" : ", ") + what;
 }
 
@@ -27,13 +27,13 @@ void dropByteOrderMark(SongChange& change) {
 
 void dropTrailingBlanks(SongChange& change) {
     std::string& text = change.after;
-    std::size_t const kept = text.find_last_not_of(songBlanks) + 1;
-    std::string const blanks = text.substr(kept);
+    const std::size_t kept = text.find_last_not_of(songBlanks) + 1;
+    const std::string blanks = text.substr(kept);
     if (blanks.empty()) {
         return;
     }
     text.erase(kept);
-    bool const hasReturn = blanks.back() == '\r';
+    const bool hasReturn = blanks.back() == '\r';
     if (hasReturn) {
         note(change, "carriage return");
     }
@@ -43,7 +43,7 @@ void dropTrailingBlanks(SongChange& change) {
 }
 
 // A letter c to g alone, or with nothing but a length behind it, can only be meant for the capital one.
-bool isLowerCaseNote(std::string const& token) {
+bool isLowerCaseNote(const std::string& token) {
     return token.front() >= 'a' && token.front() <= 'g' &&
            token.find_first_not_of("0123456789", 1) == std::string::npos;
 }
@@ -53,7 +53,7 @@ void raiseCase(SongChange& change) {
     bool raised = false;
     std::size_t at = text.find_first_not_of(songBlanks);
     while (at != std::string::npos) {
-        std::size_t const end = text.find_first_of(songBlanks, at);
+        const std::size_t end = text.find_first_of(songBlanks, at);
         if (isLowerCaseNote(text.substr(at, end - at))) {
             text[at] = static_cast<char>(text[at] - 'a' + 'A');
             raised = true;
@@ -66,23 +66,23 @@ void raiseCase(SongChange& change) {
 }
 
 // Files of an age ago end their lines in a carriage return and have no line feed at all.
-bool endsLinesInReturns(std::string const& contents) {
+bool endsLinesInReturns(const std::string& contents) {
     return contents.find('\n') == std::string::npos && contents.find('\r') != std::string::npos;
 }
 
-bool headerEnds(std::string const& contents) {
+bool headerEnds(const std::string& contents) {
     return readSongLines(contents).headerFault == HeaderFault::none;
 }
 
 }  // namespace
 
-MendedSong mendSong(std::string const& contents) {
-    bool const oldLineEnds = endsLinesInReturns(contents);
-    char const lineEnd = oldLineEnds ? '\r' : '\n';
+MendedSong mendSong(const std::string& contents) {
+    const bool oldLineEnds = endsLinesInReturns(contents);
+    const char lineEnd = oldLineEnds ? '\r' : '\n';
     MendedSong mended;
     std::size_t start = 0;
     for (std::size_t number = 1; start <= contents.size(); ++number) {
-        std::size_t const end = std::min(contents.find(lineEnd, start), contents.size());
+        const std::size_t end = std::min(contents.find(lineEnd, start), contents.size());
         SongChange change{number, contents.substr(start, end - start), "", ""};
         change.after = change.before;
         if (number == 1) {
@@ -92,7 +92,7 @@ MendedSong mendSong(std::string const& contents) {
         if (number > 1) {
             raiseCase(change);
         }
-        bool const hasEnd = end < contents.size();
+        const bool hasEnd = end < contents.size();
         if (oldLineEnds && hasEnd) {
             note(change, "line end");
         }

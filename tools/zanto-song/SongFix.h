@@ -20,4 +20,4 @@ struct MendedSong {
 /// Mends what can be mended without guessing: line ends other than a line feed, blanks at the ends of lines,
 /// lower-case note letters, and a byte-order mark. A song without any of these comes back byte for byte, and
 /// so does one that was mended before.
-MendedSong mendSong(std::string const& contents);
+MendedSong mendSong(const std::string& contents);

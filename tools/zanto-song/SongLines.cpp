@@ -14,7 +14,7 @@ std::size_t offsetOf(std::istream& in) {
     return static_cast<std::size_t>(in.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in));
 }
 
-std::size_t linesIn(std::string const& text) {
+std::size_t linesIn(const std::string& text) {
     return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
@@ -23,9 +23,9 @@ struct Place {
     std::size_t column;
 };
 
-Place placeOf(std::string const& contents, std::size_t offset) {
-    std::string const before = contents.substr(0, offset);
-    std::size_t const lineStart = before.rfind('\n') + 1;  // npos + 1 is the file's first byte
+Place placeOf(const std::string& contents, std::size_t offset) {
+    const std::string before = contents.substr(0, offset);
+    const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is the file's first byte
     return {linesIn(before) + 1, characterCount(before.substr(lineStart)) + 1};
 }
 
@@ -38,13 +38,13 @@ struct ReadLine {
 ReadLine readLine(std::istream& in) {
     std::array<char, longestSongLine + 1> buffer{};
     in.getline(buffer.data(), buffer.size());
-    bool const cut = in.fail() && !in.eof();
+    const bool cut = in.fail() && !in.eof();
     auto count = static_cast<std::size_t>(in.gcount());
     // The line feed counts as read but is not stored.
     if (!in.fail() && !in.eof() && count > 0) {
         --count;
     }
-    std::string const text = buffer.data();
+    const std::string text = buffer.data();
     return {text, cut, text.size() < std::min(count, longestSongLine)};
 }
 
@@ -58,9 +58,9 @@ std::vector<SongLine> readSlots(std::istream& in, std::size_t firstNumber) {
 }
 
 // Where the number that could not be read should stand, and what stands there.
-void describeFault(std::string const& contents, std::size_t begin, std::size_t stopped, SongLines& lines) {
-    std::size_t const start = contents.find_first_not_of(songBlanks, begin);
-    Place const place = placeOf(contents, std::min(start, contents.size()));
+void describeFault(const std::string& contents, std::size_t begin, std::size_t stopped, SongLines& lines) {
+    const std::size_t start = contents.find_first_not_of(songBlanks, begin);
+    const Place place = placeOf(contents, std::min(start, contents.size()));
     lines.faultLine = place.line;
     lines.faultColumn = place.column;
     if (start == std::string::npos) {
@@ -68,7 +68,7 @@ void describeFault(std::string const& contents, std::size_t begin, std::size_t s
         return;
     }
     lines.faultWord = contents.substr(start, contents.find_first_of(songBlanks, start) - start);
-    bool const digitsWereRead =
+    const bool digitsWereRead =
         stopped > start && contents.find_first_of("0123456789", start) < std::min(stopped, contents.size());
     lines.headerFault = digitsWereRead ? HeaderFault::tooLarge : HeaderFault::noNumber;
 }
@@ -79,7 +79,7 @@ std::vector<SongToken> SongLine::tokens() const {
     std::vector<SongToken> found;
     std::size_t at = text.find_first_not_of(songBlanks);
     while (at != std::string::npos) {
-        std::size_t const end = text.find_first_of(songBlanks, at);
+        const std::size_t end = text.find_first_of(songBlanks, at);
         found.push_back({characterCount(text.substr(0, at)) + 1, text.substr(at, end - at)});
         at = text.find_first_not_of(songBlanks, end);
     }
@@ -90,11 +90,11 @@ std::string SongLine::trailingBlanks() const {
     return text.substr(text.find_last_not_of(songBlanks) + 1);
 }
 
-SongLines readSongLines(std::string const& contents) {
+SongLines readSongLines(const std::string& contents) {
     SongLines lines;
     std::istringstream in(contents);
     for (int numbers = 0; numbers < 2; ++numbers) {
-        std::size_t const begin = offsetOf(in);
+        const std::size_t begin = offsetOf(in);
         int timing = 0;
         in >> timing;
         if (in.fail()) {
@@ -102,8 +102,8 @@ SongLines readSongLines(std::string const& contents) {
             return lines;
         }
     }
-    std::size_t const headerEnd = offsetOf(in);
-    Place const place = placeOf(contents, headerEnd);
+    const std::size_t headerEnd = offsetOf(in);
+    const Place place = placeOf(contents, headerEnd);
     if (!in.good()) {
         lines.headerFault = HeaderFault::ended;
         lines.faultLine = place.line;
@@ -117,17 +117,17 @@ SongLines readSongLines(std::string const& contents) {
     lines.headerCut = rest.cut;
     lines.slots = readSlots(in, place.line + 1);
     if (rest.cut || (!lines.slots.empty() && lines.slots.back().cut)) {
-        std::size_t const cutLine = rest.cut ? place.line : lines.slots.back().number;
-        std::size_t const endsUnbroken = contents.back() == '\n' ? 0 : 1;
+        const std::size_t cutLine = rest.cut ? place.line : lines.slots.back().number;
+        const std::size_t endsUnbroken = contents.back() == '\n' ? 0 : 1;
         lines.unread = linesIn(contents) + endsUnbroken - cutLine;
     }
     return lines;
 }
 
-std::vector<SongLine> readSlotsAfter(std::string const& contents, std::size_t headerLines) {
+std::vector<SongLine> readSlotsAfter(const std::string& contents, std::size_t headerLines) {
     std::size_t start = 0;
     for (std::size_t line = 0; line < headerLines; ++line) {
-        std::size_t const end = contents.find('\n', start);
+        const std::size_t end = contents.find('\n', start);
         if (end == std::string::npos) {
             return {};
         }

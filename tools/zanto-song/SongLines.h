@@ -43,12 +43,12 @@ struct SongLines {
     std::size_t unread = 0;       ///< lines behind one that was cut
 };
 
-constexpr char const* songBlanks = " \t\n\v\f\r";
+constexpr const char* songBlanks = " \t\n\v\f\r";
 constexpr std::size_t longestSongLine = 1023;  ///< bytes
 
 /// Reads `contents` with the very operations of the standard library that the game reads a file with.
-SongLines readSongLines(std::string const& contents);
+SongLines readSongLines(const std::string& contents);
 
 /// The same, for contents whose first `headerLines` lines are to be passed over as a header whatever they
 /// are.
-std::vector<SongLine> readSlotsAfter(std::string const& contents, std::size_t headerLines);
+std::vector<SongLine> readSlotsAfter(const std::string& contents, std::size_t headerLines);

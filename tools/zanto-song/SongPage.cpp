@@ -6,14 +6,15 @@
 #include <vector>
 
 #include "analysis/Notes.h"
+#include "game/Rules.h"
 #include "game/Song.h"
 #include "tools/common/Text.h"
 
 namespace {
 
-constexpr std::size_t slotsPerBar = 4;
-constexpr double secondsPerSlot = 0.5;
-constexpr int noteCount = 7;
+using rules::secondsPerSlot;
+using rules::slotsPerBar;
+constexpr int noteCount = Notes::noteCount;
 
 // Millimetres, where nothing else is said.
 constexpr double pageWidth = 210.0;
@@ -48,17 +49,17 @@ constexpr Ink paper = {1.0, 0.0, 0.45, 0.8, 0.3};
 constexpr Ink night = {0.0, 1.0, 1.0, 0.25, 0.8};
 
 std::string minutes(double seconds) {
-    int const whole = static_cast<int>(seconds);
-    std::string const rest = std::to_string(whole % 60);
+    const int whole = static_cast<int>(seconds);
+    const std::string rest = std::to_string(whole % 60);
     return std::to_string(whole / 60) + ":" + (rest.size() < 2 ? "0" : "") + rest;
 }
 
 // The slots up to the end of the last note: files end in an empty slot.
-std::size_t drawnSlots(Song const& song) {
-    std::vector<std::vector<Song::NoteMark>> const& slots = song.getSlots();
+std::size_t drawnSlots(const Song& song) {
+    const std::vector<std::vector<Song::NoteMark>>& slots = song.getSlots();
     std::int64_t end = 0;
     for (std::size_t slot = 0; slot < slots.size(); ++slot) {
-        for (Song::NoteMark const& mark : slots[slot]) {
+        for (const Song::NoteMark& mark : slots[slot]) {
             end = std::max(end, static_cast<std::int64_t>(slot) + std::max(mark.length, 1));
         }
     }
@@ -67,7 +68,7 @@ std::size_t drawnSlots(Song const& song) {
 
 class SongPage {
 public:
-    SongPage(Song const& song_, PageStyle const& style_)
+    SongPage(const Song& song_, const PageStyle& style_)
         : song(song_), style(style_), ink(style_.night ? night : paper), slotCount(drawnSlots(song_)) {}
 
     Page draw() {
@@ -95,7 +96,7 @@ private:
         return (pageWidth - 2.0 * margin - rowNames) / (static_cast<double>(bars) * slotsPerBar);
     }
     std::size_t lineCount(int bars) const {
-        std::size_t const perLine = static_cast<std::size_t>(bars) * slotsPerBar;
+        const std::size_t perLine = static_cast<std::size_t>(bars) * slotsPerBar;
         return (slotCount + perLine - 1) / perLine;
     }
 
@@ -119,9 +120,9 @@ private:
         page.lines.push_back({x1, y1, x2, y2, width, grey});
     }
 
-    Song const& song;
-    PageStyle const& style;
-    Ink const& ink;
+    const Song& song;
+    const PageStyle& style;
+    const Ink& ink;
     std::size_t slotCount;
     int barsPerLine = 4;
     Page page;
@@ -129,7 +130,7 @@ private:
 
 // The largest number of notes that begin in one slot of the line; their names stand beneath each other.
 std::size_t SongPage::mostAtOnce(int bars, std::size_t line) const {
-    std::size_t const perLine = static_cast<std::size_t>(bars) * slotsPerBar;
+    const std::size_t perLine = static_cast<std::size_t>(bars) * slotsPerBar;
     std::size_t most = 1;
     for (std::size_t slot = line * perLine; slot < std::min((line + 1) * perLine, slotCount); ++slot) {
         most = std::max(most, song.getSlots()[slot].size());
@@ -150,7 +151,7 @@ double SongPage::heightWith(int bars) const {
 }
 
 int SongPage::chooseBarsPerLine() const {
-    for (int const bars : {4, 5, 6}) {
+    for (const int bars : {4, 5, 6}) {
         if (heightWith(bars) <= pageHeight) {
             return bars;
         }
@@ -162,7 +163,7 @@ std::string SongPage::describe() const {
     std::string text = counted(slotCount, "slot") + ", " +
                        minutes(static_cast<double>(slotCount) * secondsPerSlot) + " minutes. Notes by slot:";
     for (std::size_t slot = 0; slot < slotCount; ++slot) {
-        for (Song::NoteMark const& mark : song.getSlots()[slot]) {
+        for (const Song::NoteMark& mark : song.getSlots()[slot]) {
             text += " " + std::to_string(slot) + " " + Notes::idToName(mark.note) +
                     (mark.length == 1 ? "" : std::to_string(mark.length)) + ";";
         }
@@ -171,13 +172,13 @@ std::string SongPage::describe() const {
 }
 
 void SongPage::drawStaff(std::size_t first, std::size_t end, double top) {
-    double const left = x(first, first, -halfSlot);
-    double const right = x(end - 1, first, halfSlot);
+    const double left = x(first, first, -halfSlot);
+    const double right = x(end - 1, first, halfSlot);
     line(left, y(0.0, top), right, y(0.0, top), thinStroke, ink.lowestRow);
     for (int row = 2; row <= 8; row += 2) {
         line(left, y(row * rowPitch, top), right, y(row * rowPitch, top), thinStroke, ink.staff);
     }
-    double const size = std::min(nameSize, 1.25 * rowPitch * slotWidth(barsPerLine));
+    const double size = std::min(nameSize, 1.25 * rowPitch * slotWidth(barsPerLine));
     for (int row = 0; row < noteCount; ++row) {
         page.texts.push_back({margin + rowNames - 2.0, y(row * rowPitch, top) + 0.36 * size, size,
                               Page::Anchor::end, ink.texts, Notes::idToName(row)});
@@ -186,31 +187,31 @@ void SongPage::drawStaff(std::size_t first, std::size_t end, double top) {
 
 void SongPage::drawBars(std::size_t first, std::size_t end, double top) {
     for (std::size_t slot = first; slot < end; slot += slotsPerBar) {
-        double const at = x(slot, first, -halfSlot);
+        const double at = x(slot, first, -halfSlot);
         line(at, y(barBottom, top), at, y(barTop, top), 2.0 * thinStroke, ink.staff);
         page.texts.push_back({at, y(barTop, top) - 0.5 * numberSize, numberSize, Page::Anchor::start,
                               ink.texts, std::to_string(slot / slotsPerBar + 1)});
     }
     if (end == slotCount) {
-        double const at = x(end - 1, first, halfSlot);
+        const double at = x(end - 1, first, halfSlot);
         line(at, y(barBottom, top), at, y(barTop, top), 5.0 * thinStroke, ink.staff);
     }
 }
 
 // Of notes that reach over the line's ends, what lies on it.
 void SongPage::drawMarks(std::size_t first, std::size_t end, double top) {
-    double const left = x(first, first, -halfSlot);
-    double const right = x(end - 1, first, halfSlot);
+    const double left = x(first, first, -halfSlot);
+    const double right = x(end - 1, first, halfSlot);
     for (std::size_t slot = 0; slot < end; ++slot) {
-        for (Song::NoteMark const& mark : song.getSlots()[slot]) {
-            double const start = static_cast<double>(slot) - static_cast<double>(first);
-            double const stop = start + static_cast<double>(mark.length) - 1.0;
-            double const from = margin + rowNames + (start + halfSlot - noteReach) * slotWidth(barsPerLine);
-            double const to = margin + rowNames + (stop + halfSlot + noteReach) * slotWidth(barsPerLine);
-            double const visibleFrom = std::max(std::min(from, to), left);
-            double const visibleTo = std::min(std::max(from, to), right);
+        for (const Song::NoteMark& mark : song.getSlots()[slot]) {
+            const double start = static_cast<double>(slot) - static_cast<double>(first);
+            const double stop = start + static_cast<double>(mark.length) - 1.0;
+            const double from = margin + rowNames + (start + halfSlot - noteReach) * slotWidth(barsPerLine);
+            const double to = margin + rowNames + (stop + halfSlot + noteReach) * slotWidth(barsPerLine);
+            const double visibleFrom = std::max(std::min(from, to), left);
+            const double visibleTo = std::min(std::max(from, to), right);
             if (visibleFrom < visibleTo) {
-                double const height = y(static_cast<double>(Song::getNoteHeight(mark.note)), top);
+                const double height = y(static_cast<double>(Song::getNoteHeight(mark.note)), top);
                 line(visibleFrom, height, visibleTo, height, noteThickness * slotWidth(barsPerLine),
                      ink.notes);
             }
@@ -221,13 +222,13 @@ void SongPage::drawMarks(std::size_t first, std::size_t end, double top) {
 void SongPage::drawNames(std::size_t first, std::size_t end, double top) {
     for (std::size_t slot = first; slot < end; ++slot) {
         std::vector<int> notes;
-        for (Song::NoteMark const& mark : song.getSlots()[slot]) {
+        for (const Song::NoteMark& mark : song.getSlots()[slot]) {
             notes.push_back(mark.note);
         }
         // As on the staff: the highest on top.
         std::sort(notes.begin(), notes.end(), std::greater<int>());
         double baseline = y(0.0, top) + 1.7 * nameSpacing;
-        for (int const note : notes) {
+        for (const int note : notes) {
             page.texts.push_back({x(slot, first, 0.0), baseline, nameSize, Page::Anchor::middle, ink.notes,
                                   Notes::idToName(note)});
             baseline += nameSpacing;
@@ -236,7 +237,7 @@ void SongPage::drawNames(std::size_t first, std::size_t end, double top) {
 }
 
 void SongPage::drawLine(std::size_t first, double top) {
-    std::size_t const end = std::min(first + slotsPerLine(), slotCount);
+    const std::size_t end = std::min(first + slotsPerLine(), slotCount);
     drawStaff(first, end, top);
     drawBars(first, end, top);
     drawMarks(first, end, top);
@@ -248,6 +249,6 @@ void SongPage::drawLine(std::size_t first, double top) {
 
 }  // namespace
 
-Page layOut(Song const& song, PageStyle const& style) {
+Page layOut(const Song& song, const PageStyle& style) {
     return SongPage(song, style).draw();
 }

@@ -17,4 +17,4 @@ struct PageStyle {
 /// at E, G, B and one above, a bar line before every fourth slot, and each note as a stroke over the time for
 /// which it sounds. Added are the bars' numbers, the names of the rows, and the names of the notes beneath
 /// them. The page is as wide as A4, and at least as high.
-Page layOut(Song const& song, PageStyle const& style);
+Page layOut(const Song& song, const PageStyle& style);

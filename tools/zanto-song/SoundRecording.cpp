@@ -5,79 +5,134 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
-#include <utility>
+#include <filesystem>
+
+#include "audio/QuietDescriptor.h"
+#include "tools/common/Command.h"
+#include "tools/common/Files.h"
+#include "tools/common/Text.h"
 
 namespace {
 
-constexpr sf_count_t blockFrames = 65536;
-constexpr int leastRate = 8000;  // below, there is nothing left of the notes' harmonics
+constexpr std::size_t blockFrames = 4096;
+constexpr int leastRate = 8000;           // below, there is nothing left of the notes' harmonics
+constexpr float cancelledShare = 0.001f;  // of the channels' level
 
-using SoundFile = std::unique_ptr<SNDFILE, int (*)(SNDFILE*)>;
-
-std::vector<float> readAveraged(SNDFILE* file, int channels) {
-    std::vector<float> averaged;
-    std::vector<float> block(static_cast<std::size_t>(blockFrames * channels));
-    while (sf_count_t const frames = sf_readf_float(file, block.data(), blockFrames)) {
-        auto sample = block.begin();
-        for (sf_count_t frame = 0; frame < frames; ++frame) {
-            float sum = 0.0f;
-            for (int channel = 0; channel < channels; ++channel) {
-                sum += *sample++;
-            }
-            averaged.push_back(sum / static_cast<float>(channels));
-        }
-    }
-    return averaged;
-}
-
-bool convertRate(std::vector<float>& samples, int fromRate, std::string& problem) {
-    double const ratio = static_cast<double>(SoundRecording::sampleRate) / fromRate;
-    auto const room = static_cast<std::size_t>(std::ceil(static_cast<double>(samples.size()) * ratio)) + 1;
-    std::vector<float> converted(room);
-    SRC_DATA conversion{};
-    conversion.data_in = samples.data();
-    conversion.input_frames = static_cast<long>(samples.size());
-    conversion.data_out = converted.data();
-    conversion.output_frames = static_cast<long>(converted.size());
-    conversion.src_ratio = ratio;
-    if (int const error = src_simple(&conversion, SRC_SINC_MEDIUM_QUALITY, 1)) {
-        problem = src_strerror(error);
-        return false;
-    }
-    converted.resize(static_cast<std::size_t>(conversion.output_frames_gen));
-    samples = std::move(converted);
-    return true;
+std::string wordsOf(const char* error) {
+    std::string words = error;
+    words.erase(words.find_last_not_of(". \n") + 1);
+    return words;
 }
 
 }  // namespace
 
-std::optional<SoundRecording> readRecording(std::string const& path, std::string& problem) {
+struct SoundRecording::Libraries {
+    ~Libraries() {
+        sf_close(file);
+        src_delete(converter);
+    }
+
     SF_INFO format{};
-    SoundFile const file(sf_open(path.c_str(), SFM_READ, &format), sf_close);
-    if (!file) {
-        problem = sf_strerror(nullptr);
-        while (!problem.empty() && (problem.back() == '\n' || problem.back() == '.')) {
-            problem.pop_back();
-        }
-        return std::nullopt;
+    SNDFILE* file = nullptr;
+    SRC_STATE* converter = nullptr;  // null for a file of the right rate
+};
+
+SoundRecording::SoundRecording(const std::string& path) : libraries(std::make_unique<Libraries>()) {
+    if (const std::string reason = whyUnreadable(path, anySize); !reason.empty()) {
+        throw Failure(reason);
+    }
+    if (std::filesystem::file_size(path) == 0) {
+        throw Failure("the file is empty");
+    }
+    const QuietDescriptor quiet(2);
+    SF_INFO& format = libraries->format;
+    libraries->file = sf_open(path.c_str(), SFM_READ, &format);
+    if (libraries->file == nullptr) {
+        throw Failure("it is no sound file, or a damaged one (" + wordsOf(sf_strerror(nullptr)) + ")");
     }
     if (format.samplerate < leastRate) {
-        problem = "recorded at " + std::to_string(format.samplerate) + " Hz; at least " +
-                  std::to_string(leastRate) + " Hz are needed, 48000 Hz are best";
-        return std::nullopt;
+        throw Failure("recorded at " + std::to_string(format.samplerate) + " Hz; at least " +
+                      std::to_string(leastRate) + " Hz are needed, 48000 Hz are best");
     }
-    SoundRecording recording;
-    recording.fileRate = format.samplerate;
-    recording.fileChannels = format.channels;
-    recording.samples = readAveraged(file.get(), format.channels);
-    if (recording.samples.empty()) {
-        problem = "there is no sound in it";
-        return std::nullopt;
+    if (format.samplerate != sampleRate) {
+        int error = 0;
+        libraries->converter = src_new(SRC_SINC_MEDIUM_QUALITY, 1, &error);
+        if (libraries->converter == nullptr) {
+            throw Failure(src_strerror(error));
+        }
     }
-    if (format.samplerate != SoundRecording::sampleRate &&
-        !convertRate(recording.samples, format.samplerate, problem)) {
-        return std::nullopt;
+    if (!refill()) {
+        throw Failure("there is no sound in it");
     }
-    return recording;
+}
+
+SoundRecording::~SoundRecording() = default;
+
+// Reads the next frames of the file; false at its end.
+bool SoundRecording::refill() {
+    const auto channels = static_cast<std::size_t>(libraries->format.channels);
+    frames.resize(blockFrames * channels);
+    const QuietDescriptor quiet(2);
+    const sf_count_t count = sf_readf_float(libraries->file, frames.data(), blockFrames);
+    const double seconds = static_cast<double>(framesRead) / libraries->format.samplerate;
+    if (const int error = sf_error(libraries->file); error != SF_ERR_NO_ERROR) {
+        throw Failure("it is damaged after " + fixed(seconds, 1) + " s (" + wordsOf(sf_error_number(error)) +
+                      ")");
+    }
+    averaged.clear();
+    used = 0;
+    for (std::size_t frame = 0; frame < static_cast<std::size_t>(std::max<sf_count_t>(count, 0)); ++frame) {
+        float sum = 0.0f;
+        for (std::size_t channel = 0; channel < channels; ++channel) {
+            const float sample = frames[frame * channels + channel];
+            loudestChannel = std::max(loudestChannel, std::abs(sample));
+            sum += sample;
+        }
+        if (!std::isfinite(sum)) {
+            throw Failure("a sample after " + fixed(seconds, 1) + " s is no number");
+        }
+        averaged.push_back(sum / static_cast<float>(channels));
+        loudestAverage = std::max(loudestAverage, std::abs(averaged.back()));
+    }
+    framesRead += averaged.size();
+    return !averaged.empty();
+}
+
+std::size_t SoundRecording::read(float* samples, std::size_t count) {
+    std::size_t filled = 0;
+    while (filled < count) {
+        const bool isOver = used == averaged.size() && !refill();
+        if (libraries->converter == nullptr) {
+            if (isOver) {
+                break;
+            }
+            const std::size_t taken = std::min(count - filled, averaged.size() - used);
+            std::copy_n(averaged.data() + used, taken, samples + filled);
+            used += taken;
+            filled += taken;
+            continue;
+        }
+        SRC_DATA conversion{};
+        conversion.data_in = averaged.data() + used;
+        conversion.input_frames = static_cast<long>(averaged.size() - used);
+        conversion.data_out = samples + filled;
+        conversion.output_frames = static_cast<long>(count - filled);
+        conversion.src_ratio = static_cast<double>(sampleRate) / libraries->format.samplerate;
+        conversion.end_of_input = isOver ? 1 : 0;
+        if (const int error = src_process(libraries->converter, &conversion); error != 0) {
+            throw Failure(src_strerror(error));
+        }
+        used += static_cast<std::size_t>(conversion.input_frames_used);
+        filled += static_cast<std::size_t>(conversion.output_frames_gen);
+        if (isOver && conversion.output_frames_gen == 0) {
+            break;
+        }
+    }
+    return filled;
+}
+
+void SoundRecording::expectAudible() const {
+    if (loudestChannel > 0.0f && loudestAverage < cancelledShare * loudestChannel) {
+        throw Failure("its channels cancel each other out; record one channel, or turn one of them around");
+    }
 }

@@ -13,13 +13,13 @@ std::string number(double value) {
 }
 
 std::string color(double grey) {
-    std::string const share = number(100.0 * grey) + "%";
+    const std::string share = number(100.0 * grey) + "%";
     return "rgb(" + share + "," + share + "," + share + ")";
 }
 
-std::string escaped(std::string const& text) {
+std::string escaped(const std::string& text) {
     std::string safe;
-    for (char const letter : cleanUtf8(text)) {
+    for (const char letter : cleanUtf8(text)) {
         switch (letter) {
             case '&':
                 safe += "&amp;";
@@ -38,7 +38,7 @@ std::string escaped(std::string const& text) {
     return safe;
 }
 
-char const* nameOf(Page::Anchor anchor) {
+const char* nameOf(Page::Anchor anchor) {
     switch (anchor) {
         case Page::Anchor::start:
             return "start";
@@ -52,20 +52,20 @@ char const* nameOf(Page::Anchor anchor) {
 
 }  // namespace
 
-std::string toSvg(Page const& page) {
-    std::string const size = number(page.width) + " " + number(page.height);
+std::string toSvg(const Page& page) {
+    const std::string size = number(page.width) + " " + number(page.height);
     std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + number(page.width) +
                       "mm\" height=\"" + number(page.height) + "mm\" viewBox=\"0 0 " + size +
                       "\" role=\"img\">\n";
     svg += "<title>" + escaped(page.title) + "</title>\n<desc>" + escaped(page.description) + "</desc>\n";
     svg += "<rect width=\"100%\" height=\"100%\" fill=\"" + color(page.background) + "\"/>\n<g>\n";
-    for (Page::Line const& line : page.lines) {
+    for (const Page::Line& line : page.lines) {
         svg += "<line x1=\"" + number(line.x1) + "\" y1=\"" + number(line.y1) + "\" x2=\"" + number(line.x2) +
                "\" y2=\"" + number(line.y2) + "\" stroke=\"" + color(line.grey) + "\" stroke-width=\"" +
                number(line.width) + "\"/>\n";
     }
     svg += "</g>\n<g font-family=\"'Bitstream Vera Sans', 'DejaVu Sans', Verdana, sans-serif\">\n";
-    for (Page::Text const& text : page.texts) {
+    for (const Page::Text& text : page.texts) {
         svg += "<text x=\"" + number(text.x) + "\" y=\"" + number(text.baseline) + "\" font-size=\"" +
                number(text.size) + "\" text-anchor=\"" + nameOf(text.anchor) + "\" fill=\"" +
                color(text.grey) + "\">" + escaped(text.text) + "</text>\n";

@@ -7,30 +7,31 @@
 #include <limits>
 
 #include "analysis/NoteEstimation.h"
+#include "analysis/SpectrumRules.h"
 #include "audio/RingBuffer.h"
+#include "game/Rules.h"
 #include "game/Score.h"
 #include "game/Song.h"
 
 namespace {
 
-constexpr int noteCount = 7;
+constexpr int noteCount = Notes::noteCount;
 constexpr long framesPerSecond = 100;
-constexpr long samplesPerFrame = SoundRecording::sampleRate / framesPerSecond;
+constexpr long samplesPerFrame = SampleSource::sampleRate / framesPerSecond;
 constexpr double frameSeconds = 1.0 / framesPerSecond;
 constexpr std::size_t samplesPerBlock = 1024;  // as the game's audio input delivers them
 constexpr unsigned int blocksKept = 20;
 
-constexpr double leadInSeconds = 2.0;
-constexpr double secondsPerSlot = 0.5;
-constexpr int slotsPerSecond = 2;
-constexpr int lookBackSlots = 4;
-constexpr double holdFraction = 0.95;
-constexpr double awardPoints = 100.0;
-constexpr double penaltyPoints = -20.0;
+using rules::holdFraction;
+using rules::leadInSeconds;
+using rules::lookBackSlots;
+using rules::secondsPerSlot;
+using rules::slotsPerSecond;
+constexpr double awardPoints = rules::awardPoints;
+constexpr double penaltyPoints = rules::penaltyPoints;
 
 constexpr double hearingDelaySeconds = 0.1;  // by which the analysis trails the sound
 
-constexpr int lowestBin = 10;  // of those that the game looks at
 constexpr float highestHz = 1010.0f;
 
 // What was heard in one slot of the song.
@@ -47,13 +48,13 @@ struct Judged {
 
 class TakePlayer {
 public:
-    TakePlayer(Song& song_, SoundRecording const& recording_, double startSeconds);
+    TakePlayer(Song& song_, SampleSource& recording_, double startSeconds);
     Take play();
 
 private:
     double recordingSeconds(double t) const { return t + leadInSeconds + startSeconds; }
     double slotOpens(std::size_t slot) const {
-        return recordingSeconds((static_cast<double>(slot) - 0.5) * secondsPerSlot);
+        return recordingSeconds((static_cast<double>(slot) + rules::windowOpening) * secondsPerSlot);
     }
 
     void listNotes();
@@ -64,10 +65,10 @@ private:
     void collectPenalties(double t, std::size_t slot, std::size_t marksBefore);
     void explain(TakenNote& note) const;
     void explain(TakenPenalty& penalty) const;
-    std::size_t lastJudgedSlot(TakenNote const& note) const;
+    std::size_t lastJudgedSlot(const TakenNote& note) const;
 
     Song& song;
-    SoundRecording const& recording;
+    SampleSource& recording;
     double startSeconds;
     std::size_t startSample;
     boost::shared_ptr<RingBuffer> ring;
@@ -81,11 +82,11 @@ private:
     Take take{};
 };
 
-TakePlayer::TakePlayer(Song& song_, SoundRecording const& recording_, double startSeconds_)
+TakePlayer::TakePlayer(Song& song_, SampleSource& recording_, double startSeconds_)
     : song(song_),
       recording(recording_),
       startSeconds(startSeconds_),
-      startSample(static_cast<std::size_t>(std::llround(startSeconds_ * SoundRecording::sampleRate))),
+      startSample(static_cast<std::size_t>(std::llround(startSeconds_ * SampleSource::sampleRate))),
       ring(boost::make_shared<RingBuffer>(static_cast<unsigned int>(samplesPerBlock) * blocksKept)),
       score(0.0f, 0.0f),
       heard(song_.getSlots().size()) {
@@ -98,7 +99,7 @@ TakePlayer::TakePlayer(Song& song_, SoundRecording const& recording_, double sta
 void TakePlayer::listNotes() {
     for (std::size_t slot = 0; slot < song.getSlots().size(); ++slot) {
         judged.emplace_back();
-        std::vector<Song::NoteMark> const& marks = song.getSlots()[slot];
+        const std::vector<Song::NoteMark>& marks = song.getSlots()[slot];
         for (std::size_t index = 0; index < marks.size(); ++index) {
             TakenNote note{};
             note.slot = slot;
@@ -114,27 +115,26 @@ void TakePlayer::listNotes() {
 
 // Appends the blocks that are complete by this frame. The recording is followed by silence.
 void TakePlayer::record(long frame) {
-    std::size_t const now = startSample + static_cast<std::size_t>(frame * samplesPerFrame);
+    const std::size_t now = startSample + static_cast<std::size_t>(frame * samplesPerFrame);
     std::array<float, samplesPerBlock> block{};
     while (samplesRecorded + samplesPerBlock <= now) {
-        std::size_t const from = std::min(samplesRecorded, recording.samples.size());
-        std::size_t const count = std::min(samplesPerBlock, recording.samples.size() - from);
         block.fill(0.0f);
-        std::copy_n(recording.samples.begin() + static_cast<std::ptrdiff_t>(from), count, block.begin());
+        const std::size_t count = recording.read(block.data(), samplesPerBlock);
+        take.recordedSeconds += static_cast<double>(count) / SampleSource::sampleRate;
         ring->append(block.data(), static_cast<int>(samplesPerBlock));
         samplesRecorded += samplesPerBlock;
     }
 }
 
 void TakePlayer::hear(long frame, std::size_t slot) {
-    NoteState const& state = estimation.getNoteState();
+    const NoteState& state = estimation.getNoteState();
     std::array<bool, noteCount> wasDown{};
     for (int note = 0; note < noteCount; ++note) {
         wasDown.at(static_cast<std::size_t>(note)) = state.isDown(note);
     }
     estimation.update(ring, frameSeconds);
     for (int note = 0; note < noteCount; ++note) {
-        auto const index = static_cast<std::size_t>(note);
+        const auto index = static_cast<std::size_t>(note);
         if (state.isDown(note) && !wasDown.at(index)) {
             downSince.at(index) = startSeconds + static_cast<double>(frame) / framesPerSecond;
         }
@@ -143,27 +143,27 @@ void TakePlayer::hear(long frame, std::size_t slot) {
         }
     }
     if (slot < heard.size()) {
-        std::vector<double> const& spectrum = estimation.getPowerSpectrum();
-        for (int bin = lowestBin; estimation.indexToFrequency(bin) < highestHz; ++bin) {
+        const std::vector<double>& spectrum = estimation.getPowerSpectrum();
+        for (int bin = rules::lowestPeakBin; estimation.indexToFrequency(bin) < highestHz; ++bin) {
             heard[slot].loudestDb =
                 std::max(heard[slot].loudestDb, spectrum.at(static_cast<std::size_t>(bin)));
         }
     }
 }
 
-std::size_t TakePlayer::lastJudgedSlot(TakenNote const& note) const {
-    auto const more = static_cast<std::size_t>(std::clamp(note.length - 1, 0, lookBackSlots));
+std::size_t TakePlayer::lastJudgedSlot(const TakenNote& note) const {
+    const auto more = static_cast<std::size_t>(std::clamp(note.length - 1, 0, lookBackSlots));
     return std::min(note.slot + more, judged.size() - 1);
 }
 
 // Before scoring, so that a note's hold is as long as the one that it may be awarded for.
 void TakePlayer::lookAtHolds(std::size_t slot) {
-    NoteState const& state = estimation.getNoteState();
+    const NoteState& state = estimation.getNoteState();
     for (std::size_t start = slot - std::min<std::size_t>(slot, lookBackSlots); start <= slot; ++start) {
         for (Judged& entry : judged[start]) {
             TakenNote& note = entry.taken;
-            double const held = static_cast<double>(state.downCount(note.note));
-            bool const isOpen = slot <= lastJudgedSlot(note) && note.outcome != TakenNote::Outcome::awarded;
+            const double held = static_cast<double>(state.downCount(note.note));
+            const bool isOpen = slot <= lastJudgedSlot(note) && note.outcome != TakenNote::Outcome::awarded;
             if (isOpen && state.isDown(note.note) && (!note.heardSeconds || held > note.heldSeconds)) {
                 note.heldSeconds = held;
                 note.heardSeconds = downSince.at(static_cast<std::size_t>(note.note));
@@ -188,12 +188,12 @@ void TakePlayer::collectAwards(double t, std::size_t slot) {
 // Whose note a wrong one is: that of the last slot before this one in which it began in time, or that of
 // the next slot.
 void TakePlayer::explain(TakenPenalty& penalty) const {
-    auto const isIt = [&](Judged const& entry) { return entry.taken.note == penalty.note; };
-    double const began = downSince.at(static_cast<std::size_t>(penalty.note)) - hearingDelaySeconds;
+    const auto isIt = [&](const Judged& entry) { return entry.taken.note == penalty.note; };
+    const double began = downSince.at(static_cast<std::size_t>(penalty.note)) - hearingDelaySeconds;
     for (std::size_t slot = penalty.slot; slot-- > 0;) {
-        auto const entry = std::find_if(judged[slot].begin(), judged[slot].end(), isIt);
+        const auto entry = std::find_if(judged[slot].begin(), judged[slot].end(), isIt);
         if (entry != judged[slot].end()) {
-            double const ended = entry->taken.dueSeconds + entry->taken.length * secondsPerSlot;
+            const double ended = entry->taken.dueSeconds + entry->taken.length * secondsPerSlot;
             if (began < ended) {
                 penalty.cause = TakenPenalty::Cause::heldOver;
                 penalty.causeSlot = slot;
@@ -202,14 +202,14 @@ void TakePlayer::explain(TakenPenalty& penalty) const {
             break;
         }
     }
-    std::size_t const next = penalty.slot + 1;
-    bool const isNext = next < judged.size() && std::any_of(judged[next].begin(), judged[next].end(), isIt);
+    const std::size_t next = penalty.slot + 1;
+    const bool isNext = next < judged.size() && std::any_of(judged[next].begin(), judged[next].end(), isIt);
     penalty.cause = isNext ? TakenPenalty::Cause::early : TakenPenalty::Cause::notAskedFor;
     penalty.causeSlot = next;
 }
 
 void TakePlayer::collectPenalties(double t, std::size_t slot, std::size_t marksBefore) {
-    std::vector<Song::NoteMark> const& marks = song.getSlots()[slot];
+    const std::vector<Song::NoteMark>& marks = song.getSlots()[slot];
     for (std::size_t index = marksBefore; index < marks.size(); ++index) {
         TakenPenalty penalty{};
         penalty.slot = slot;
@@ -217,7 +217,7 @@ void TakePlayer::collectPenalties(double t, std::size_t slot, std::size_t marksB
         penalty.atSeconds = recordingSeconds(t);
         penalty.heldSeconds = static_cast<double>(estimation.getNoteState().downCount(penalty.note));
         penalty.points = penaltyPoints;
-        for (auto const& [levelDb, frequencyHz] : estimation.getCandidatePeaks()) {
+        for (const auto& [levelDb, frequencyHz] : estimation.getCandidatePeaks()) {
             if (table.getKey(frequencyHz) == penalty.note) {
                 penalty.peaksHz.push_back(static_cast<double>(frequencyHz));
             }
@@ -242,7 +242,7 @@ void TakePlayer::explain(TakenNote& note) const {
         }
     }
     std::stable_sort(
-        note.others.begin(), note.others.end(), [&](Notes::NoteID const& a, Notes::NoteID const& b) {
+        note.others.begin(), note.others.end(), [&](const Notes::NoteID& a, const Notes::NoteID& b) {
             return framesDown.at(static_cast<std::size_t>(a)) > framesDown.at(static_cast<std::size_t>(b));
         });
     if (note.outcome == TakenNote::Outcome::awarded) {
@@ -252,7 +252,7 @@ void TakePlayer::explain(TakenNote& note) const {
         note.outcome = TakenNote::Outcome::tooShort;
     } else if (!note.others.empty()) {
         note.outcome = TakenNote::Outcome::otherNotes;
-    } else if (note.dueSeconds >= recording.seconds()) {
+    } else if (note.dueSeconds >= take.recordedSeconds) {
         note.outcome = TakenNote::Outcome::recordingOver;
     } else if (note.loudestDb > take.minDecibel) {
         note.outcome = TakenNote::Outcome::noNote;
@@ -264,15 +264,15 @@ void TakePlayer::explain(TakenNote& note) const {
 Take TakePlayer::play() {
     take.minDecibel = static_cast<double>(estimation.getMinDecibel());
     for (long frame = 0;; ++frame) {
-        double const t = static_cast<double>(frame) / framesPerSecond - leadInSeconds;
+        const double t = static_cast<double>(frame) / framesPerSecond - leadInSeconds;
         if (song.complete(t)) {
             break;
         }
-        auto const slot = static_cast<std::size_t>(std::max(std::lround(slotsPerSecond * t), -1L));
+        const auto slot = static_cast<std::size_t>(std::max(std::lround(slotsPerSecond * t), -1L));
         record(frame);
         hear(frame, slot);
         if (slot < judged.size()) {
-            std::size_t const marksBefore = song.getSlots()[slot].size();
+            const std::size_t marksBefore = song.getSlots()[slot].size();
             lookAtHolds(slot);
             song.updateScore(score, t, estimation.getNoteState());
             collectAwards(t, slot);
@@ -292,6 +292,6 @@ Take TakePlayer::play() {
 
 }  // namespace
 
-Take playTake(Song& song, SoundRecording const& recording, double startSeconds) {
+Take playTake(Song& song, SampleSource& recording, double startSeconds) {
     return TakePlayer(song, recording, startSeconds).play();
 }

@@ -57,8 +57,9 @@ struct TakenPenalty {
 
 /// All that came of a recording.
 struct Take {
-    double score;
-    double minDecibel;  ///< the level in dB that a note must exceed
+    double recordedSeconds = 0.0;  ///< of the recording, as far as the song goes
+    double score = 0.0;
+    double minDecibel = 0.0;  ///< the level in dB that a note must exceed
     std::vector<TakenNote> notes;
     std::vector<TakenPenalty> penalties;
 };
@@ -67,4 +68,4 @@ struct Take {
 /// jumps 1/100 s from frame to frame. `song` must be freshly loaded; the game's song clock starts
 /// `startSeconds` into the recording, two seconds before the centre of slot 0. The note table and the least
 /// level are those of the working folder and the environment. Equal recordings give equal takes.
-Take playTake(Song& song, SoundRecording const& recording, double startSeconds);
+Take playTake(Song& song, SampleSource& recording, double startSeconds);

@@ -13,10 +13,10 @@ struct NamedTake {
 
 /// For people: the score, a line for each note, a line for each penalty. Several takes one after the other,
 /// with all scores at the end.
-std::string textReport(std::string const& song, std::vector<NamedTake> const& takes);
+std::string textReport(const std::string& song, const std::vector<NamedTake>& takes);
 
 /// For programs; times in seconds of the recording, levels in dB.
-std::string jsonReport(std::string const& song, std::vector<NamedTake> const& takes);
+std::string jsonReport(const std::string& song, const std::vector<NamedTake>& takes);
 
 /// For spreadsheets: a heading, then one row for each note and each penalty.
-std::string csvReport(std::string const& song, std::vector<NamedTake> const& takes);
+std::string csvReport(const std::string& song, const std::vector<NamedTake>& takes);

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+/// Notices that a ring buffer stands still. Somebody looks at it again and again:
+///
+///     if (!watch.moves(ring.position(), nowSeconds) && watch.stillSeconds() > patience) reopen();
+class StreamWatch {
+public:
+    /// Whether `position` is another one than at the last look.
+    bool moves(std::uint32_t position, double nowSeconds);
+
+    /// For how long the looks have found the same position. Between two looks at most 0.25 s count, so that a
+    /// program that was stopped does not take its own pause for a silent stream.
+    double stillSeconds() const;
+
+    /// Starts to count again, for a ring buffer at `position`.
+    void restart(std::uint32_t position);
+
+private:
+    std::uint32_t lastPosition = 0;
+    double lastLook = 0.0;  ///< seconds
+    double still = 0.0;     ///< seconds
+};

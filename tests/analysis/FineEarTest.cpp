@@ -1,0 +1,345 @@
+#include "analysis/FineEar.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/FFT.h"
+#include "tests/support/SignalGenerators.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr std::size_t window = 4096;
+constexpr std::size_t block = 1024;
+constexpr double blockSeconds = block / signals::sampleRateHz;
+constexpr double thresholdDb = -65.0;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr int naturals[] = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
+
+enum Note { c, d, e, f, g, a, b };
+
+double pitchHz(double pitch) {
+    return 440.0 * std::exp2((pitch - 69.0) / 12.0);
+}
+
+/// A note of ten partials, each weaker by `slope` powers of its number, from one time to another. It begins
+/// and ends within 10 ms and fades by `fadeDbPerSecond`, by `endDbPerSecond` from its end on.
+struct Player {
+    double pitch;
+    double startSeconds = 0.0;
+    double endSeconds = 100.0;
+    double amplitude = 0.1;
+    double slope = 1.0;
+    double fadeDbPerSecond = 0.0;
+    double endDbPerSecond = 6000.0;
+    int firstPartial = 1;
+};
+
+std::vector<float> played(const std::vector<Player>& players, double seconds) {
+    std::vector<float> sound(static_cast<std::size_t>(seconds * signals::sampleRateHz));
+    for (const Player& player : players) {
+        for (std::size_t i = 0; i < sound.size(); ++i) {
+            const double t = static_cast<double>(i) / signals::sampleRateHz;
+            if (t < player.startSeconds) {
+                continue;
+            }
+            const double fadeDb =
+                (t - player.startSeconds) * player.fadeDbPerSecond +
+                (t > player.endSeconds ? (t - player.endSeconds) * player.endDbPerSecond : 0.0);
+            const double level = player.amplitude * std::min(1.0, (t - player.startSeconds) / 0.01) *
+                                 std::pow(10.0, -fadeDb / 20.0);
+            double sample = 0.0;
+            for (int partial = player.firstPartial; partial < player.firstPartial + 10; ++partial) {
+                sample += std::sin(2.0 * 3.14159265358979323846 * partial * pitchHz(player.pitch) * t) /
+                          std::pow(partial, player.slope);
+            }
+            sound[i] += static_cast<float>(level * sample);
+        }
+    }
+    return sound;
+}
+
+class FineEarTest : public testing::Test {
+protected:
+    /// Lets the ear hear a sound block by block, as the game does. `heard` gets the time and the notes.
+    void listen(const std::vector<float>& sound,
+                const std::function<void(double, const std::vector<Notes::NoteID>&)>& heard) {
+        for (std::size_t end = block; end <= sound.size(); end += block) {
+            std::vector<float> frame(window);
+            const std::size_t count = std::min(end, window);
+            std::copy_n(sound.begin() + static_cast<std::ptrdiff_t>(end - count), count,
+                        frame.end() - static_cast<std::ptrdiff_t>(count));
+            WindowFunc(2, window, frame.data());
+            std::vector<float> power(window);
+            PowerSpectrum(window, frame.data(), power.data());
+            std::vector<double> levelsDb(window / 2);
+            for (std::size_t line = 0; line < levelsDb.size(); ++line) {
+                // 1 / (the sum of the window / 2) squared
+                levelsDb[line] = 10.0 * std::log10(static_cast<double>(power[line]) * 8.178e-7);
+            }
+            heard(static_cast<double>(end) / signals::sampleRateHz,
+                  ear.hear(levelsDb, thresholdDb, blockSeconds));
+        }
+    }
+
+    /// What is heard in the end, after 0.4 s.
+    std::vector<Notes::NoteID> heardOf(const std::vector<Player>& players) {
+        ear = FineEar(a4Hz, transposeSemitones);
+        std::vector<Notes::NoteID> last;
+        listen(played(players, 0.4), [&](double, const std::vector<Notes::NoteID>& notes) { last = notes; });
+        std::sort(last.begin(), last.end());
+        return last;
+    }
+
+    /// The longest time for which one note is heard without a break.
+    double longestHeld(const std::vector<float>& sound) {
+        std::map<int, double> held;
+        double longest = 0.0;
+        listen(sound, [&](double, const std::vector<Notes::NoteID>& notes) {
+            for (int note = c; note <= b; ++note) {
+                const bool isHeard = std::find(notes.begin(), notes.end(), note) != notes.end();
+                held[note] = isHeard ? held[note] + blockSeconds : 0.0;
+                longest = std::max(longest, held[note]);
+            }
+        });
+        return longest;
+    }
+
+    double a4Hz = 440.0;
+    int transposeSemitones = 0;
+    FineEar ear{440.0, 0};
+};
+
+TEST_F(FineEarTest, EveryNaturalFromC2ToC6IsHeardAloneAndNoSharp) {
+    for (int pitch = 36; pitch <= 84; ++pitch) {
+        const int natural = naturals[pitch % 12];
+        if (natural == -1) {
+            EXPECT_THAT(heardOf({{static_cast<double>(pitch)}}), IsEmpty()) << pitch;
+        } else {
+            EXPECT_THAT(heardOf({{static_cast<double>(pitch)}}), ElementsAre(natural)) << pitch;
+        }
+    }
+}
+
+TEST_F(FineEarTest, PureToneIsANote) {
+    EXPECT_THAT(heardOf({{69.0, 0.0, 100.0, 0.1, 100.0}}), ElementsAre(a));
+}
+
+TEST_F(FineEarTest, LowNotesThirdPartialIsNoNoteOfItsOwn) {
+    // All partials of C2 and C3 as strong as each other: the third one, a G, is as loud as the fundamental.
+    EXPECT_THAT(heardOf({{36.0, 0.0, 100.0, 0.05, 0.0}}), ElementsAre(c));
+    EXPECT_THAT(heardOf({{48.0, 0.0, 100.0, 0.05, 0.0}}), ElementsAre(c));
+}
+
+TEST_F(FineEarTest, NoteWithoutItsFundamentalIsHeard) {
+    Player player{41.0};
+    player.firstPartial = 2;
+    EXPECT_THAT(heardOf({player}), ElementsAre(f));
+}
+
+TEST_F(FineEarTest, TwoAndThreeNotesAtOnceAreHeard) {
+    EXPECT_THAT(heardOf({{60.0}, {64.0}}), ElementsAre(c, e));
+    EXPECT_THAT(heardOf({{60.0}, {67.0}}), ElementsAre(c, g));
+    EXPECT_THAT(heardOf({{62.0}, {67.0}}), ElementsAre(d, g));
+    EXPECT_THAT(heardOf({{60.0}, {64.0}, {67.0}}), ElementsAre(c, e, g));
+    EXPECT_THAT(heardOf({{62.0}, {65.0}, {69.0}}), ElementsAre(d, f, a));
+    EXPECT_THAT(heardOf({{60.0}, {65.0}, {69.0}}), ElementsAre(c, f, a));
+}
+
+TEST_F(FineEarTest, OctaveTogetherIsOneNote) {
+    EXPECT_THAT(heardOf({{55.0}, {67.0}}), ElementsAre(g));
+}
+
+TEST_F(FineEarTest, SofterNoteOfAChordIsHeardAndAFaintOneIsNot) {
+    Player second{64.0};
+    second.amplitude = 0.03;
+    EXPECT_THAT(heardOf({{60.0}, second}), ElementsAre(c, e));
+    second.amplitude = 0.003;
+    EXPECT_THAT(heardOf({{60.0}, second}), ElementsAre(c));
+}
+
+TEST_F(FineEarTest, NoteOutOfTuneByMoreThan42CentsIsNone) {
+    for (const int pitch : {38, 53, 69, 83}) {
+        const int natural = naturals[pitch % 12];
+        EXPECT_THAT(heardOf({{pitch + 0.38}}), ElementsAre(natural)) << pitch;
+        EXPECT_THAT(heardOf({{pitch - 0.38}}), ElementsAre(natural)) << pitch;
+        EXPECT_THAT(heardOf({{pitch + 0.47}}), IsEmpty()) << pitch;
+    }
+}
+
+TEST_F(FineEarTest, TuningMovesEveryNote) {
+    a4Hz = 415.0;  // a semitone lower
+    EXPECT_THAT(heardOf({{68.0}}), ElementsAre(a));
+    EXPECT_THAT(heardOf({{69.0}}), IsEmpty());
+}
+
+TEST_F(FineEarTest, TranspositionGivesTheWrittenNote) {
+    transposeSemitones = -2;  // a B flat clarinet: its written C sounds as B flat
+    EXPECT_THAT(heardOf({{58.0}}), ElementsAre(c));
+    EXPECT_THAT(heardOf({{60.0}}), ElementsAre(d));
+    transposeSemitones = 24;
+    EXPECT_THAT(heardOf({{38.0}}), ElementsAre(d));
+}
+
+TEST_F(FineEarTest, NothingQuieterThanTheThresholdIsHeard) {
+    Player player{69.0};
+    player.amplitude = 0.0004;  // -68 dB
+    EXPECT_THAT(heardOf({player}), IsEmpty());
+    player.amplitude = 0.0008;  // -62 dB
+    EXPECT_THAT(heardOf({player}), ElementsAre(a));
+}
+
+TEST_F(FineEarTest, QuietLowNoteIsHeardByPartialsBelowTheThresholdToo) {
+    // Some of its partials are above -65 dB, the third one most, and the others below.
+    Player player{36.0};
+    player.amplitude = 0.0004;
+    player.slope = 0.3;
+    Player third{55.0};
+    third.amplitude = 0.0006;
+    third.slope = 1.0;
+    EXPECT_THAT(heardOf({player, third}), ElementsAre(c));
+}
+
+TEST_F(FineEarTest, BeginningIsHeardWithin80Milliseconds) {
+    for (const int pitch : {40, 52, 64, 76}) {
+        ear = FineEar(440.0, 0);
+        std::optional<double> first;
+        listen(played({{static_cast<double>(pitch), 0.2}}, 0.5),
+               [&](double seconds, const std::vector<Notes::NoteID>& notes) {
+                   if (!first && !notes.empty()) {
+                       first = seconds;
+                   }
+               });
+        ASSERT_TRUE(first) << pitch;
+        EXPECT_LT(*first, 0.28) << pitch;
+    }
+}
+
+// In a living room a sound takes half a second to fall by 60 dB.
+TEST_F(FineEarTest, NoteThatEndsAsAnotherBeginsIsLetGoWithin100Milliseconds) {
+    Player first{60.0};
+    first.endSeconds = 0.6;
+    for (const double endDbPerSecond : {120.0, 6000.0}) {
+        ear = FineEar(440.0, 0);
+        first.endDbPerSecond = endDbPerSecond;
+        double lastC = 0.0;
+        listen(played({first, {62.0, 0.6}}, 1.2),
+               [&](double seconds, const std::vector<Notes::NoteID>& notes) {
+                   if (std::find(notes.begin(), notes.end(), c) != notes.end()) {
+                       lastC = seconds;
+                   }
+               });
+        EXPECT_GT(lastC, 0.55) << endDbPerSecond;
+        EXPECT_LT(lastC, 0.7) << endDbPerSecond;
+    }
+}
+
+TEST_F(FineEarTest, NoteThatFadesAloneIsKept) {
+    Player string{60.0};
+    string.fadeDbPerSecond = 40.0;
+    string.amplitude = 0.5;
+    int missed = 0;
+    listen(played({string}, 1.2), [&](double seconds, const std::vector<Notes::NoteID>& notes) {
+        missed += seconds > 0.1 && notes != std::vector<Notes::NoteID>{c} ? 1 : 0;
+    });
+    EXPECT_EQ(missed, 0);
+}
+
+TEST_F(FineEarTest, NoteThatIsHeldWhileAnotherOneBeginsIsKept) {
+    int missed = 0;
+    listen(played({{60.0}, {64.0, 0.6}}, 1.2), [&](double seconds, const std::vector<Notes::NoteID>& notes) {
+        missed += seconds > 0.1 && std::find(notes.begin(), notes.end(), c) == notes.end() ? 1 : 0;
+    });
+    EXPECT_EQ(missed, 0);
+}
+
+TEST_F(FineEarTest, NoteThatHasEndedIsHeardAgainWhenItIsPlayedAgain) {
+    Player first{60.0};
+    first.endSeconds = 0.6;
+    first.endDbPerSecond = 120.0;
+    std::vector<Notes::NoteID> last;
+    listen(played({first, {62.0, 0.6}, {60.0, 0.9}}, 1.2),
+           [&](double, const std::vector<Notes::NoteID>& notes) { last = notes; });
+    EXPECT_THAT(last, ElementsAre(c, d));
+}
+
+TEST_F(FineEarTest, NoiseIsHeldForNoTime) {
+    for (const float amplitude : {0.003f, 0.03f, 0.3f, 1.0f}) {
+        EXPECT_LT(longestHeld(signals::noise(7, amplitude, 192000)), 0.1) << amplitude;
+    }
+}
+
+TEST_F(FineEarTest, MainsHumIsNoNote) {
+    std::vector<signals::Tone> hum;
+    for (int partial = 1; partial <= 12; ++partial) {
+        hum.push_back({50.0 * partial, 0.1 / partial});
+    }
+    EXPECT_LT(longestHeld(signals::tones(hum, 96000)), 0.1);
+}
+
+TEST_F(FineEarTest, ClicksAreHeldForNoTime) {
+    std::vector<float> clicks(96000);
+    for (std::size_t i = 1000; i < clicks.size(); i += 7919) {
+        clicks[i] = 1.0f;
+    }
+    EXPECT_LT(longestHeld(clicks), 0.1);
+}
+
+TEST_F(FineEarTest, SpeechGlidesAndIsHeldForNoTime) {
+    // A voice whose pitch falls by a fifth in half a second, again and again.
+    std::vector<float> sound(144000);
+    double phase = 0.0;
+    for (std::size_t i = 0; i < sound.size(); ++i) {
+        const double share = static_cast<double>(i % 24000) / 24000.0;
+        phase += 180.0 * std::exp2(-7.0 * share / 12.0) / signals::sampleRateHz;
+        double sample = 0.0;
+        for (int partial = 1; partial <= 15; ++partial) {
+            sample += std::sin(2.0 * 3.14159265358979323846 * partial * phase) / partial;
+        }
+        sound[i] = static_cast<float>(0.1 * sample);
+    }
+    EXPECT_LT(longestHeld(sound), 0.15);
+}
+
+TEST_F(FineEarTest, AnyLevelsAndStepsLeaveItWhole) {
+    const double values[] = {
+        infinity, -infinity, std::numeric_limits<double>::quiet_NaN(), 1e300, -1e300, 0.0, -65.0, 3000.0};
+    std::vector<double> levelsDb(2048);
+    for (std::size_t shift = 0; shift < std::size(values); ++shift) {
+        for (std::size_t line = 0; line < levelsDb.size(); ++line) {
+            levelsDb[line] = values[(line * line + line / 3 + shift) % std::size(values)];
+        }
+        for (const double step : values) {
+            for (const double least : values) {
+                EXPECT_LE(ear.hear(levelsDb, least, step).size(), 7u);
+            }
+        }
+    }
+    // It hears as well as before.
+    std::vector<Notes::NoteID> last;
+    listen(played({{69.0}}, 3.0), [&](double, const std::vector<Notes::NoteID>& notes) { last = notes; });
+    EXPECT_THAT(last, ElementsAre(a));
+}
+
+TEST_F(FineEarTest, FullScaleSquareWaveIsItsNote) {
+    std::vector<float> square(48000);
+    for (std::size_t i = 0; i < square.size(); ++i) {
+        square[i] = std::fmod(static_cast<double>(i) * 440.0 / 48000.0, 1.0) < 0.5 ? 1.0f : -1.0f;
+    }
+    std::vector<Notes::NoteID> last;
+    listen(square, [&](double, const std::vector<Notes::NoteID>& notes) { last = notes; });
+    EXPECT_THAT(last, ElementsAre(a));
+}
+
+}  // namespace

@@ -1,0 +1,16 @@
+#include "tools/common/Ear.h"
+
+#include <cstdlib>
+
+#include "tools/common/Command.h"
+
+void chooseEar(const Arguments& given) {
+    const std::optional<std::string> name = given.value("--ear");
+    if (!name) {
+        return;
+    }
+    if (*name != "plain" && *name != "fine") {
+        throw WrongUse("--ear wants plain or fine, not \"" + *name + "\"");
+    }
+    setenv("ZANTO_EAR", name->c_str(), 1);
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <atomic>
+#include <string>
+
+#include "tools/common/Command.h"
+
+class Microphone;
+
+/// The commands of zanto-mic. The usage of each says what it does.
+
+int micListCommand(const CommandArguments& arguments, Microphone& microphone);
+const extern char* const micListUsage;
+
+/// Ends early when `micInterrupted` is set.
+int micLevelCommand(const CommandArguments& arguments, Microphone& microphone);
+const extern char* const micLevelUsage;
+
+int micCheckCommand(const CommandArguments& arguments, Microphone& microphone);
+const extern char* const micCheckUsage;
+
+/// Set by the signal that ends the meter.
+extern std::atomic<bool> micInterrupted;

@@ -1,0 +1,20 @@
+#include "tools/zanto-song/loadSong.h"
+
+#include "game/Song.h"
+#include "tools/common/Command.h"
+#include "tools/common/Files.h"
+#include "tools/common/QuietStream.h"
+
+void loadSong(const std::string& path, Song& song) {
+    if (const std::string reason = whyUnreadable(path, mostSongBytes); !reason.empty()) {
+        throw Failure(path + ": " + reason);
+    }
+    const QuietErrors quiet;
+    if (!song.load(path.c_str())) {
+        throw Failure(path + ": does not load; zanto-song check says why");
+    }
+    if (song.getSlots().size() > mostSlots) {
+        throw Failure(path + ": the song has more than " + std::to_string(mostSlots) +
+                      " slots, which is 11 hours");
+    }
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+class Song;
+
+/// The longest song: 11 hours. Rendered, it still fits a WAV file.
+constexpr std::size_t mostSlots = 80000;
+
+/// Loads the song at `path` as the game does, without what that prints. Throws a Failure that names the file.
+void loadSong(const std::string& path, Song& song);
