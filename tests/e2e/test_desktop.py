@@ -73,6 +73,7 @@ def test_minimised_it_rests_and_comes_back_with_its_song(play_long, window_manag
 
 def test_a_desktop_is_told_whose_window_it_is(play):
     player = play()
+    player.wait_to_see("New Game")  # GLUT shows a window before the game can say anything of it
     window, atom = player.window, player.view.display.intern_atom
     assert window.get_wm_class() == ("zanto", "zanto")
     assert list(window.get_full_property(atom("_NET_WM_PID"), Xatom.CARDINAL).value) == [player.game.id]
