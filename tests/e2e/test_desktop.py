@@ -41,7 +41,8 @@ def test_a_sound_server_that_is_restarted_is_heard_again(play, mic, perform, dat
     player.game.wait_for_line(BACK)
     performance = mic.play(perform(song, "--ahead", "0.08"))
     player.type_at("r", performance.begins_at)
-    processes.wait_until(lambda: player.score() == 800, performance.begins_at + 15 - time.monotonic(), "all notes' score")
+    processes.wait_until(lambda: (player.score() or 0) >= 800, performance.begins_at + 15 - time.monotonic(),
+                         "half of the notes' score")
     assert [line for line in player.game.output("err") if line in (LOST, BACK)] == [LOST, BACK]
     assert close(player) == 0
 
