@@ -115,6 +115,23 @@ TEST_F(PerformCommandTest, WrongUseAndWhatKeepsATakeFromBeingGradedAreNamed) {
     EXPECT_THAT(run({"song.txt", "damaged.flac"}).errors, HasSubstr("damaged.flac: it is damaged after "));
 }
 
+TEST_F(PerformCommandTest, DrawsAllTakesOnOnePictureAndReplacesNothingUnasked) {
+    writeSound("anna.wav", 48000, 1, wav);
+    writeSound("ben.wav", 48000, 1, wav, 4.0, 660.0);
+    EXPECT_EQ(run({"song.txt", "anna.wav", "none.wav", "ben.wav", "--picture", "a.svg"}).status, 1);
+    EXPECT_THAT(read("a.svg"), testing::AllOf(HasSubstr(">anna.wav plays song<"), HasSubstr(">C +100<"),
+                                              HasSubstr(">ben.wav plays song<"), HasSubstr(">heard E<"),
+                                              HasSubstr("the moment of an award")));
+    expectFailure({"song.txt", "ben.wav", "--picture", "a.svg"}, 1,
+                  "a.svg: there is such a file; --force replaces it");
+    expectFailure({"song.txt", "ben.wav", "--picture", "ben.wav", "--force"}, 2,
+                  "--picture wants a name that ends in .png or .svg");
+    EXPECT_EQ(run({"song.txt", "ben.wav", "--picture", "a.svg", "--force"}).status, 0);
+    EXPECT_THAT(read("a.svg"), Not(HasSubstr("anna.wav")));
+    EXPECT_EQ(run({"song.txt", "none.wav", "--picture", "b.svg"}).status, 1);
+    EXPECT_FALSE(std::filesystem::exists("b.svg"));
+}
+
 TEST_F(PerformCommandTest, ConvertedRecordingsKeepTheirLengthAndTheirPitch) {
     writeSound("44.wav", 44100, 1, wav);
     SoundRecording recording("44.wav");

@@ -84,8 +84,8 @@ TEST_F(SongPageTest, TheNightIsWhiteOnBlackAndASongWithoutNotesATitle) {
     style.night = true;
     style.title = "Silence";
     const Page page = draw("1 1\nC\n", style);
-    EXPECT_EQ(page.background, 0.0);
-    EXPECT_EQ(notesOf(page)[0].grey, 1.0);
+    EXPECT_EQ(page.background.red, 0.0);
+    EXPECT_EQ(notesOf(page)[0].color.red, 1.0);
     const Page silence = draw("1 1\n", style);
     EXPECT_TRUE(silence.lines.empty());
     EXPECT_EQ(silence.texts.front().text, "Silence");

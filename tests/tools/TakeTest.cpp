@@ -104,6 +104,8 @@ TEST_F(TakeTest, TheSongMayBeginLaterInTheRecordingAndOutlastIt) {
     EXPECT_EQ(take.score, 100.0);
     EXPECT_DOUBLE_EQ(take.notes[0].dueSeconds, 4.05);
     EXPECT_NEAR(*take.notes[0].heardSeconds, 4.1, 0.06);
+    EXPECT_EQ(take.frames.at(200).counts[0], 1);
+    EXPECT_NEAR(take.frames.at(200).levelsDb[0], -10.5, 1.0);
     const Take longer = play("1 1\nC\n\nE\n", sines(2.3, {{1.75, 2.2, c5Hz}}));
     EXPECT_EQ(longer.notes[0].outcome, Outcome::awarded);
     EXPECT_EQ(longer.notes[1].outcome, Outcome::recordingOver);
@@ -140,6 +142,8 @@ TEST_F(TakeTest, TheScoreIsTheSumOfWhatIsToldAndWhatTheGamesOwnStepsGive) {
             song.updateScore(score, frame / 100.0 - 2.0, estimation.getNoteState());
         }
         EXPECT_EQ(take.score, static_cast<double>(score.getValue()));
+        load(variedSong);
+        EXPECT_EQ(rescore(song, take.frames), take.score);
         // An octave low, late and without a gap there are awards, misses and penalties.
         EXPECT_GT(awarded, style.octave == 4 ? 0 : 3);
         EXPECT_TRUE(style.octave != 4 || (!take.penalties.empty() && awarded < 8));

@@ -60,9 +60,13 @@ void choose(cairo_t* context, FT_Face face) {
     cairo_font_face_destroy(chosen);
 }
 
+void choose(cairo_t* context, const Page::Color& color) {
+    cairo_set_source_rgb(context, color.red, color.green, color.blue);
+}
+
 void drawLines(cairo_t* context, const Page& page) {
     for (const Page::Line& line : page.lines) {
-        cairo_set_source_rgb(context, line.grey, line.grey, line.grey);
+        choose(context, line.color);
         cairo_set_line_width(context, line.width);
         cairo_move_to(context, line.x1, line.y1);
         cairo_line_to(context, line.x2, line.y2);
@@ -78,7 +82,7 @@ void drawTexts(cairo_t* context, const Page& page) {
         cairo_text_extents(context, clean.c_str(), &extents);
         const double share =
             text.anchor == Page::Anchor::start ? 0.0 : (text.anchor == Page::Anchor::end ? 1.0 : 0.5);
-        cairo_set_source_rgb(context, text.grey, text.grey, text.grey);
+        choose(context, text.color);
         cairo_move_to(context, text.x - share * extents.x_advance, text.baseline);
         cairo_show_text(context, clean.c_str());
     }
@@ -102,7 +106,7 @@ std::string toPng(const Page& page, double pixelsPerMillimetre, const std::strin
         cairo_surface_destroy);
     {
         const Context context(cairo_create(surface.get()), cairo_destroy);
-        cairo_set_source_rgb(context.get(), page.background, page.background, page.background);
+        choose(context.get(), page.background);
         cairo_paint(context.get());
         cairo_scale(context.get(), pixelsPerMillimetre, pixelsPerMillimetre);
         choose(context.get(), face.get());

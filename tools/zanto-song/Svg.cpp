@@ -12,9 +12,9 @@ std::string number(double value) {
     return text;
 }
 
-std::string color(double grey) {
-    const std::string share = number(100.0 * grey) + "%";
-    return "rgb(" + share + "," + share + "," + share + ")";
+std::string nameOf(const Page::Color& color) {
+    return "rgb(" + number(100.0 * color.red) + "%," + number(100.0 * color.green) + "%," +
+           number(100.0 * color.blue) + "%)";
 }
 
 std::string escaped(const std::string& text) {
@@ -58,17 +58,17 @@ std::string toSvg(const Page& page) {
                       "mm\" height=\"" + number(page.height) + "mm\" viewBox=\"0 0 " + size +
                       "\" role=\"img\">\n";
     svg += "<title>" + escaped(page.title) + "</title>\n<desc>" + escaped(page.description) + "</desc>\n";
-    svg += "<rect width=\"100%\" height=\"100%\" fill=\"" + color(page.background) + "\"/>\n<g>\n";
+    svg += "<rect width=\"100%\" height=\"100%\" fill=\"" + nameOf(page.background) + "\"/>\n<g>\n";
     for (const Page::Line& line : page.lines) {
         svg += "<line x1=\"" + number(line.x1) + "\" y1=\"" + number(line.y1) + "\" x2=\"" + number(line.x2) +
-               "\" y2=\"" + number(line.y2) + "\" stroke=\"" + color(line.grey) + "\" stroke-width=\"" +
+               "\" y2=\"" + number(line.y2) + "\" stroke=\"" + nameOf(line.color) + "\" stroke-width=\"" +
                number(line.width) + "\"/>\n";
     }
     svg += "</g>\n<g font-family=\"'Bitstream Vera Sans', 'DejaVu Sans', Verdana, sans-serif\">\n";
     for (const Page::Text& text : page.texts) {
         svg += "<text x=\"" + number(text.x) + "\" y=\"" + number(text.baseline) + "\" font-size=\"" +
                number(text.size) + "\" text-anchor=\"" + nameOf(text.anchor) + "\" fill=\"" +
-               color(text.grey) + "\">" + escaped(text.text) + "</text>\n";
+               nameOf(text.color) + "\">" + escaped(text.text) + "</text>\n";
     }
     return svg + "</g>\n</svg>\n";
 }

@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int noteCount = Notes::noteCount;
-constexpr long framesPerSecond = 100;
+constexpr long framesPerSecond = Take::framesPerSecond;
 constexpr long samplesPerFrame = SampleSource::sampleRate / framesPerSecond;
 constexpr double frameSeconds = 1.0 / framesPerSecond;
 constexpr std::size_t samplesPerBlock = 1024;  // as the game's audio input delivers them
@@ -52,14 +52,12 @@ public:
     Take play();
 
 private:
-    double recordingSeconds(double t) const { return t + leadInSeconds + startSeconds; }
-    double slotOpens(std::size_t slot) const {
-        return recordingSeconds((static_cast<double>(slot) + rules::windowOpening) * secondsPerSlot);
-    }
+    double recordingSeconds(double t) const { return t + leadInSeconds + take.startSeconds; }
 
     void listNotes();
     void record(long frame);
     void hear(long frame, std::size_t slot);
+    double levelOf(const Notes::NoteID& note, double loudestDb) const;
     void lookAtHolds(std::size_t slot);
     void collectAwards(double t, std::size_t slot);
     void collectPenalties(double t, std::size_t slot, std::size_t marksBefore);
@@ -69,7 +67,6 @@ private:
 
     Song& song;
     SampleSource& recording;
-    double startSeconds;
     std::size_t startSample;
     boost::shared_ptr<RingBuffer> ring;
     NoteEstimation estimation;
@@ -82,17 +79,18 @@ private:
     Take take{};
 };
 
-TakePlayer::TakePlayer(Song& song_, SampleSource& recording_, double startSeconds_)
+TakePlayer::TakePlayer(Song& song_, SampleSource& recording_, double startSeconds)
     : song(song_),
       recording(recording_),
-      startSeconds(startSeconds_),
-      startSample(static_cast<std::size_t>(std::llround(startSeconds_ * SampleSource::sampleRate))),
+      startSample(static_cast<std::size_t>(std::llround(startSeconds * SampleSource::sampleRate))),
       ring(boost::make_shared<RingBuffer>(static_cast<unsigned int>(samplesPerBlock) * blocksKept)),
       score(0.0f, 0.0f),
       heard(song_.getSlots().size()) {
     // The estimation keeps its own table to itself; this one says which peaks became which note.
     std::ifstream in("notes.txt");
     table.load(in);
+    take.startSeconds = startSeconds;
+    take.slotCount = song.getSlots().size();
     listNotes();
 }
 
@@ -106,7 +104,7 @@ void TakePlayer::listNotes() {
             note.note = marks[index].note;
             note.length = marks[index].length;
             note.outcome = TakenNote::Outcome::tooSoft;
-            note.dueSeconds = slotOpens(slot);
+            note.dueSeconds = take.slotOpens(slot);
             note.neededSeconds = holdFraction * note.length * secondsPerSlot - secondsPerSlot / 2.0;
             judged.back().push_back({note, index});
         }
@@ -128,27 +126,48 @@ void TakePlayer::record(long frame) {
 
 void TakePlayer::hear(long frame, std::size_t slot) {
     const NoteState& state = estimation.getNoteState();
-    std::array<bool, noteCount> wasDown{};
+    std::array<float, noteCount> before{};
     for (int note = 0; note < noteCount; ++note) {
-        wasDown.at(static_cast<std::size_t>(note)) = state.isDown(note);
+        before.at(static_cast<std::size_t>(note)) = state.downCount(note);
     }
     estimation.update(ring, frameSeconds);
+    double loudestDb = -std::numeric_limits<double>::infinity();
+    const std::vector<double>& spectrum = estimation.getPowerSpectrum();
+    for (int bin = rules::lowestPeakBin; estimation.indexToFrequency(bin) < highestHz; ++bin) {
+        loudestDb = std::max(loudestDb, spectrum.at(static_cast<std::size_t>(bin)));
+    }
+    HeardFrame now;
     for (int note = 0; note < noteCount; ++note) {
         const auto index = static_cast<std::size_t>(note);
-        if (state.isDown(note) && !wasDown.at(index)) {
-            downSince.at(index) = startSeconds + static_cast<double>(frame) / framesPerSecond;
+        if (!state.isDown(note)) {
+            continue;
         }
-        if (slot < heard.size() && state.isDown(note)) {
+        if (before.at(index) == 0.0f) {
+            downSince.at(index) = take.startSeconds + static_cast<double>(frame) / framesPerSecond;
+        }
+        if (slot < heard.size()) {
             ++heard[slot].framesDown.at(index);
         }
+        const double steps = static_cast<double>(state.downCount(note) - before.at(index)) / frameSeconds;
+        now.counts.at(index) = static_cast<std::uint8_t>(std::lround(steps));
+        now.levelsDb.at(index) =
+            static_cast<std::int8_t>(std::clamp(levelOf(note, loudestDb), -127.0, 127.0));
     }
+    take.frames.push_back(now);
     if (slot < heard.size()) {
-        const std::vector<double>& spectrum = estimation.getPowerSpectrum();
-        for (int bin = rules::lowestPeakBin; estimation.indexToFrequency(bin) < highestHz; ++bin) {
-            heard[slot].loudestDb =
-                std::max(heard[slot].loudestDb, spectrum.at(static_cast<std::size_t>(bin)));
+        heard[slot].loudestDb = std::max(heard[slot].loudestDb, loudestDb);
+    }
+}
+
+// The fine ear also hears notes that have no peak in the table.
+double TakePlayer::levelOf(const Notes::NoteID& note, double loudestDb) const {
+    double level = -std::numeric_limits<double>::infinity();
+    for (const auto& [levelDb, frequencyHz] : estimation.getCandidatePeaks()) {
+        if (table.getKey(frequencyHz) == note) {
+            level = std::max(level, static_cast<double>(levelDb));
         }
     }
+    return std::isfinite(level) ? level : loudestDb;
 }
 
 std::size_t TakePlayer::lastJudgedSlot(const TakenNote& note) const {
@@ -291,6 +310,26 @@ Take TakePlayer::play() {
 }
 
 }  // namespace
+
+double Take::slotOpens(std::size_t slot) const {
+    return startSeconds + leadInSeconds + (static_cast<double>(slot) + rules::windowOpening) * secondsPerSlot;
+}
+
+double rescore(Song& song, const std::vector<HeardFrame>& frames) {
+    Score score(0.0f, 0.0f);
+    NoteState state;
+    std::vector<Notes::NoteID> down;
+    for (std::size_t frame = 0; frame < frames.size(); ++frame) {
+        down.clear();
+        for (int note = 0; note < noteCount; ++note) {
+            down.insert(down.end(), frames[frame].counts.at(static_cast<std::size_t>(note)), note);
+        }
+        state.notesDown(down, static_cast<float>(frameSeconds));
+        song.updateScore(score, static_cast<double>(frame) / framesPerSecond - leadInSeconds, state);
+        song.animate(frameSeconds);
+    }
+    return static_cast<double>(score.getValue());
+}
 
 Take playTake(Song& song, SampleSource& recording, double startSeconds) {
     return TakePlayer(song, recording, startSeconds).play();

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -55,13 +56,27 @@ struct TakenPenalty {
     std::vector<double> peaksHz;  ///< the peaks of the spectrum that were taken for the note
 };
 
+/// What the game heard in one of its frames, note by note.
+struct HeardFrame {
+    std::array<std::uint8_t, Notes::noteCount> counts{};   ///< how often: a note in two octaves counts twice
+    std::array<std::int8_t, Notes::noteCount> levelsDb{};  ///< its loudest peak, else that of the frame
+};
+
 /// All that came of a recording.
 struct Take {
+    static constexpr long framesPerSecond = 100;
+
     double recordedSeconds = 0.0;  ///< of the recording, as far as the song goes
     double score = 0.0;
-    double minDecibel = 0.0;  ///< the level in dB that a note must exceed
+    double minDecibel = 0.0;    ///< the level in dB that a note must exceed
+    double startSeconds = 0.0;  ///< of the recording, where the song's clock starts: that of frame 0
+    std::size_t slotCount = 0;  ///< of the song
     std::vector<TakenNote> notes;
     std::vector<TakenPenalty> penalties;
+    std::vector<HeardFrame> frames;
+
+    /// When a slot opens, in seconds of the recording.
+    double slotOpens(std::size_t slot) const;
 };
 
 /// Plays `recording` to the game: its ring buffer, its note estimation and its scoring, with a clock that
@@ -69,3 +84,6 @@ struct Take {
 /// `startSeconds` into the recording, two seconds before the centre of slot 0. The note table and the least
 /// level are those of the working folder and the environment. Equal recordings give equal takes.
 Take playTake(Song& song, SampleSource& recording, double startSeconds);
+
+/// The score that the game gives for `frames` in place of a take's. `song` must be freshly loaded.
+double rescore(Song& song, const std::vector<HeardFrame>& frames);

@@ -78,12 +78,6 @@ std::size_t awardedIn(const Take& take) {
                       [](const TakenNote& note) { return note.outcome == TakenNote::Outcome::awarded; }));
 }
 
-std::string summaryOf(const Take& take) {
-    return fixed(take.score, 0) + " points, " + std::to_string(awardedIn(take)) + " of " +
-           counted(take.notes.size(), "note") + " awarded, " +
-           (take.penalties.size() == 1 ? "1 penalty" : std::to_string(take.penalties.size()) + " penalties");
-}
-
 std::string lineOf(const TakenNote& note, double minDecibel) {
     const bool wasHeard = note.heardSeconds.has_value();
     const std::string points = note.outcome == TakenNote::Outcome::awarded ? fixed(note.points, 0) : "-";
@@ -155,6 +149,12 @@ std::string csvField(const std::string& text) {
 }
 
 }  // namespace
+
+std::string summaryOf(const Take& take) {
+    return fixed(take.score, 0) + " points, " + std::to_string(awardedIn(take)) + " of " +
+           counted(take.notes.size(), "note") + " awarded, " +
+           (take.penalties.size() == 1 ? "1 penalty" : std::to_string(take.penalties.size()) + " penalties");
+}
 
 std::string textReport(const std::string& song, const std::vector<NamedTake>& takes) {
     std::string text;

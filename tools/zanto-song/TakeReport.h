@@ -11,6 +11,9 @@ struct NamedTake {
     Take take;
 };
 
+/// "300 points, 3 of 4 notes awarded, 1 penalty".
+std::string summaryOf(const Take& take);
+
 /// For people: the score, a line for each note, a line for each penalty. Several takes one after the other,
 /// with all scores at the end.
 std::string textReport(const std::string& song, const std::vector<NamedTake>& takes);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,8 +9,10 @@
 #include "tools/common/Arguments.h"
 #include "tools/common/DataFolder.h"
 #include "tools/common/Ear.h"
+#include "tools/common/Files.h"
 #include "tools/zanto-song/SoundRecording.h"
 #include "tools/zanto-song/Take.h"
+#include "tools/zanto-song/TakePicture.h"
 #include "tools/zanto-song/TakeReport.h"
 #include "tools/zanto-song/commands.h"
 #include "tools/zanto-song/loadSong.h"
@@ -18,6 +21,7 @@ namespace {
 
 constexpr const char* usage =
     "zanto-song perform FILE RECORDING... [--start SECONDS] [--ear EAR] [--data FOLDER] [--json | --csv]\n"
+    "                   [--picture OUT.svg|OUT.png] [--force]\n"
     "    Plays recordings to the game and says what score each would have got, what became of every note\n"
     "    and where every penalty came from. The game's clock is a virtual one here, so this takes a "
     "fraction\n"
@@ -28,6 +32,8 @@ constexpr const char* usage =
     "    --ear EAR         the ear that listens, plain or fine\n"
     "    --data FOLDER     where the game's notes.txt is, if it is not found\n"
     "    --json, --csv     the same for programs and for spreadsheets\n"
+    "    --picture OUT     draw what was due, what was heard, awards and penalties on the staff\n"
+    "    --force           replace OUT if there is such a file\n"
     "    ZANTO_MIN_DECIBEL means what it means to the game. Status 1 if a file cannot be read.\n"
     "    Try it: zanto-song render song.txt -o take.wav && zanto-song perform song.txt take.wav\n";
 
@@ -51,12 +57,17 @@ Take takeOf(const std::string& songPath, const std::string& path, double startSe
 }
 
 int perform(const CommandArguments& arguments) {
-    const Arguments given(arguments, {"--json", "--csv"}, {"--start", "--ear", "--data"});
+    const Arguments given(arguments, {"--json", "--csv", "--force"},
+                          {"--start", "--ear", "--data", "--picture"});
     if (given.files().size() < 2) {
         throw WrongUse(given.files().empty() ? "which song?" : "which recording?");
     }
     if (given.has("--json") && given.has("--csv")) {
         throw WrongUse("--json or --csv, not both");
+    }
+    const std::optional<std::string> picture = given.value("--picture");
+    if (picture) {
+        expectPictureName("--picture", *picture);
     }
     chooseEar(given);
     const double start =
@@ -65,6 +76,11 @@ int perform(const CommandArguments& arguments) {
     const std::string& songPath = given.files().front();
     Song song;
     loadSong(songPath, song);
+    // Before anything is listened to, so that a name that cannot be had is told at once.
+    std::optional<NewFile> pictureFile;
+    if (picture) {
+        pictureFile.emplace(*picture, given.has("--force"), given.files());
+    }
     std::vector<NamedTake> takes;
     int status = statusDone;
     for (auto path = given.files().begin() + 1; path != given.files().end(); ++path) {
@@ -77,6 +93,16 @@ int perform(const CommandArguments& arguments) {
     }
     const auto report = given.has("--json") ? jsonReport : (given.has("--csv") ? csvReport : textReport);
     std::cout << report(songPath, takes);
+    if (picture && !takes.empty()) {
+        std::vector<Page> strips;
+        for (const NamedTake& named : takes) {
+            const std::vector<Page> more = drawTake(titleOf(songPath), named);
+            strips.insert(strips.end(), more.begin(), more.end());
+        }
+        strips.push_back(takeLegend());
+        pictureFile->write(toPicture(onSheets(strips), *picture, given.value("--data")));
+        pictureFile->keep();
+    }
     return status;
 }
 

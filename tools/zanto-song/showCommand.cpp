@@ -1,19 +1,13 @@
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "game/Song.h"
 #include "tools/common/Arguments.h"
-#include "tools/common/DataFolder.h"
 #include "tools/common/Files.h"
 #include "tools/zanto-song/SongPage.h"
 #include "tools/zanto-song/commands.h"
 #include "tools/zanto-song/loadSong.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr const char* usage =
     "zanto-song show FILE -o OUT.png|OUT.svg [--title TEXT] [--bars N] [--night] [--data FOLDER] [--force]\n"
@@ -27,36 +21,11 @@ constexpr const char* usage =
     "    --force        replace the file if there is one of that name\n"
     "    Try it: zanto-song show song.txt -o song.svg\n";
 
-constexpr double pixelsPerMillimetre = 200.0 / 25.4;  // 200 to the inch
-
-// The name that the listing beside the song shows for it, else the file's own.
-std::string titleOf(const fs::path& path) {
-    std::string title = path.stem().string();
-    const fs::path listingPath = path.parent_path() / "listing.txt";
-    std::ifstream listing;
-    if (whyUnreadable(listingPath.string(), mostSongBytes).empty()) {
-        listing.open(listingPath);
-    }
-    std::string name;
-    std::string file;
-    while (listing >> name >> file) {
-        if (file == path.filename().string()) {
-            title = name;
-            break;
-        }
-    }
-    std::replace(title.begin(), title.end(), '_', ' ');
-    return title;
-}
-
 int show(const CommandArguments& arguments) {
     const Arguments given(arguments, {"--night", "--force"}, {"-o", "--title", "--bars", "--data"});
     const std::string& path = given.onlyFile("song");
     const std::string out = given.value("-o").value_or("");
-    const std::string kind = fs::path(out).extension().string();
-    if (kind != ".png" && kind != ".svg") {
-        throw WrongUse("where to? -o wants a name that ends in .png or .svg");
-    }
+    expectPictureName("where to? -o", out);
     PageStyle style;
     style.title = given.value("--title").value_or(titleOf(path));
     style.night = given.has("--night");
@@ -64,12 +33,8 @@ int show(const CommandArguments& arguments) {
     Song song;
     loadSong(path, song);
     const Page page = layOut(song, style);
-    const fs::path data = findDataFolder(given.value("--data")).value_or(".");
-    const std::string picture =
-        kind == ".svg" ? toSvg(page)
-                       : toPng(page, pixelsPerMillimetre, (data / "Fonts" / "Vera.ttf").string());
     NewFile file(out, given.has("--force"), {path});
-    file.write(picture);
+    file.write(toPicture(page, out, given.value("--data")));
     file.keep();
     return statusDone;
 }
