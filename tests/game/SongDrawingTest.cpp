@@ -198,11 +198,14 @@ TEST_F(SongDrawingTest, WhatACameraSeesThatIsTurnedAndRolledIsDrawnAndLittleElse
 
 TEST_F(SongDrawingTest, WithMatricesThatShowNoPlaceEverythingIsDrawn) {
     play(std::string(400, '\n'));
-    const double zeros[16] = {};
-    glMatrixMode(GL_PROJECTION);
-    glLoadMatrixd(zeros);
-    glMatrixMode(GL_MODELVIEW);
-    EXPECT_THAT(drawn(0.0), SizeIs(101));
+    for (const double nearness : {0.0, 1.0}) {  // every point at infinity, or in the middle of the view
+        double projection[16] = {};
+        projection[15] = nearness;
+        glMatrixMode(GL_PROJECTION);
+        glLoadMatrixd(projection);
+        glMatrixMode(GL_MODELVIEW);
+        EXPECT_THAT(drawn(0.0), SizeIs(101));
+    }
 }
 
 TEST(NoteMarkDrawing, AMarkDrawsItselfInAnySlotWidth) {
