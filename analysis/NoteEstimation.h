@@ -19,7 +19,7 @@ class RingBuffer;
 /// hears:
 ///
 ///     estimation.update(input->getRingBuffer(), frameSeconds);
-///     bool const singing = estimation.getNoteState().isDown(0);
+///     const bool singing = estimation.getNoteState().isDown(0);
 ///
 /// It has two ears. The plain one asks the note table about each strong peak. The fine one (FineEar.h)
 /// listens instead when ZANTO_EAR is "fine" at construction, tuned by ZANTO_A4 (Hz, 380 to 480, usually 440)

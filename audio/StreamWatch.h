@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// Notices that a ring buffer stands still. Somebody looks at it again and again:
+/// Notices that a ring buffer stands still. Its owner looks at it in every frame:
 ///
 ///     if (!watch.moves(ring.position(), nowSeconds) && watch.stillSeconds() > patience) reopen();
 class StreamWatch {

@@ -53,7 +53,7 @@ void Song::updateScore(Score& score, double t, const NoteState& state) {
         award({slot, i}, mark.length, rules::awardPoints, score, state);
         expected.set(static_cast<std::size_t>(mark.note));
     }
-    // Here a note's length counts: flat above, by the slot below.
+    // Notes of earlier slots earn the award for each slot of their length, notes of this slot earn it once.
     for (int earlier = std::max(current - rules::lookBackSlots, 0); earlier < current; ++earlier) {
         const auto start = static_cast<std::size_t>(earlier);
         for (std::size_t i = 0; i < slots[start].size(); ++i) {

@@ -5,10 +5,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <functional>
 #include <limits>
 #include <map>
 #include <optional>
+#include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -49,6 +52,11 @@ struct Player {
 std::vector<float> played(const std::vector<Player>& players, double seconds) {
     std::vector<float> sound(static_cast<std::size_t>(seconds * signals::sampleRateHz));
     for (const Player& player : players) {
+        const double fundamental = 2.0 * 3.14159265358979323846 * pitchHz(player.pitch);
+        double weakness[10];
+        for (int partial = 0; partial < 10; ++partial) {
+            weakness[partial] = std::pow(player.firstPartial + partial, player.slope);
+        }
         for (std::size_t i = 0; i < sound.size(); ++i) {
             const double t = static_cast<double>(i) / signals::sampleRateHz;
             if (t < player.startSeconds) {
@@ -57,12 +65,14 @@ std::vector<float> played(const std::vector<Player>& players, double seconds) {
             const double fadeDb =
                 (t - player.startSeconds) * player.fadeDbPerSecond +
                 (t > player.endSeconds ? (t - player.endSeconds) * player.endDbPerSecond : 0.0);
+            if (fadeDb > 120.0) {
+                break;
+            }
             const double level = player.amplitude * std::min(1.0, (t - player.startSeconds) / 0.01) *
                                  std::pow(10.0, -fadeDb / 20.0);
             double sample = 0.0;
-            for (int partial = player.firstPartial; partial < player.firstPartial + 10; ++partial) {
-                sample += std::sin(2.0 * 3.14159265358979323846 * partial * pitchHz(player.pitch) * t) /
-                          std::pow(partial, player.slope);
+            for (int partial = 0; partial < 10; ++partial) {
+                sample += std::sin(fundamental * (player.firstPartial + partial) * t) / weakness[partial];
             }
             sound[i] += static_cast<float>(level * sample);
         }
@@ -330,6 +340,48 @@ TEST_F(FineEarTest, AnyLevelsAndStepsLeaveItWhole) {
     std::vector<Notes::NoteID> last;
     listen(played({{69.0}}, 3.0), [&](double, const std::vector<Notes::NoteID>& notes) { last = notes; });
     EXPECT_THAT(last, ElementsAre(a));
+}
+
+// fine-ear-decisions.txt is what the ear heard when the hearing page was measured: a line each time that it
+// changed, with the block and the notes. After an intended change, measure again, then replace the file by
+// the one that this test leaves in its folder.
+TEST_F(FineEarTest, DecidesInMixedSoundAsWhenItWasMeasured) {
+    constexpr double seconds = 48.0;
+    std::mt19937 random(3);
+    const auto upTo = [&](unsigned count) { return static_cast<double>(random() % count); };
+    std::vector<Player> players;
+    for (double start = 0.0; start < seconds; start += 0.1 + upTo(10) / 10.0) {
+        Player player{36.0 + upTo(49)};
+        player.pitch += upTo(3) == 0 ? upTo(100) / 100.0 - 0.5 : 0.0;
+        player.startSeconds = start;
+        player.endSeconds = start + 0.1 + upTo(20) / 10.0;
+        player.amplitude = std::pow(10.0, -(5.0 + upTo(55)) / 20.0);
+        player.slope = upTo(20) / 10.0;
+        player.fadeDbPerSecond = upTo(5) * 5.0;
+        player.endDbPerSecond = 40.0 + upTo(3) * 80.0;
+        player.firstPartial = upTo(8) == 0 ? 2 : 1;
+        players.push_back(player);
+    }
+    std::vector<float> sound = played(players, seconds);
+    const std::vector<float> noise = signals::noise(5, 0.05f, sound.size() / 4);
+    std::transform(noise.begin(), noise.end(), sound.begin(), sound.begin(), std::plus<>());
+
+    std::ostringstream decisions;
+    std::string last;
+    listen(sound, [&](double heardAt, const std::vector<Notes::NoteID>& notes) {
+        std::string names;
+        for (const Notes::NoteID& note : notes) {
+            names += Notes::idToName(note);
+        }
+        if (names != last) {
+            decisions << std::lround(heardAt / blockSeconds) << ' ' << names << '\n';
+        }
+        last = names;
+    });
+    std::ofstream("fine-ear-decisions.txt") << decisions.str();
+    std::ostringstream measured;
+    measured << std::ifstream(ZANTO_FINE_EAR_DECISIONS).rdbuf();
+    EXPECT_EQ(decisions.str(), measured.str());
 }
 
 TEST_F(FineEarTest, FullScaleSquareWaveIsItsNote) {
