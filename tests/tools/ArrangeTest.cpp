@@ -66,23 +66,23 @@ TEST(Arrange, RhythmsThatFitNoSlotAreRefusedUnlessASlotWasAskedFor) {
                 HasSubstr("--slot"));
     EXPECT_THAT(refusal(voiceOf({{0, 1, c5}, {1.2, 1, d5}})), HasSubstr("fits no even slots"));
     const Arrangement song = arrange(voiceOf({{0, 1, c5}, {1.3, 1, d5}}), {}, {1.0, {}});
-    EXPECT_EQ(song.text(), "120 4\nC\nD\n");
+    EXPECT_EQ(songText(song.slots), "120 4\nC\nD\n");
     EXPECT_THAT(song.lost, ElementsAre("bar 2: D5 was moved by 0.30 slots"));
     // A player's lengths need not fit.
     const SheetVoice detached = voiceOf({{0.01, 0.7, c5}, {0.98, 0.65, d5}, {2.02, 1.6, g5}});
-    EXPECT_EQ(arrange(detached, at(120.0, false), {}).text(), "120 4\nC\nD\nG2\n\n");
+    EXPECT_EQ(songText(arrange(detached, at(120.0, false), {}).slots), "120 4\nC\nD\nG2\n");
     EXPECT_THAT(refusal(detached), HasSubstr("fits no even slots"));
 }
 
 TEST(Arrange, NotesAreTransposedToNaturalsByTheLeastShiftOrAsAskedFor) {
     const Arrangement song = arrange(voiceOf({{0, 1, d5}, {1, 1, fSharp5}, {2, 1, 81}, {3, 1, 85}}), {}, {});
     EXPECT_EQ(song.semitones, -2);
-    EXPECT_EQ(song.text(), "120 4\nC\nE\nG\nB\n");
+    EXPECT_EQ(songText(song.slots), "120 4\nC\nE\nG\nB\n");
     // Naturals as they stand stay where they are.
     EXPECT_EQ(arrange(voiceOf({{0, 1, d5}, {1, 1, g5}}), {}, {}).semitones, 0);
     const SheetVoice tune = voiceOf({{0, 1, c5}, {1, 1, d5}, {2, 1, 76}});
-    EXPECT_EQ(arrange(tune, {}, {{}, 12}).text(), "120 4\nC\nD\nE\n");
-    EXPECT_EQ(arrange(voiceOf({{0, 1, c5}}), {}, {{}, 2}).text(), "120 4\nD\n");
+    EXPECT_EQ(songText(arrange(tune, {}, {{}, 12}).slots), "120 4\nC\nD\nE\n");
+    EXPECT_EQ(songText(arrange(voiceOf({{0, 1, c5}}), {}, {{}, 2}).slots), "120 4\nD\n");
     EXPECT_EQ(refusal(tune, {{}, 1}),
               "only 1 of its 3 notes would find a place; what is left would not be the tune");
 }
@@ -94,14 +94,14 @@ TEST(Arrange, WhatFindsNoPlaceOfItsOwnIsNamed) {
         const char* lost;
     };
     const std::vector<Case> cases = {
-        {{{0, 2, c5}, {0, 1, 76}, {0.02, 1, g5}}, "C2 E G\n\n", ""},
+        {{{0, 2, c5}, {0, 1, 76}, {0.02, 1, g5}}, "C2 E G\n", ""},
         {{{0, 0, c5}, {1, 1, d5}}, "C\nD\n", ""},
         {{{0, 1, 60}, {0, 1, c5}}, "C\n", "bar 2: C5 is the same note in another octave"},
         {{{0, 4, 60}, {2, 1, c5}}, "C2\n\nC\n", "bar 2: C5 begins while the same note sounds"},
         {{{0, 8, c5}, {8, 1, d5}},
          "C5\n\n\n\n\n\n\n\nD\n",
          "bar 1: C5 sounds for 8 slots and was written with 5"},
-        {{{0, 1e18, c5}}, "C5\n\n\n\n\n", "bar 1: C5 sounds for 80000 slots"},
+        {{{0, 1e18, c5}}, "C5\n\n\n\n", "bar 1: C5 sounds for 80000 slots"},
         {{{10, 1, c5}}, "\n\nC\n", "8 slots of rest at the beginning"},
         {{{0, 1, c5}, {1, 2, d5}, {4, 1, g5}}, "C\nD2\n\n\nG\n", ""},
         {{{0, 1, c5}, {1, 1, 73}, {2, 1, d5}, {3, 1, 76}, {4, 1, 77}, {5, 1, g5}, {6, 1, 81}, {7, 1, 83}},
@@ -110,7 +110,7 @@ TEST(Arrange, WhatFindsNoPlaceOfItsOwnIsNamed) {
     };
     for (const Case& example : cases) {
         const Arrangement song = arrange(voiceOf(example.notes), at(120.0, false), {});
-        EXPECT_EQ(song.text(), std::string("120 4\n") + example.text);
+        EXPECT_EQ(songText(song.slots), std::string("120 4\n") + example.text);
         EXPECT_EQ(song.lost.size(), std::string(example.lost).empty() ? 0u : 1u) << example.text;
         EXPECT_THAT(song.lost, testing::Each(HasSubstr(example.lost)));
     }

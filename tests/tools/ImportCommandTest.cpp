@@ -26,7 +26,7 @@ TEST_F(ImportCommandTest, WhatIsKeptWholeGivesStatus0AndASongThatLoads) {
               "tune.txt: 4 of 4 notes of \"Tune\", 6 slots\n"
               "A slot is a 1/4 note: 120 quarter notes a minute, 100 in the original.\n"
               "Transposed down 2 semitones.\n");
-    EXPECT_EQ(read("tune.txt"), "120 4\nC\nD\nE2\n\nG2\n\n");
+    EXPECT_EQ(read("tune.txt"), "120 4\nC\nD\nE2\n\nG2\n");
     EXPECT_TRUE(Song().load("tune.txt"));
     folder.write(
         "a.musicxml",

@@ -14,7 +14,6 @@
 namespace {
 
 using rules::secondsPerSlot;
-constexpr int longestLength = 5;  // slots, that the game can judge
 using rules::slotsPerBar;
 
 // Whole notes down to 32nds, with the dotted ones and the triplets. Quarter notes.
@@ -103,13 +102,7 @@ public:
         for (const SheetNote& note : voice.notes) {
             place(note);
         }
-        std::size_t end = 0;
-        for (std::size_t slot = 0; slot < result.slots.size(); ++slot) {
-            for (const Arrangement::Mark& mark : result.slots[slot]) {
-                end = std::max(end, slot + static_cast<std::size_t>(mark.length));
-            }
-        }
-        result.slots.resize(end);
+        endWithLastNote(result.slots);
         return std::move(result);
     }
 
@@ -156,7 +149,7 @@ void Arranger::place(const SheetNote& note) {
     int length = static_cast<int>(std::min(stop - start, static_cast<double>(mostSlots)));
     Last& before = last.at(static_cast<std::size_t>(natural));
     if (before.end > slot) {
-        Arrangement::Mark& earlier = result.slots[before.slot][before.index];
+        WrittenNote& earlier = result.slots[before.slot][before.index];
         if (before.slot == slot) {
             lose(note, name + " is the same note in another octave, or the same note again within a slot");
             return;
@@ -182,19 +175,6 @@ void Arranger::place(const SheetNote& note) {
 }
 
 }  // namespace
-
-std::string Arrangement::text() const {
-    std::string text = "120 4\n";
-    for (const std::vector<Mark>& slot : slots) {
-        std::string line;
-        for (const Mark& mark : slot) {
-            line += (line.empty() ? "" : " ") + Notes::idToName(mark.note) +
-                    (mark.length == 1 ? "" : std::to_string(mark.length));
-        }
-        text += line + "\n";
-    }
-    return text;
-}
 
 Arrangement arrange(const SheetVoice& voice, const SheetMusic& sheet, const ArrangeWishes& wishes) {
     if (voice.notes.empty()) {

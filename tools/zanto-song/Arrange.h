@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "analysis/Notes.h"
 #include "tools/zanto-song/SheetMusic.h"
+#include "tools/zanto-song/songText.h"
 
 /// How a voice is to become a song; what is not said is chosen.
 struct ArrangeWishes {
@@ -15,19 +15,11 @@ struct ArrangeWishes {
 
 /// A voice as a song: naturals only, in slots.
 struct Arrangement {
-    struct Mark {
-        Notes::NoteID note;
-        int length;  ///< slots, 1 to 5
-    };
-
     double slotQuarters = 1.0;
     int semitones = 0;
-    std::size_t kept = 0;                  ///< notes of the voice that are in the slots
-    std::vector<std::vector<Mark>> slots;  ///< up to the end of the last note
-    std::vector<std::string> lost;         ///< what of the voice is not, one line each
-
-    /// The song file's contents.
-    std::string text() const;
+    std::size_t kept = 0;           ///< notes of the voice that are in the slots
+    WrittenSlots slots;             ///< up to the end of the last note
+    std::vector<std::string> lost;  ///< what of the voice is not, one line each
 };
 
 /// Puts a voice into slots and into a key where its notes are naturals. The slot is the note value that all

@@ -10,6 +10,7 @@
 #include "game/Song.h"
 #include "tools/common/Text.h"
 #include "tools/zanto-song/Staff.h"
+#include "tools/zanto-song/songText.h"
 
 namespace {
 
@@ -31,22 +32,10 @@ std::string minutes(double seconds) {
     return std::to_string(whole / 60) + ":" + (rest.size() < 2 ? "0" : "") + rest;
 }
 
-// The slots up to the end of the last note: files end in an empty slot.
-std::size_t drawnSlots(const Song& song) {
-    const std::vector<std::vector<Song::NoteMark>>& slots = song.getSlots();
-    std::int64_t end = 0;
-    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
-        for (const Song::NoteMark& mark : slots[slot]) {
-            end = std::max(end, static_cast<std::int64_t>(slot) + std::max(mark.length, 1));
-        }
-    }
-    return std::min(static_cast<std::size_t>(end), slots.size());
-}
-
 class SongPage {
 public:
     SongPage(const Song& song_, const PageStyle& style_)
-        : song(song_), style(style_), ink(style_.night ? night : paper), slotCount(drawnSlots(song_)) {}
+        : song(song_), style(style_), ink(style_.night ? night : paper), slotCount(slotsWithNotes(song_)) {}
 
     Page draw() {
         barsPerLine = style.barsPerLine > 0 ? style.barsPerLine : chooseBarsPerLine();

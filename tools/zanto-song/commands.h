@@ -6,5 +6,6 @@
 extern const Command checkCommand;
 extern const Command importCommand;
 extern const Command performCommand;
+extern const Command practiseCommand;
 extern const Command renderCommand;
 extern const Command showCommand;

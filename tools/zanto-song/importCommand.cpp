@@ -161,7 +161,7 @@ void report(const ImportOptions& options, const SheetMusic& sheet, const SheetVo
             std::cout << "    " << cleanUtf8(line) << '\n';
         }
     }
-    for (const Problem& problem : checkSong(arrangement.text())) {
+    for (const Problem& problem : checkSong(songText(arrangement.slots))) {
         std::cout << options.song << ':' << problem.line << ':' << problem.column
                   << ": warning: " << problem.text << " [" << problem.code << "]\n";
     }
@@ -180,7 +180,7 @@ int import(const CommandArguments& arguments) {
         throw Failure(options.source + ": " + failure.what());
     }
     NewFile song(options.song, options.mayReplace, {options.source});
-    song.write(arrangement.text());
+    song.write(songText(arrangement.slots));
     song.keep();
     report(options, sheet, voice, arrangement);
     return sheet.lost.empty() && arrangement.lost.empty() ? statusDone : statusFailed;

@@ -4,7 +4,7 @@ int main(int argc, char** argv) {
     const std::vector<Command> commands = {
         checkCommand,  renderCommand,
 #ifdef ZANTO_SONG_MORE_COMMANDS
-        importCommand, performCommand, showCommand,
+        importCommand, performCommand, practiseCommand, showCommand,
 #endif
     };
     return runCompanion("zanto-song", "checks, plays, grades, imports and draws song files.", commands,
