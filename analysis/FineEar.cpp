@@ -13,9 +13,10 @@ constexpr double lineHz = rules::binWidthHz;
 constexpr std::size_t lowestLine = 4;
 /// Any level is brought into this range, which no sound comes near.
 constexpr double levelLimitDb = 200.0;
-/// The side lobes of the Hamming window lie 43 dB below its main lobe: what is as weak may be no sound.
+/// The side lobes of the Hamming window lie 43 dB below its main lobe: a peak as weak as that may not be a
+/// sound.
 constexpr double peakRangeDb = 42.0;
-/// Partials that are weaker than the threshold by less speak for the note of a stronger one.
+/// Partials at most this much below the threshold count for a note with a stronger one.
 constexpr double supportDb = 20.0;
 
 // The range of the notes, in semitones, A4 69: C2 to C6.
@@ -45,7 +46,7 @@ constexpr double takenGain = 0.5;
 // its score is at least half as high.
 constexpr double lowerPartials = 0.8;
 constexpr double lowerScore = 0.5;
-constexpr int lowerRange = 4;  ///< partials of the upper one between which is looked
+constexpr int lowerRange = 4;  ///< how many partials of the upper one to look between
 
 /// The score of a note beside that of the loudest one; as scores go with the root of the amplitude, 17 dB
 /// below it. One that sounds already is heard down to 25 dB.
@@ -53,7 +54,7 @@ constexpr double weakestNew = 0.38;
 constexpr double weakestHeard = 0.23;
 /// By how much a note that sounds is more likely than another one.
 constexpr double heardBonus = 0.3;
-/// Of the power up to 5 kHz in the notes' partials: less is noise.
+/// The share of all power up to 5 kHz that the notes' partials must hold. With less it is noise.
 constexpr double leastTonal = 0.3;
 /// The power of a sine is spread over lines that add up to this many times its peak (Hamming window).
 constexpr double windowSpread = 1.36;
@@ -69,17 +70,17 @@ constexpr double lostSeconds = 0.06;
 
 // The end of a note.
 constexpr std::size_t endPartials = 8;  ///< whose power is looked at
-/// What began within as long of each other is one chord.
+/// Notes that begin within this time are one chord.
 constexpr double chordSeconds = 0.08;
 /// A note that ends because another one begins has fallen in this time, even in a room.
 constexpr double endSeconds = 0.25;
 constexpr double strikeSeconds = 0.1;  ///< in which an attack is over
 constexpr double strikeRatio = 4.0;    ///< of the power: a new note rises by 6 dB at least
-constexpr double fallRatio = 2.0;      ///< of the power, 3 dB, below the recent most
+constexpr double fallRatio = 2.0;      ///< of the power, 3 dB, below the recent maximum
 constexpr double returnRatio = 2.5;    ///< of the power, 4 dB: it is played again
-/// The recent most sinks by this: strings that ring on fade more slowly, a room (0.5 s to -60 dB) faster.
+/// The recent maximum sinks by this: strings that ring on fade more slowly, a room (0.5 s to -60 dB) faster.
 constexpr double fadeDbPerSecond = 20.0;
-/// And the recent least rises, so that it is where it was while an attack lasts.
+/// The recent minimum rises by this, which keeps it low while an attack lasts.
 constexpr double riseDbPerSecond = 40.0;
 
 constexpr int naturals[12] = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};

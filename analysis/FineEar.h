@@ -106,7 +106,7 @@ private:
     std::size_t foundCount = 0;
     std::array<Voice, 12> voices{};
     Spectrum power{};      ///< by line
-    Spectrum peakPower{};  ///< the recent most
-    Spectrum restPower{};  ///< the recent least
+    Spectrum peakPower{};  ///< the recent maximum
+    Spectrum restPower{};  ///< the recent minimum
     std::vector<Notes::NoteID> notes;
 };

@@ -34,7 +34,7 @@ public:
                               void* userData) noexcept;
 
     /// The input that ZANTO_INPUT names, by its name or a part of it; the default one when it names none, or
-    /// not just one, which is told on standard error. For use in a session of PortAudio's.
+    /// not just one, which is told on standard error. Needs an open PortAudio session.
     static PaDeviceIndex wantedDevice();
 
 private:

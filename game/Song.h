@@ -96,7 +96,8 @@ private:
     double slotsPerSecond = rules::slotsPerSecond;
     Scene scene;
     std::vector<MarkPlace> fading;  ///< the notes that were hit and are not black yet
-    // How far the drawing of each slot and all before it reaches right, and of it and all after it left.
+    // By slot: how far right the drawing of it and of all slots before it reaches, and how far left the
+    // drawing of it and of all slots after it.
     std::vector<float> furthestRight;
     std::vector<float> furthestLeft;
 };
