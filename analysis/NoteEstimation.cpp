@@ -35,10 +35,10 @@ float toFloat(double value) {
 
 NoteEstimation::NoteEstimation() {
     const auto size = static_cast<std::size_t>(windowSize);
-    frame.resize(size, 0.0f);
-    spectrum.resize(size, 0.0f);
-    samples.resize(rules::copiedSamples, 0.0f);
-    scratch.resize(size / 2, 0.0f);
+    frame.resize(size);
+    spectrum.resize(size);
+    samples.resize(rules::copiedSamples);
+    scratch.resize(size / 2);
     std::ifstream in("notes.txt");
     notes.load(in);
     if (const char* const text = std::getenv("ZANTO_MIN_DECIBEL")) {

@@ -76,6 +76,7 @@ TEST_P(Tint, AndTextAreThese) {
 
 const Example examples[] = {
     {"AGainIsGreen", {100}, {0.85f, 1.0f, 0.85f, 1.0f}, "Score:  100"},
+    {"TheLeastGainTooAndItIsNotShown", {0.25f}, {0.85f, 1.0f, 0.85f, 1.0f}, "Score:    0"},
     {"ALossIsRed", {-20}, {1.0f, 0.75f, 0.75f, 1.0f}, "Score:  -20"},
     {"ZeroIsALossOfNothing", {0}, {1.0f, 0.75f, 0.75f, 1.0f}, "Score:    0"},
     {"GainsReachPureGreen", std::vector<float>(7, 100.0f), {0.0f, 1.0f, 0.0f, 1.0f}, "Score:  700"},
