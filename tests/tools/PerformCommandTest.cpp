@@ -132,6 +132,19 @@ TEST_F(PerformCommandTest, DrawsAllTakesOnOnePictureAndReplacesNothingUnasked) {
     EXPECT_FALSE(std::filesystem::exists("b.svg"));
 }
 
+TEST_F(PerformCommandTest, WritesAReportWithTheSoundIfThatIsAskedFor) {
+    writeSound("anna.wav", 48000, 1, wav);
+    EXPECT_EQ(run({"song.txt", "anna.wav", "--report", "a.html"}).status, 0);
+    EXPECT_THAT(read("a.html"), testing::AllOf(HasSubstr("<h1>song</h1>"), Not(HasSubstr("<audio"))));
+    EXPECT_EQ(run({"song.txt", "anna.wav", "--report", "b.html", "--with-sound"}).status, 0);
+    EXPECT_THAT(read("b.html"), HasSubstr("src=\"data:audio/mpeg;base64,"));
+    expectFailure({"song.txt", "anna.wav", "--with-sound"}, 2, "--with-sound belongs to --report");
+    expectFailure({"song.txt", "anna.wav", "--report", "a.htm"}, 2,
+                  "--report wants a name that ends in .html");
+    expectFailure({"song.txt", "anna.wav", "--report", "a.html"}, 1,
+                  "a.html: there is such a file; --force replaces it");
+}
+
 TEST_F(PerformCommandTest, ConvertedRecordingsKeepTheirLengthAndTheirPitch) {
     writeSound("44.wav", 44100, 1, wav);
     SoundRecording recording("44.wav");

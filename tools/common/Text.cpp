@@ -111,3 +111,27 @@ std::string padLeft(const std::string& text, std::size_t width) {
     const std::size_t count = characterCount(text);
     return count < width ? std::string(width - count, ' ') + text : text;
 }
+
+std::string escapedXml(const std::string& text) {
+    std::string safe;
+    for (const char letter : cleanUtf8(text)) {
+        switch (letter) {
+            case '&':
+                safe += "&amp;";
+                break;
+            case '<':
+                safe += "&lt;";
+                break;
+            case '"':
+                safe += "&quot;";
+                break;
+            case '>':
+                safe += "&gt;";
+                break;
+            default:
+                // XML has no place for other control characters, not even escaped.
+                safe += static_cast<unsigned char>(letter) < 0x20 ? ' ' : letter;
+        }
+    }
+    return safe;
+}

@@ -9,6 +9,10 @@ std::string fixed(double number, int decimals);
 /// `text` with every byte that is no part of well-formed UTF-8 replaced by U+FFFD.
 std::string cleanUtf8(const std::string& text);
 
+/// `text` for XML and HTML, between tags or quotes: what has a meaning there is escaped, control characters
+/// become blanks, bytes that are no UTF-8 U+FFFD.
+std::string escapedXml(const std::string& text);
+
 /// How many characters `text` has: well-formed UTF-8 sequences, and bytes that belong to none.
 std::size_t characterCount(const std::string& text);
 

@@ -17,27 +17,6 @@ std::string nameOf(const Page::Color& color) {
            number(100.0 * color.blue) + "%)";
 }
 
-std::string escaped(const std::string& text) {
-    std::string safe;
-    for (const char letter : cleanUtf8(text)) {
-        switch (letter) {
-            case '&':
-                safe += "&amp;";
-                break;
-            case '<':
-                safe += "&lt;";
-                break;
-            case '>':
-                safe += "&gt;";
-                break;
-            default:
-                // XML has no place for other control characters, not even escaped.
-                safe += static_cast<unsigned char>(letter) < 0x20 ? ' ' : letter;
-        }
-    }
-    return safe;
-}
-
 const char* nameOf(Page::Anchor anchor) {
     switch (anchor) {
         case Page::Anchor::start:
@@ -57,7 +36,8 @@ std::string toSvg(const Page& page) {
     std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + number(page.width) +
                       "mm\" height=\"" + number(page.height) + "mm\" viewBox=\"0 0 " + size +
                       "\" role=\"img\">\n";
-    svg += "<title>" + escaped(page.title) + "</title>\n<desc>" + escaped(page.description) + "</desc>\n";
+    svg +=
+        "<title>" + escapedXml(page.title) + "</title>\n<desc>" + escapedXml(page.description) + "</desc>\n";
     svg += "<rect width=\"100%\" height=\"100%\" fill=\"" + nameOf(page.background) + "\"/>\n<g>\n";
     for (const Page::Line& line : page.lines) {
         svg += "<line x1=\"" + number(line.x1) + "\" y1=\"" + number(line.y1) + "\" x2=\"" + number(line.x2) +
@@ -68,7 +48,7 @@ std::string toSvg(const Page& page) {
     for (const Page::Text& text : page.texts) {
         svg += "<text x=\"" + number(text.x) + "\" y=\"" + number(text.baseline) + "\" font-size=\"" +
                number(text.size) + "\" text-anchor=\"" + nameOf(text.anchor) + "\" fill=\"" +
-               nameOf(text.color) + "\">" + escaped(text.text) + "</text>\n";
+               nameOf(text.color) + "\">" + escapedXml(text.text) + "</text>\n";
     }
     return svg + "</g>\n</svg>\n";
 }

@@ -265,6 +265,8 @@ std::size_t TakeLine::drawWords() {
             page.texts.push_back({line.x(static_cast<double>(slot) + halfSlot), baseline, wordSize,
                                   Page::Anchor::middle, word.color, word.text});
             baseline += wordSpacing;
+            page.description +=
+                (page.description.empty() ? "" : (&word == &words.front() ? "; " : " ")) + word.text;
         }
         most = std::max(most, words.size());
     }

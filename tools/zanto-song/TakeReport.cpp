@@ -72,12 +72,6 @@ std::string peaksOf(const TakenPenalty& penalty) {
     return peaks.empty() ? "" : ", heard at " + peaks + " Hz";
 }
 
-std::size_t awardedIn(const Take& take) {
-    return static_cast<std::size_t>(
-        std::count_if(take.notes.begin(), take.notes.end(),
-                      [](const TakenNote& note) { return note.outcome == TakenNote::Outcome::awarded; }));
-}
-
 std::string lineOf(const TakenNote& note, double minDecibel) {
     const bool wasHeard = note.heardSeconds.has_value();
     const std::string points = note.outcome == TakenNote::Outcome::awarded ? fixed(note.points, 0) : "-";
@@ -149,6 +143,12 @@ std::string csvField(const std::string& text) {
 }
 
 }  // namespace
+
+std::size_t awardedIn(const Take& take) {
+    return static_cast<std::size_t>(
+        std::count_if(take.notes.begin(), take.notes.end(),
+                      [](const TakenNote& note) { return note.outcome == TakenNote::Outcome::awarded; }));
+}
 
 std::string summaryOf(const Take& take) {
     return fixed(take.score, 0) + " points, " + std::to_string(awardedIn(take)) + " of " +

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,8 @@ struct NamedTake {
     std::string recording;
     Take take;
 };
+
+std::size_t awardedIn(const Take& take);
 
 /// "300 points, 3 of 4 notes awarded, 1 penalty".
 std::string summaryOf(const Take& take);

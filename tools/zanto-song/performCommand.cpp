@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -10,8 +11,10 @@
 #include "tools/common/DataFolder.h"
 #include "tools/common/Ear.h"
 #include "tools/common/Files.h"
+#include "tools/zanto-song/EmbeddedSound.h"
 #include "tools/zanto-song/SoundRecording.h"
 #include "tools/zanto-song/Take.h"
+#include "tools/zanto-song/TakePage.h"
 #include "tools/zanto-song/TakePicture.h"
 #include "tools/zanto-song/TakeReport.h"
 #include "tools/zanto-song/commands.h"
@@ -21,7 +24,7 @@ namespace {
 
 constexpr const char* usage =
     "zanto-song perform FILE RECORDING... [--start SECONDS] [--ear EAR] [--data FOLDER] [--json | --csv]\n"
-    "                   [--picture OUT.svg|OUT.png] [--force]\n"
+    "                   [--picture OUT.svg|OUT.png] [--report OUT.html [--with-sound]] [--force]\n"
     "    Plays recordings to the game and says what score each would have got, what became of every note\n"
     "    and where every penalty came from. The game's clock is a virtual one here, so this takes a "
     "fraction\n"
@@ -33,6 +36,10 @@ constexpr const char* usage =
     "    --data FOLDER     where the game's notes.txt is, if it is not found\n"
     "    --json, --csv     the same for programs and for spreadsheets\n"
     "    --picture OUT     draw what was due, what was heard, awards and penalties on the staff\n"
+    "    --report OUT      a page for a browser: all takes in a table, their pictures, what would have "
+    "earned\n"
+    "                      more. It needs nothing but itself\n"
+    "    --with-sound      put the recordings into the page\n"
     "    --force           replace OUT if there is such a file\n"
     "    ZANTO_MIN_DECIBEL means what it means to the game. Status 1 if a file cannot be read.\n"
     "    Try it: zanto-song render song.txt -o take.wav && zanto-song perform song.txt take.wav\n";
@@ -56,9 +63,33 @@ Take takeOf(const std::string& songPath, const std::string& path, double startSe
     return take;
 }
 
+Page pictureOf(const std::string& title, const std::vector<NamedTake>& takes) {
+    std::vector<Page> strips;
+    for (const NamedTake& named : takes) {
+        const std::vector<Page> more = drawTake(title, named);
+        strips.insert(strips.end(), more.begin(), more.end());
+    }
+    strips.push_back(takeLegend());
+    return onSheets(strips);
+}
+
+std::string pageOf(const std::string& songPath, const std::vector<NamedTake>& takes, bool withSound) {
+    const Judge judge = [&](const std::vector<HeardFrame>& frames) {
+        Song song;
+        loadSong(songPath, song);
+        return rescore(song, frames);
+    };
+    std::vector<ShownTake> shown;
+    for (const NamedTake& named : takes) {
+        shown.push_back(
+            {named, adviceFor(named.take, judge), withSound ? embeddedSound(named.recording) : ""});
+    }
+    return htmlReport(titleOf(songPath), shown);
+}
+
 int perform(const CommandArguments& arguments) {
-    const Arguments given(arguments, {"--json", "--csv", "--force"},
-                          {"--start", "--ear", "--data", "--picture"});
+    const Arguments given(arguments, {"--json", "--csv", "--force", "--with-sound"},
+                          {"--start", "--ear", "--data", "--picture", "--report"});
     if (given.files().size() < 2) {
         throw WrongUse(given.files().empty() ? "which song?" : "which recording?");
     }
@@ -66,8 +97,15 @@ int perform(const CommandArguments& arguments) {
         throw WrongUse("--json or --csv, not both");
     }
     const std::optional<std::string> picture = given.value("--picture");
+    const std::optional<std::string> page = given.value("--report");
     if (picture) {
         expectPictureName("--picture", *picture);
+    }
+    if (page && std::filesystem::path(*page).extension() != ".html") {
+        throw WrongUse("--report wants a name that ends in .html");
+    }
+    if (given.has("--with-sound") && !page) {
+        throw WrongUse("--with-sound belongs to --report");
     }
     chooseEar(given);
     const double start =
@@ -78,8 +116,12 @@ int perform(const CommandArguments& arguments) {
     loadSong(songPath, song);
     // Before anything is listened to, so that a name that cannot be had is told at once.
     std::optional<NewFile> pictureFile;
+    std::optional<NewFile> pageFile;
     if (picture) {
         pictureFile.emplace(*picture, given.has("--force"), given.files());
+    }
+    if (page) {
+        pageFile.emplace(*page, given.has("--force"), given.files());
     }
     std::vector<NamedTake> takes;
     int status = statusDone;
@@ -94,14 +136,12 @@ int perform(const CommandArguments& arguments) {
     const auto report = given.has("--json") ? jsonReport : (given.has("--csv") ? csvReport : textReport);
     std::cout << report(songPath, takes);
     if (picture && !takes.empty()) {
-        std::vector<Page> strips;
-        for (const NamedTake& named : takes) {
-            const std::vector<Page> more = drawTake(titleOf(songPath), named);
-            strips.insert(strips.end(), more.begin(), more.end());
-        }
-        strips.push_back(takeLegend());
-        pictureFile->write(toPicture(onSheets(strips), *picture, given.value("--data")));
+        pictureFile->write(toPicture(pictureOf(titleOf(songPath), takes), *picture, given.value("--data")));
         pictureFile->keep();
+    }
+    if (page && !takes.empty()) {
+        pageFile->write(pageOf(songPath, takes, given.has("--with-sound")));
+        pageFile->keep();
     }
     return status;
 }
