@@ -13,9 +13,7 @@ namespace {
 /// A pipe that keeps what is written into it.
 class Pipe {
 public:
-    Pipe() {
-        EXPECT_EQ(pipe2(ends, O_NONBLOCK | O_CLOEXEC), 0);
-    }
+    Pipe() { EXPECT_EQ(pipe2(ends, O_NONBLOCK | O_CLOEXEC), 0); }
     ~Pipe() {
         close(ends[0]);
         close(ends[1]);
@@ -23,9 +21,7 @@ public:
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
 
-    int inlet() const {
-        return ends[1];
-    }
+    int inlet() const { return ends[1]; }
 
     void write(const std::string& text) const {
         EXPECT_EQ(::write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));

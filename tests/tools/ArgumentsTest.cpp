@@ -27,9 +27,8 @@ Outcome companion(const CommandArguments& arguments) {
         std::cout << own.size();
         return own.empty() ? throw Failure("no file") : statusDone;
     };
-    return outcomeOf("outer", [&] {
-        return runCompanion("tool", "does it.", {{"do", "tool do\n", run}}, arguments);
-    });
+    const std::vector<Command> commands = {{"do", "tool do\n", run}};
+    return outcomeOf("outer", [&] { return runCompanion("tool", "does it.", commands, arguments); });
 }
 
 }  // namespace

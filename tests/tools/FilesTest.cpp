@@ -18,6 +18,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using Status = struct stat;
+
 class FilesTest : public testing::Test {
 protected:
     static void write(const std::string& path, const std::string& text, bool mayReplace = false) {
@@ -76,7 +78,7 @@ TEST_F(FilesTest, AFileAppearsWholeOrNotAtAllAndReplacesAnotherOnlyWhenAskedFor)
     write("link.txt", "new", true);
     EXPECT_EQ(readFile("old.txt", mostSongBytes), "new");
     EXPECT_TRUE(fs::is_symlink("link.txt"));
-    struct stat status {};
+    Status status{};
     ASSERT_EQ(stat("old.txt", &status), 0);
     EXPECT_EQ(status.st_mode & 0777u, 0640u);
 }

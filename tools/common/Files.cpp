@@ -16,6 +16,7 @@
 #include "tools/common/Command.h"
 
 namespace fs = std::filesystem;
+using Status = struct stat;
 
 std::string whyUnreadable(const std::string& path, std::uintmax_t mostBytes) {
     std::error_code error;
@@ -52,7 +53,7 @@ std::string readFile(const std::string& path, std::uintmax_t mostBytes) {
 
 NewFile::NewFile(std::string path_, bool mayReplace_, const std::vector<std::string>& sources)
     : path(std::move(path_)), place(path), mayReplace(mayReplace_) {
-    struct stat present {};
+    Status present{};
     if (stat(path.c_str(), &present) != 0) {
         openBeside();
         return;

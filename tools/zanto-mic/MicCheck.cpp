@@ -48,7 +48,7 @@ struct Hearing {
     double clean = 0.0;
 };
 
-Hearing hearingOf(const std::vector<Moment>& sounding, std::vector<Notes::NoteID> Moment::*notes) {
+Hearing hearingOf(const std::vector<Moment>& sounding, decltype(&Moment::notes) notes) {
     std::array<int, 7> heard{};
     for (const Moment& moment : sounding) {
         for (const Notes::NoteID& note : moment.*notes) {
