@@ -16,15 +16,22 @@ namespace {
 int countsAlive = 0;
 }  // namespace
 
-// Each block begins with its size: not every compiler tells it to the operator that frees.
-void* operator new(std::size_t size) {
+// Each block begins with its size: not every compiler tells it to the operator that frees. A sanitizer's own
+// operators would otherwise serve the calls that must not throw.
+void* operator new(std::size_t size, const std::nothrow_t& /*unused*/) noexcept {
     auto* const block = static_cast<char*>(std::malloc(alignof(std::max_align_t) + size));
     if (block == nullptr) {
-        throw std::bad_alloc();
+        return nullptr;
     }
     *reinterpret_cast<std::size_t*>(block) = size;
     countsAlive += size == sizeof(int) ? 1 : 0;
     return block + alignof(std::max_align_t);
+}
+void* operator new(std::size_t size) {
+    if (void* const block = operator new(size, std::nothrow)) {
+        return block;
+    }
+    throw std::bad_alloc();
 }
 void operator delete(void* memory) noexcept {
     if (memory != nullptr) {
