@@ -17,8 +17,8 @@ set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${ZANTO_HOMEPAGE}")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS ttf-bitstream-vera)
-# Sheet music is read by abcmidi's programs, OpenGL brought by Mesa's drivers, desktop sound by ALSA's plugins.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "abcmidi, libasound2-plugins, libgl1-mesa-dri, pipewire-alsa | pulseaudio")
+# OpenGL is brought by Mesa's drivers, desktop sound by ALSA's plugins.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libasound2-plugins, libgl1-mesa-dri, pipewire-alsa | pulseaudio")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "music game that listens to what you play")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "Pick a song, watch its notes scroll past on a staff, and play them on

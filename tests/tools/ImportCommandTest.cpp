@@ -88,7 +88,8 @@ TEST_F(ImportCommandTest, ProblemsAndWrongUse) {
     expectFailure(option("--slot", "1/0"), 2, "--slot wants a note value from 1/1 to 1/64");
     expectFailure(option("--voice", "first"), 2, "--voice wants a number from 1, or all");
     expectFailure(option("--transpose", "25"), 2, "--transpose wants whole semitones, -24 to 24");
-    expectFailure(option("--tune", "x"), 2, "--tune wants the number of a tune");
+    expectFailure(option("--tune", "x"), 2,
+                  "--tune wants the number of a tune, as 4, or 4.2 for the second one of that number");
     EXPECT_FALSE(std::filesystem::exists("c"));
     EXPECT_EQ(read("tune.txt"), "precious");
 }

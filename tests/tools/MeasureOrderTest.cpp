@@ -2,20 +2,41 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
+#include "tests/tools/Outcome.h"
+
 namespace {
 
+MeasureSigns with(const std::function<void(MeasureSigns&)>& change) {
+    MeasureSigns signs;
+    change(signs);
+    return signs;
+}
+
 const MeasureSigns plain;
-const MeasureSigns begins{true, 0, {}, false};
+const MeasureSigns begins = with([](MeasureSigns& signs) { signs.repeatBegins = true; });
 
 MeasureSigns ends(int times) {
-    return {false, times, {}, false};
+    return with([=](MeasureSigns& signs) { signs.timesPlayed = times; });
 }
 MeasureSigns ending(const std::set<int>& rounds, int timesPlayed, bool isOver = true) {
-    return {false, timesPlayed, rounds, isOver};
+    return with([=](MeasureSigns& signs) {
+        signs.timesPlayed = timesPlayed;
+        signs.endingBegins = rounds;
+        signs.endingEnds = isOver;
+    });
+}
+// A measure with the texts that `addSign` knows.
+MeasureSigns saying(const std::vector<std::string>& texts, MeasureSigns signs = {}) {
+    for (const std::string& text : texts) {
+        EXPECT_TRUE(addSign(text, signs)) << text;
+    }
+    return signs;
 }
 
 }  // namespace
@@ -39,5 +60,37 @@ TEST(MeasureOrder, RepeatsAreWrittenOutWithTheEndingsOfTheirRounds) {
     for (const auto& [measures, order] : cases) {
         EXPECT_EQ(playingOrder(measures), order);
     }
-    EXPECT_FALSE(playingOrder({plain, ends(1000000)}));  // a repeat without an end
+    EXPECT_EQ(failureOf([] { playingOrder({plain, ends(1000000)}); }), "its repeats never come to an end");
+}
+
+TEST(MeasureOrder, JumpsAreFollowedOnceAndWithoutRepeats) {
+    const std::vector<std::pair<std::vector<MeasureSigns>, std::vector<std::size_t>>> cases = {
+        {{plain, saying({"Fine"}), plain, saying({"D.C. al Fine"})}, {0, 1, 2, 3, 0, 1}},
+        {{plain, saying({"D. C."}), plain}, {0, 1, 0, 1, 2}},
+        {{plain, saying({"segno"}), saying({"fine"}), saying({"dal Segno"})}, {0, 1, 2, 3, 1, 2}},
+        {{plain, saying({"To Coda"}), saying({"D.C. al Coda"}), saying({"Coda"}), ends(2)},
+         {0, 1, 2, 0, 1, 3, 4, 3, 4}},
+        // Of two signs of the coda the first one says where to leave.
+        {{plain, plain, saying({"coda", "dacapo"}), saying({"coda"})}, {0, 1, 2, 0, 1, 3}},
+        // The last endings, in the repeat of a repeat.
+        {{begins, ending({1}, 2), ending({2}, 0), saying({"Fine"}, ends(2)), saying({"da capo"})},
+         {0, 1, 0, 2, 3, 3, 4, 0, 2, 3}},
+        // A jump at the end of a repeat comes after its last round.
+        {{plain, saying({"D.C."}, ends(2)), plain}, {0, 1, 0, 1, 0, 1, 2}},
+    };
+    for (const auto& [measures, order] : cases) {
+        EXPECT_EQ(playingOrder(measures), order);
+    }
+    EXPECT_EQ(failureOf([] {
+                  playingOrder({plain, saying({"D.S."})});
+              }),
+              "it says \"dal segno\", and there is no segno before it");
+    EXPECT_EQ(failureOf([] {
+                  playingOrder({plain, saying({"al coda"}), saying({"D.C."})});
+              }),
+              "it says \"to coda\", and there is no coda behind it");
+    MeasureSigns signs;
+    for (const char* const text : {"", "Dsus4", "D", "Csus", "finely", "d.c. tomorrow"}) {
+        EXPECT_FALSE(addSign(text, signs)) << text;
+    }
 }

@@ -3,16 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "tests/support/MidiBytes.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/tools/NotesOf.h"
 #include "tests/tools/Outcome.h"
 
 namespace {
@@ -21,26 +17,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// "pitch@start+length" of each note, in hundredths of a quarter note.
-std::vector<std::string> notesOf(const SheetVoice& voice) {
-    std::vector<std::string> notes;
-    for (const SheetNote& note : voice.notes) {
-        notes.push_back(std::to_string(note.pitch) + "@" + std::to_string(std::lround(note.start * 100)) +
-                        "+" + std::to_string(std::lround(note.length * 100)));
-    }
-    return notes;
-}
-
 SheetMusic xml(const std::string& measures, const std::string& more = "") {
     return readMusicXml(
         "<?xml version=\"1.0\"?><score-partwise><part-list><score-part id=\"P1\"><part-name>Flute</part-name>"
         "</score-part></part-list><part id=\"P1\">" +
         measures + "</part>" + more + "</score-partwise>");
-}
-
-SheetMusic abc(const std::string& text, std::optional<int> tune = {}) {
-    const TemporaryFolder folder;
-    return readAbc(folder.write("a.abc", text), tune);
 }
 
 // A note of MusicXML, with further elements.
@@ -136,52 +117,6 @@ TEST(MidiSheet, FilesDamagedAtRandomAreReadOrRefusedInOrder) {
     }
     EXPECT_GT(refused, 2000);
     EXPECT_LT(refused, 18000);
-}
-
-TEST(AbcSheet, Tunes) {
-    const SheetMusic sheet = abc("X:1\nT:Tune\nM:4/4\nL:1/4\nQ:1/4=90\nK:G\nG2 A F | [Gd]4 :|\n");
-    ASSERT_EQ(sheet.voices.size(), 1u);
-    EXPECT_DOUBLE_EQ(std::round(sheet.quartersPerMinute), 90.0);
-    EXPECT_TRUE(sheet.lengthsAreExact);
-    const std::vector<SheetNote>& notes = sheet.voices[0].notes;
-    ASSERT_EQ(notes.size(), 10u);   // with the repeat
-    EXPECT_EQ(notes[2].pitch, 66);  // the key's F sharp
-    EXPECT_NEAR(notes[1].start, 2.0, 0.025);
-    EXPECT_NEAR(notes[4].start, 4.0, 0.025);
-    EXPECT_EQ(notes[9].place, "bar 4, beat 1");
-    EXPECT_THAT(sheet.lost, IsEmpty());
-}
-
-TEST(AbcSheet, WhatCannotBeKeptOrReadIsNamed) {
-    const SheetMusic sheet = abc("X:1\nM:4/4\nL:1/4\nK:C\n\"Am\"A {b}c {de}d e |]\n");
-    EXPECT_EQ(sheet.voices.at(0).notes.size(), 4u);
-    EXPECT_THAT(sheet.lost, ElementsAre("2 groups of grace notes", HasSubstr("chord symbols")));
-    EXPECT_THAT(failureOf([&] { abc("X:1\nM:4/4\nL:1/4\nK:C\nC ? D\n"); }),
-                HasSubstr("Error in line-char 5-2"));
-    EXPECT_THAT(failureOf([&] { abc("just text\n"); }), HasSubstr("no tune in it"));
-    EXPECT_EQ(failureOf([] { readAbc("none.abc", {}); }), "there is no such file");
-}
-
-TEST(AbcSheet, SeveralTunesWantAChoice) {
-    const std::string book =
-        "X:1\nT:First\nM:4/4\nL:1/4\nK:C\n{e}C D\n\nX:2\nT:Second one\nM:4/4\nL:1/4\nK:C\nE F G\n";
-    EXPECT_THAT(failureOf([&] { abc(book); }),
-                HasSubstr("choose one with --tune and its number:\n    1 (First)\n    2 (Second one)"));
-    EXPECT_THAT(failureOf([&] { abc(book, 3); }), HasSubstr("there is no tune 3"));
-    const SheetMusic second = abc(book, 2);
-    EXPECT_EQ(second.voices.at(0).notes.size(), 3u);
-    EXPECT_THAT(second.lost, IsEmpty());  // the grace note is the first tune's
-}
-
-TEST(AbcSheet, NoFolderForTemporaryFilesIsNeeded) {
-    const TemporaryFolder folder;
-    const std::string file = folder.write("a.abc", "X:1\nM:4/4\nL:1/4\nK:C\nC D\n");
-    folder.write("tune.mid", "precious");
-    setenv("TMPDIR", "/proc", 1);  // nothing can be written there
-    EXPECT_EQ(readAbc(file, {}).voices.at(0).notes.size(), 2u);
-    unsetenv("TMPDIR");
-    std::ifstream in("tune.mid");
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(in), {}), "precious");
 }
 
 TEST(MusicXmlSheet, NotesChordsRestsTiesAndVoicesInMeasuresAsLongAsTheLongestPart) {

@@ -118,6 +118,7 @@ private:
     struct Track {
         std::string name;
         std::map<int, std::vector<SheetNote>> byChannel;
+        std::map<int, int> programs;  // the first of each channel
     };
     using Sounding = std::map<std::pair<int, int>, SheetNote>;  // by channel and pitch
 
@@ -151,8 +152,7 @@ void MidiReader::begin(int channel, int pitch) {
         return;
     }
     if (++noteCount > mostSheetNotes || now > mostQuarters) {
-        throw Failure("it is longer than " + fixed(mostQuarters, 0) + " quarter notes or " +
-                      std::to_string(mostSheetNotes) + " notes");
+        throw tooLong();
     }
     sounding[{channel, pitch}] = {now, 0.0, pitch, ""};
 }
@@ -176,6 +176,9 @@ void MidiReader::readMessage(std::uint32_t status, Bytes& bytes) {
         if (kind == 0x90u && second > 0) {
             begin(channel, first);
         }
+    }
+    if (kind == 0xC0u) {
+        tracks.back().programs.try_emplace(channel, first);
     }
     bends += kind == 0xE0u ? 1 : 0;
 }
@@ -270,17 +273,17 @@ SheetMusic MidiReader::read(Bytes file) {
     sheet.lengthsAreExact = false;
     for (Track& track : tracks) {
         for (auto& [channel, notes] : track.byChannel) {
-            std::stable_sort(notes.begin(), notes.end(), [](const SheetNote& left, const SheetNote& right) {
-                return std::make_pair(left.start, left.pitch) < std::make_pair(right.start, right.pitch);
-            });
+            sortNotes(notes);
             for (SheetNote& note : notes) {
                 note.place = bars.placeOf(note.start);
             }
             const std::string number = std::to_string(1 + &track - tracks.data());
             const std::string name = track.name.empty() ? "track " + number : track.name;
             const bool isAlone = track.byChannel.size() == 1;
-            sheet.voices.push_back(
-                {isAlone ? name : name + ", channel " + std::to_string(channel), std::move(notes)});
+            const auto program = track.programs.find(channel);
+            sheet.voices.push_back({isAlone ? name : name + ", channel " + std::to_string(channel),
+                                    std::move(notes),
+                                    program == track.programs.end() ? "" : midiInstrument(program->second)});
         }
     }
     if (sheet.voices.empty() && drumBeats > 0) {

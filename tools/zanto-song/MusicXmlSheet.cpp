@@ -9,8 +9,8 @@
 #include "tools/common/Arguments.h"
 #include "tools/common/Command.h"
 #include "tools/common/Text.h"
-#include "tools/zanto-song/MeasureOrder.h"
 #include "tools/zanto-song/SheetMusic.h"
+#include "tools/zanto-song/WrittenScore.h"
 
 namespace {
 
@@ -21,27 +21,6 @@ constexpr double highestOctave = 9.0;
 constexpr double leastDivisions = 1.0 / 1024.0;
 constexpr double mostDivisions = 1e6;
 
-// One note of a measure; start in quarter notes from the measure's beginning.
-struct WrittenNote {
-    std::string voice;
-    double start;
-    double length;
-    int pitch;
-    bool continues;  // the end of a tie
-};
-
-struct Measure {
-    std::string number;
-    double length = 0.0;  // quarter notes
-    std::vector<WrittenNote> notes;
-    MeasureSigns signs;
-};
-
-struct Part {
-    std::string name;
-    std::vector<Measure> measures;
-};
-
 int semitonesOf(char step) {
     constexpr const char* steps = "C D EF G A B";
     const char* const found = std::strchr(steps, step);
@@ -49,7 +28,7 @@ int semitonesOf(char step) {
 }
 
 // The text of an element or attribute as a number from `least` to `most`, not guessed where it is none.
-double numberIn(const char* text, double least, double most, const char* what, const Measure& measure) {
+double numberIn(const char* text, double least, double most, const char* what, const ScoreMeasure& measure) {
     constexpr const char* blanks = " \t\r\n";
     std::string digits = text;
     digits.erase(digits.find_last_not_of(blanks) + 1);
@@ -69,14 +48,12 @@ public:
     SheetMusic read(const pugi::xml_node& score);
 
 private:
-    Part readPart(const pugi::xml_node& part, std::string name);
-    Measure readMeasure(const pugi::xml_node& measure);
-    void readNote(const pugi::xml_node& note, Measure& measure);
-    void readSound(const pugi::xml_node& sound, const Measure& measure);
-    static void readBarline(const pugi::xml_node& barline, Measure& measure);
-    double durationOf(const pugi::xml_node& node, const Measure& measure) const;
-    void addVoices(const Part& part, const std::vector<std::size_t>& order,
-                   const std::vector<double>& lengths);
+    ScorePart readPart(const pugi::xml_node& part, std::string name);
+    ScoreMeasure readMeasure(const pugi::xml_node& measure);
+    void readNote(const pugi::xml_node& note, ScoreMeasure& measure);
+    void readSound(const pugi::xml_node& sound, const ScoreMeasure& measure);
+    static void readBarline(const pugi::xml_node& barline, ScoreMeasure& measure);
+    double durationOf(const pugi::xml_node& node, const ScoreMeasure& measure) const;
     void lose(const std::string& what) { ++lost[what]; }
 
     SheetMusic sheet;
@@ -85,15 +62,14 @@ private:
     double divisions = 1.0;  // of a quarter note, until the file says otherwise
     double position = 0.0;   // quarter notes into the measure
     double chordStart = 0.0;
-    std::size_t noteCount = 0;
 };
 
-double MusicXmlReader::durationOf(const pugi::xml_node& node, const Measure& measure) const {
+double MusicXmlReader::durationOf(const pugi::xml_node& node, const ScoreMeasure& measure) const {
     return numberIn(node.child_value("duration"), 0.0, mostQuarters * divisions, "duration", measure) /
            divisions;
 }
 
-void MusicXmlReader::readSound(const pugi::xml_node& sound, const Measure& measure) {
+void MusicXmlReader::readSound(const pugi::xml_node& sound, const ScoreMeasure& measure) {
     const double tempo = numberIn(sound.attribute("tempo").as_string("0"), 0.0, mostTempo, "tempo", measure);
     if (tempo > 0.0 && tempoKnown && tempo != sheet.quartersPerMinute) {
         lose("tempo change");
@@ -108,7 +84,7 @@ void MusicXmlReader::readSound(const pugi::xml_node& sound, const Measure& measu
     }
 }
 
-void MusicXmlReader::readBarline(const pugi::xml_node& barline, Measure& measure) {
+void MusicXmlReader::readBarline(const pugi::xml_node& barline, ScoreMeasure& measure) {
     MeasureSigns& signs = measure.signs;
     const pugi::xml_node repeat = barline.child("repeat");
     if (std::strcmp(repeat.attribute("direction").value(), "forward") == 0) {
@@ -131,7 +107,7 @@ void MusicXmlReader::readBarline(const pugi::xml_node& barline, Measure& measure
     }
 }
 
-void MusicXmlReader::readNote(const pugi::xml_node& note, Measure& measure) {
+void MusicXmlReader::readNote(const pugi::xml_node& note, ScoreMeasure& measure) {
     if (note.child("grace")) {
         lose("grace note");
         return;
@@ -161,13 +137,13 @@ void MusicXmlReader::readNote(const pugi::xml_node& note, Measure& measure) {
         const double octave = numberIn(pitch.child_value("octave"), 0.0, highestOctave, "octave", measure);
         const int semitones = 12 * (static_cast<int>(octave) + 1) + step + static_cast<int>(alter);
         const pugi::xml_node stop = note.find_child_by_attribute("tie", "type", "stop");
-        measure.notes.push_back(
-            {note.child("voice").text().as_string("1"), start, length, semitones, static_cast<bool>(stop)});
+        measure.notes.push_back({note.child("voice").text().as_string("1"), start, length, semitones,
+                                 "bar " + measure.number, static_cast<bool>(stop)});
     }
 }
 
-Measure MusicXmlReader::readMeasure(const pugi::xml_node& node) {
-    Measure measure;
+ScoreMeasure MusicXmlReader::readMeasure(const pugi::xml_node& node) {
+    ScoreMeasure measure;
     measure.number = node.attribute("number").value();
     position = 0.0;
     for (const pugi::xml_node& child : node) {
@@ -195,8 +171,8 @@ Measure MusicXmlReader::readMeasure(const pugi::xml_node& node) {
     return measure;
 }
 
-Part MusicXmlReader::readPart(const pugi::xml_node& node, std::string name) {
-    Part part{std::move(name), {}};
+ScorePart MusicXmlReader::readPart(const pugi::xml_node& node, std::string name) {
+    ScorePart part{std::move(name), {}, {}};
     divisions = 1.0;
     for (const pugi::xml_node& measure : node.children("measure")) {
         part.measures.push_back(readMeasure(measure));
@@ -204,49 +180,8 @@ Part MusicXmlReader::readPart(const pugi::xml_node& node, std::string name) {
     return part;
 }
 
-// Lays the measures one behind the other, joins ties, and parts the voices.
-void MusicXmlReader::addVoices(const Part& part, const std::vector<std::size_t>& order,
-                               const std::vector<double>& lengths) {
-    std::map<std::string, SheetVoice> voices;
-    std::map<std::pair<std::string, int>, std::size_t> latest;  // by voice and pitch, an index of its notes
-    double begin = 0.0;
-    for (const std::size_t index : order) {
-        if (index >= part.measures.size()) {
-            continue;
-        }
-        const Measure& measure = part.measures[index];
-        for (const WrittenNote& note : measure.notes) {
-            std::vector<SheetNote>& notes = voices[note.voice].notes;
-            const double start = begin + note.start;
-            const auto [entry, isFirst] = latest.try_emplace({note.voice, note.pitch}, notes.size());
-            if (note.continues && !isFirst) {
-                SheetNote& before = notes[entry->second];
-                if (std::abs(before.start + before.length - start) < 1e-6) {
-                    before.length += note.length;
-                    continue;
-                }
-            }
-            entry->second = notes.size();
-            notes.push_back({start, note.length, note.pitch, "bar " + measure.number});
-            if (++noteCount > mostSheetNotes || start > mostQuarters) {
-                throw Failure("it is longer than " + fixed(mostQuarters, 0) + " quarter notes or " +
-                              std::to_string(mostSheetNotes) + " notes");
-            }
-        }
-        begin += lengths[index];
-    }
-    for (auto& [number, voice] : voices) {
-        std::stable_sort(
-            voice.notes.begin(), voice.notes.end(), [](const SheetNote& left, const SheetNote& right) {
-                return std::make_pair(left.start, left.pitch) < std::make_pair(right.start, right.pitch);
-            });
-        voice.name = voices.size() == 1 ? part.name : part.name + ", voice " + number;
-        sheet.voices.push_back(std::move(voice));
-    }
-}
-
 SheetMusic MusicXmlReader::read(const pugi::xml_node& score) {
-    std::vector<Part> parts;
+    std::vector<ScorePart> parts;
     for (const pugi::xml_node& node : score.children("part")) {
         const char* const id = node.attribute("id").value();
         const pugi::xml_node entry = score.child("part-list").find_child_by_attribute("score-part", "id", id);
@@ -256,24 +191,7 @@ SheetMusic MusicXmlReader::read(const pugi::xml_node& score) {
     if (parts.empty()) {
         throw Failure("there is no part in it");
     }
-    std::vector<MeasureSigns> signs;
-    for (const Measure& measure : parts.front().measures) {
-        signs.push_back(measure.signs);
-    }
-    const std::optional<std::vector<std::size_t>> order = playingOrder(signs);
-    if (!order) {
-        throw Failure("its repeats never come to an end");
-    }
-    // A measure is as long as the part that says most about it.
-    std::vector<double> lengths(signs.size(), 0.0);
-    for (const Part& part : parts) {
-        for (std::size_t index = 0; index < std::min(lengths.size(), part.measures.size()); ++index) {
-            lengths[index] = std::max(lengths[index], part.measures[index].length);
-        }
-    }
-    for (const Part& part : parts) {
-        addVoices(part, *order, lengths);
-    }
+    layOut(parts, "", sheet);
     for (const auto& [what, count] : lost) {
         sheet.lost.push_back(counted(count, what));
     }

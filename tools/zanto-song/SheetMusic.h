@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <vector>
+
+#include "tools/common/Command.h"
 
 /// One note as a file of sheet music has it. Times in quarter notes from the beginning.
 struct SheetNote {
@@ -17,6 +18,7 @@ struct SheetNote {
 struct SheetVoice {
     std::string name;
     std::vector<SheetNote> notes;
+    std::string instrument{};  ///< empty when nothing is said
 };
 
 /// What a file of sheet music or a MIDI file says, as far as a song can use it.
@@ -25,22 +27,34 @@ struct SheetMusic {
     double quartersPerMinute = 120.0;  ///< as first said; 120 is what MIDI takes when nothing is said
     bool lengthsAreExact = true;       ///< false for what may have been recorded from a player
     std::vector<std::string> lost;     ///< what there was beyond these, one line each
-    std::vector<std::string> remarks;  ///< what the program that read the file had to say
+    std::vector<std::string> remarks;  ///< what the reader wondered about, one line each
 };
 
 /// What is more than this is refused, so that a damaged file takes neither hours nor all memory.
 constexpr double mostQuarters = 100000.0;       ///< the length of the music: 14 hours at 120 a minute
 constexpr std::size_t mostSheetNotes = 200000;  ///< repeats written out
 
-/// The readers. A file that cannot be read for certain throws a Failure with the reason, without its name.
+/// The Failure for what is.
+Failure tooLong();
 
-/// A MIDI file of format 0, 1 or 2, given by its contents.
+/// Puts notes in order: by start, those that begin together from the lowest to the highest.
+void sortNotes(std::vector<SheetNote>& notes);
+
+/// The instrument of a program number of General MIDI, from 0.
+std::string midiInstrument(int program);
+
+/// The readers take a file's contents. A file that cannot be read for certain throws a Failure with the
+/// reason, without its name.
+
+/// A MIDI file of format 0, 1 or 2.
 SheetMusic readMidi(const std::string& contents);
 
-/// A tune in ABC notation, read by the program abc2midi. `tune` is the X: number of the one to take from a
-/// file of several.
-SheetMusic readAbc(const std::string& path, std::optional<int> tune);
+/// A tune in ABC notation, version 2.1 and what was usual before. `tune` is the X: number of the one to take
+/// from a file of several, "4", or "4.2" for the second one of that number; empty when nothing was asked for.
+SheetMusic readAbc(const std::string& contents, const std::string& tune);
 
-/// MusicXML, uncompressed, in parts ("score-partwise"), given by its contents. Repeats and their endings are
-/// written out.
+/// MusicXML in parts ("score-partwise"), at sounding pitch. Repeats, endings and jumps are written out.
 SheetMusic readMusicXml(const std::string& contents);
+
+/// MusicXML in a zip archive (.mxl).
+SheetMusic readCompressedMusicXml(const std::string& contents);

@@ -29,7 +29,8 @@ constexpr const char* usage =
     "it\n"
     "    refuses and says what to choose.\n"
     "    --voice N       which voice, if there are several; all puts them together\n"
-    "    --tune N        which tune of an ABC file of several, by its X: number\n"
+    "    --tune N        which tune of an ABC file of several, by its X: number; 4.2 for the second "
+    "4\n"
     "    --slot 1/N      a slot is an Nth note: 1/4 a quarter note, 1/8 an eighth note, 1/12 one of a "
     "triplet of\n"
     "                    eighth notes\n"
@@ -43,7 +44,7 @@ struct ImportOptions {
     std::string song;
     bool mayReplace = false;
     std::optional<std::string> voice;
-    std::optional<int> tune;
+    std::string tune;
     ArrangeWishes wishes;
 };
 
@@ -70,7 +71,10 @@ ImportOptions readOptions(const CommandArguments& arguments) {
     if (options.voice && *options.voice != "all" && !parseWhole(*options.voice, 1, 9999)) {
         throw WrongUse("--voice wants a number from 1, or all");
     }
-    options.tune = given.whole("--tune", 0, 99999999, "the number of a tune");
+    options.tune = given.value("--tune").value_or("");
+    if (given.value("--tune") && !parseNumber(options.tune, 0.0, 99999999.9)) {
+        throw WrongUse("--tune wants the number of a tune, as 4, or 4.2 for the second one of that number");
+    }
     if (const auto slot = given.value("--slot"); slot && !(options.wishes.slotQuarters = parseSlot(*slot))) {
         throw WrongUse("--slot wants a note value from 1/1 to 1/64");
     }
@@ -87,7 +91,7 @@ SheetMusic readSheet(const ImportOptions& options) {
         return readMidi(contents);
     }
     if (ending == ".abc") {
-        return readAbc(options.source, options.tune);
+        return readAbc(contents, options.tune);
     }
     if (ending == ".musicxml" || ending == ".xml") {
         return readMusicXml(contents);
