@@ -1,0 +1,257 @@
+#include "analysis/PartialRows.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "analysis/SpectrumRules.h"
+
+namespace {
+
+constexpr double lineHz = rules::binWidthHz;
+/// 47 Hz, below the lowest fundamental; the window spreads a constant over the lines below.
+constexpr std::size_t lowestLine = 4;
+/// The side lobes of the Hamming window lie 43 dB below its main lobe: a peak as weak as that may not be a
+/// sound.
+constexpr double peakRangeDb = 42.0;
+/// Partials at most this much below the threshold count for a note with a stronger one.
+constexpr double supportDb = 20.0;
+
+// Klapuri's weights for a window of 93 ms; ours lasts 85 ms.
+constexpr double weightHz = 52.0;
+constexpr double weightPartialHz = 320.0;
+
+/// How far a partial may be from its place: nearly one line, and the quarter of a semitone by which stiff
+/// strings and vibrato move it.
+constexpr double reachHz = 0.8 * lineHz;
+constexpr double reachShare = 0.016;
+/// What is taken away with a note is a little wider: the flanks of its partials have peaks of their own.
+constexpr double takenHz = 1.3 * lineHz;
+
+constexpr int highestDivisor = 5;  ///< a peak may be the first to fifth partial of a note
+constexpr double holeCost = 0.5;   ///< of what a partial there would add
+/// A partial in a place that another note has taken: it may be there or not.
+constexpr double takenGain = 0.5;
+
+// When a lower fundamental explains more: four of five partials between those of the upper one are there, and
+// its score is at least half as high.
+constexpr double lowerPartials = 0.8;
+constexpr double lowerScore = 0.5;
+constexpr int lowerRange = 4;  ///< how many partials of the upper one to look between
+
+/// By how much a favoured note is more likely than another one.
+constexpr double favour = 0.3;
+/// The share of all power up to 5 kHz that the notes' partials must hold. With less it is noise.
+constexpr double leastTonal = 0.3;
+/// The power of a sine is spread over lines that add up to this many times its peak (Hamming window).
+constexpr double windowSpread = 1.36;
+
+double powerOf(double levelDb) {
+    return std::pow(10.0, levelDb / 10.0);
+}
+
+double limited(double levelDb) {
+    constexpr double limit = PartialRows::levelLimitDb;
+    return levelDb > -limit ? std::min(levelDb, limit) : -limit;
+}
+
+double reachAt(double hz) {
+    return reachHz + reachShare * hz;
+}
+
+}  // namespace
+
+PartialRows::PartialRows(double a4, int transpose) : a4Hz(a4), transposeSemitones(transpose) {
+}
+
+std::size_t PartialRows::semitoneOf(double pitch) {
+    const long semitones = std::lround(pitch) % 12;
+    return static_cast<std::size_t>(semitones < 0 ? semitones + 12 : semitones);
+}
+
+void PartialRows::findPeaks(const std::vector<double>& levelsDb, double leastDb) {
+    const auto level = [&](std::size_t line) { return limited(levelsDb[line]); };
+    const auto isPeak = [&](std::size_t line) {
+        return level(line) > level(line - 1) && level(line) >= level(line + 1);
+    };
+    double loudestDb = -levelLimitDb;
+    for (std::size_t line = 0; line < lineCount; ++line) {
+        linePower[line] = powerOf(level(line));
+        if (line >= lowestLine && isPeak(line)) {
+            loudestDb = std::max(loudestDb, level(line));
+        }
+    }
+    // Partials below the threshold speak for a note that is above it.
+    const double lowestDb = std::max(loudestDb - peakRangeDb, leastDb - supportDb);
+    peakCount = 0;
+    for (std::size_t line = lowestLine; line < lineCount - 1; ++line) {
+        if (!(level(line) > lowestDb) || !(loudestDb > leastDb) || !isPeak(line)) {
+            continue;
+        }
+        // The top of the parabola through the three levels.
+        const double slope = level(line - 1) - level(line + 1);
+        const double bend = level(line - 1) - 2.0 * level(line) + level(line + 1);
+        const double offset = bend < 0.0 ? 0.5 * slope / bend : 0.0;
+        const double topDb = level(line) - 0.25 * slope * offset;
+        peaks[peakCount++] = {(static_cast<double>(line) + offset) * lineHz, powerOf(topDb / 4.0),
+                              powerOf(topDb), false};
+    }
+    std::size_t next = 0;
+    for (std::size_t line = 0; line < lineCount && peakCount > 0; ++line) {
+        const double hz = static_cast<double>(line) * lineHz;
+        while (next + 1 < peakCount && peaks[next + 1].hz - hz < hz - peaks[next].hz) {
+            ++next;
+        }
+        nearestPeak[line] = next;
+    }
+}
+
+void PartialRows::find(const std::vector<double>& levelsDb, double leastDb, const std::bitset<12>& favoured) {
+    findPeaks(levelsDb, leastDb);
+    foundCount = 0;
+    double tonal = 0.0;
+    while (foundCount < maxNotes) {
+        Row row = bestRow(favoured);
+        if (row.peakCount == 0 || (foundCount > 0 && row.score < weakest * found[0].score)) {
+            break;
+        }
+        row = lowered(row);
+        double strongest = 0.0;
+        for (std::size_t i = 0; i < row.peakCount; ++i) {
+            tonal += peaks[row.peaks[i]].power;
+            strongest = std::max(strongest, peaks[row.peaks[i]].power);
+        }
+        found[foundCount++] = {row.hz, row.score, soundingPitch(row.hz) - transposeSemitones, strongest};
+        take(row);
+    }
+    double all = 0.0;
+    for (std::size_t line = lowestLine; line < lineCount; ++line) {
+        all += linePower[line] / windowSpread;
+    }
+    if (tonal < leastTonal * all) {
+        foundCount = 0;
+    }
+}
+
+PartialRows::Row PartialRows::bestRow(const std::bitset<12>& favoured) const {
+    // A quarter of a semitone apart is the same candidate.
+    std::array<bool, 240> tried{};
+    Row best;
+    for (std::size_t i = 0; i < peakCount; ++i) {
+        for (int divisor = 1; divisor <= highestDivisor && !peaks[i].isTaken; ++divisor) {
+            const double hz = peaks[i].hz / divisor;
+            const double pitch = soundingPitch(hz);
+            // Half an octave lower too: what is lower than any note, such as hum, must not pass for one.
+            if (pitch > highestPitch + 0.5 || pitch < lowestPitch - 6.0) {
+                continue;
+            }
+            bool& isTried = tried[static_cast<std::size_t>((pitch - lowestPitch + 6.0) * 4.0)];
+            if (isTried) {
+                continue;
+            }
+            isTried = true;
+            Row row = rowOn(hz);
+            if (favoured[semitoneOf(soundingPitch(row.hz) - transposeSemitones)]) {
+                row.score *= 1.0 + favour;
+            }
+            if (row.score > best.score) {
+                best = row;
+            }
+        }
+    }
+    return best;
+}
+
+PartialRows::Row PartialRows::rowOn(double hz) const {
+    Row row;
+    row.hz = hz;
+    double sum = 0.0;
+    double gained = 0.0;
+    double lost = 0.0;
+    double holes = 0.0;
+    double hzSum = 0.0;
+    double weightSum = 0.0;
+    constexpr double highestHz = static_cast<double>(lineCount - 2) * lineHz;
+    for (std::size_t i = 1; i <= maxPartials && static_cast<double>(i) * row.hz < highestHz; ++i) {
+        const auto partial = static_cast<double>(i);
+        const double weight = (hz + weightHz) / (partial * hz + weightPartialHz);
+        const Peak* const peak = peakNear(partial * row.hz);
+        if (peak == nullptr) {
+            holes += weight;
+        } else if (peak->isTaken) {
+            gained += takenGain * weight;
+        } else {
+            sum += weight * peak->weight;
+            gained += weight;
+            // Holes above the highest partial cost nothing.
+            lost += holes;
+            holes = 0.0;
+            hzSum += peak->weight * partial * peak->hz;
+            weightSum += peak->weight * partial * partial;
+            row.hz = hzSum / weightSum;
+            row.peaks[row.peakCount++] = static_cast<std::size_t>(peak - peaks.data());
+        }
+    }
+    if (row.peakCount > 0) {
+        row.score = sum * std::max(0.0, 1.0 - holeCost * lost / gained);
+    }
+    return row;
+}
+
+PartialRows::Row PartialRows::lowered(Row row) const {
+    for (int divisor = 2; divisor <= highestDivisor; ++divisor) {
+        const double hz = row.hz / divisor;
+        if (soundingPitch(hz) < lowestPitch - inTune) {
+            break;
+        }
+        if (!hasLowerPartials(hz, divisor)) {
+            continue;
+        }
+        Row lower = rowOn(hz);
+        if (lower.score > lowerScore * row.score) {
+            lower.score = std::max(lower.score, row.score);
+            row = lower;
+            divisor = 1;  // and what is below that one
+        }
+    }
+    return row;
+}
+
+bool PartialRows::hasLowerPartials(double hz, int divisor) const {
+    int wanted = 0;
+    int there = 0;
+    constexpr double highestHz = 4800.0;
+    for (int partial = 1; partial <= lowerRange * divisor && partial * hz < highestHz; ++partial) {
+        if (partial % divisor != 0) {
+            ++wanted;
+            there += peakNear(partial * hz) != nullptr ? 1 : 0;
+        }
+    }
+    return there >= lowerPartials * wanted;
+}
+
+const PartialRows::Peak* PartialRows::peakNear(double hz) const {
+    const auto line = static_cast<std::size_t>(std::lround(hz / lineHz));
+    if (peakCount == 0 || line >= lineCount) {
+        return nullptr;
+    }
+    const Peak& peak = peaks[nearestPeak[line]];
+    return std::abs(peak.hz - hz) < reachAt(hz) ? &peak : nullptr;
+}
+
+void PartialRows::take(const Row& row) {
+    for (std::size_t i = 0; i < row.peakCount; ++i) {
+        peaks[row.peaks[i]].isTaken = true;
+    }
+    for (std::size_t i = 0; i < peakCount; ++i) {
+        const double partial = std::round(peaks[i].hz / row.hz);
+        const double placeHz = partial * row.hz;
+        if (partial >= 1.0 && std::abs(peaks[i].hz - placeHz) < takenHz + reachShare * placeHz) {
+            peaks[i].isTaken = true;
+        }
+    }
+}
+
+double PartialRows::soundingPitch(double hz) const {
+    constexpr double a4Pitch = 69.0;
+    return a4Pitch + 12.0 * std::log2(hz / a4Hz);
+}
