@@ -1,14 +1,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sndfile.h>
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <memory>
 #include <random>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "tests/support/DocumentedExample.h"
 #include "tests/support/ScriptedMicrophone.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/tools/Outcome.h"
 #include "tools/zanto-mic/commands.h"
 
@@ -158,6 +163,52 @@ TEST(MicCheckCommand, WhatIsWrongIsNamed) {
             EXPECT_THAT(outcome.out, HasSubstr(words));
         }
     }
+}
+
+TEST(MicRecord, CountsInRecordsEverySampleAndEndsAfterSilence) {
+    const TemporaryFolder folder;
+    const auto note = [](double t) {
+        return t > 2.5 && t < 4.0 ? 0.3 * std::sin(6.283185307179586 * c5Hz * t) : 0.0;
+    };
+    const Outcome outcome = [&] {
+        ScriptedMicrophone microphone(note);
+        return run(micRecordCommand, {"a.wav", "--silence", "2"}, microphone);
+    }();
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(outcome.out,
+              documentedOutput(ZANTO_DOCS_FOLDER "/zanto-mic.md", "zanto-mic record take.wav --silence 2"));
+    SF_INFO format{};
+    const std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(sf_open("a.wav", SFM_READ, &format), sf_close);
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(format.samplerate, 48000);
+    std::vector<float> samples(static_cast<std::size_t>(format.frames));
+    sf_read_float(file.get(), samples.data(), format.frames);
+    // Half a second is passed over first, in whole blocks.
+    for (std::size_t index = 0; index < samples.size(); ++index) {
+        ASSERT_NEAR(static_cast<double>(samples[index]), note(static_cast<double>(index + 23552) / 48000.0),
+                    1e-4)
+            << index;
+    }
+}
+
+TEST(MicRecord, KeepsWhatWasRecordedWhenItIsInterruptedAndNothingWhenNothingWasHeard) {
+    const TemporaryFolder folder;
+    ScriptedMicrophone interrupted([](double t) {
+        micInterrupted = t > 4.0;
+        return 0.3 * std::sin(6.283185307179586 * c5Hz * t);
+    });
+    EXPECT_EQ(run(micRecordCommand, {"a.wav"}, interrupted).status, 0);
+    micInterrupted = false;
+    EXPECT_TRUE(std::filesystem::exists("a.wav"));
+    ScriptedMicrophone silent(silence);
+    const Outcome outcome = run(micRecordCommand, {"b.wav"}, silent);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors, "zanto-mic: nothing was heard; zanto-mic check says why\n");
+    EXPECT_FALSE(std::filesystem::exists("b.wav"));
+    ScriptedMicrophone other(silence);
+    EXPECT_EQ(run(micRecordCommand, {"a.wav"}, other).errors,
+              "zanto-mic: a.wav: there is such a file; --force replaces it\n");
+    EXPECT_EQ(run(micRecordCommand, {"c.wav", "--silence", "0"}, other).status, 2);
 }
 
 TEST(MicCommands, WrongUseAndAMicrophoneThatDoesNotStart) {

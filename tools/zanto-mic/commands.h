@@ -19,5 +19,9 @@ const extern char* const micLevelUsage;
 int micCheckCommand(const CommandArguments& arguments, Microphone& microphone);
 const extern char* const micCheckUsage;
 
-/// Set by the signal that ends the meter.
+/// Ends early when `micInterrupted` is set, and keeps what was recorded.
+int micRecordCommand(const CommandArguments& arguments, Microphone& microphone);
+extern const char* const micRecordUsage;
+
+/// Set by the signal that ends the meter or the recording.
 extern std::atomic<bool> micInterrupted;

@@ -9,8 +9,8 @@ using MicCommand = int (*)(const CommandArguments& arguments, Microphone& microp
 
 Command withMicrophone(const char* name, const char* usage, MicCommand command) {
     return {name, usage, [command](const CommandArguments& arguments) {
-                // The meter ends in order; the others are short and may be broken off.
-                if (command == micLevelCommand) {
+                // These end in order; the others are short and may be broken off.
+                if (command == micLevelCommand || command == micRecordCommand) {
                     std::signal(SIGINT, [](int) { micInterrupted = true; });
                 }
                 GameMicrophone microphone;
@@ -21,9 +21,10 @@ Command withMicrophone(const char* name, const char* usage, MicCommand command) 
 }  // namespace
 
 int main(int argc, char** argv) {
-    return runCompanion("zanto-mic", "what the game hears, and what keeps it from hearing.",
+    return runCompanion("zanto-mic", "what the game hears, and what keeps it from hearing; records it.",
                         {withMicrophone("list", micListUsage, micListCommand),
                          withMicrophone("level", micLevelUsage, micLevelCommand),
-                         withMicrophone("check", micCheckUsage, micCheckCommand)},
+                         withMicrophone("check", micCheckUsage, micCheckCommand),
+                         withMicrophone("record", micRecordUsage, micRecordCommand)},
                         {argv + 1, argv + argc});
 }

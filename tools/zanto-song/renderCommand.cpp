@@ -1,7 +1,4 @@
-#include <sndfile.h>
-
 #include <iostream>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -9,6 +6,7 @@
 #include "tools/common/Arguments.h"
 #include "tools/common/Files.h"
 #include "tools/common/Text.h"
+#include "tools/common/WavFile.h"
 #include "tools/zanto-song/Instrument.h"
 #include "tools/zanto-song/Performance.h"
 #include "tools/zanto-song/Render.h"
@@ -34,27 +32,13 @@ constexpr const char* usage =
 constexpr std::size_t blockSamples = 4096;
 constexpr int highestHeardOctave = 5;
 
-void writeSound(Renderer& renderer, NewFile& out, const std::string& path) {
-    SF_INFO format{};
-    format.samplerate = Renderer::sampleRate;
-    format.channels = 1;
-    format.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-    std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(
-        sf_open_fd(out.getDescriptor(), SFM_WRITE, &format, SF_FALSE), sf_close);
-    const auto expect = [&](bool done) {
-        if (!done) {
-            throw Failure(path + ": " + sf_strerror(file.get()));
-        }
-    };
-    expect(file != nullptr);
+void writeSound(Renderer& renderer, const NewFile& out, const std::string& path) {
+    WavFile file(out, path);
     std::vector<float> block(blockSamples);
     while (const std::size_t count = renderer.next(block)) {
-        const auto frames = static_cast<sf_count_t>(count);
-        expect(sf_write_float(file.get(), block.data(), frames) == frames);
+        file.write(block, count);
     }
-    if (sf_close(file.release()) != 0) {
-        throw Failure(path + ": the file could not be closed");
-    }
+    file.close();
 }
 
 int render(const CommandArguments& arguments) {
