@@ -53,9 +53,9 @@ def test_every_program_has_its_completion_under_its_own_name(root):
 def test_songs_of_the_game_and_of_the_player_are_offered_and_the_listing_is_not(complete, tmp_path):
     own = tmp_path / ".local/share/zanto/Songs"
     own.mkdir(parents=True)
-    for name in ("tune of mine.txt", "t$(touch expanded).txt"):
+    for name in ("twist of mine.txt", "tw$(touch expanded).txt"):
         (own / name).touch()
-    assert complete("zanto", "t") == {"tune of mine.txt", "t$(touch expanded).txt", "twinkle_twinkle.txt"}
+    assert complete("zanto", "tw") == {"twist of mine.txt", "tw$(touch expanded).txt", "twinkle_twinkle.txt"}
     assert not (tmp_path / "expanded").exists()
     assert "listing.txt" not in complete("zanto", "")
 
