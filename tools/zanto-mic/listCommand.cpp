@@ -8,9 +8,8 @@
 
 const char* const micListUsage =
     "zanto-mic list\n"
-    "    The input devices. The game records from the one with the star; which one that is, is chosen in "
-    "the\n"
-    "    system's sound settings.\n";
+    "    The input devices. The game records from the one with the star: the one that ZANTO_INPUT names, or\n"
+    "    else the one chosen in the system's sound settings.\n";
 
 int micListCommand(const CommandArguments& arguments, Microphone& microphone) {
     Arguments(arguments, {}, {}).expectNoFiles();

@@ -7,6 +7,7 @@ int main(int argc, char** argv) {
         importCommand, performCommand, practiseCommand, showCommand,
 #endif
     };
-    return runCompanion("zanto-song", "checks, plays, grades, imports and draws song files.", commands,
-                        {argv + 1, argv + argc});
+    return runCompanion("zanto-song",
+                        "checks, plays, grades, imports and draws song files, and makes practice songs.",
+                        commands, {argv + 1, argv + argc});
 }
