@@ -84,7 +84,7 @@ TEST(TakePicture, ShowsWhatWasHeardByPitchTimeAndLoudnessAndWhatCameOfIt) {
     EXPECT_GT(heard[0].width, 3.0 * heard[1].width);
 
     // The tick and the cross stand in the row of the C, at their moments.
-    for (const auto& [has, slot] : {std::pair{isBlue, 0.5}, std::pair{isOrange, 1.5}}) {
+    for (const auto& [has, slot] : {std::make_pair(isBlue, 0.5), std::make_pair(isOrange, 1.5)}) {
         for (const Page::Line& stroke : strokesOf(line, has)) {
             EXPECT_NEAR((stroke.x1 + stroke.x2) / 2.0, staffLeft + slot * slotWidth, 1.5);
             EXPECT_NEAR((stroke.y1 + stroke.y2) / 2.0, heard[0].y1, 1.5);
