@@ -122,6 +122,17 @@ def perform(tmp_path):
     return render
 
 
+def resident(process_id, kind):
+    """What is resident of one kind, in bytes. Pages of files are left out by all who ask: the kernel takes them away
+    and brings them back as it likes, which would hide growth and feign it."""
+    status = pathlib.Path(f"/proc/{process_id}/status").read_text()
+    return 1024 * int(next(line.split()[1] for line in status.splitlines() if line.startswith(f"{kind}:")))
+
+
+def open_files(process_id):
+    return len(os.listdir(f"/proc/{process_id}/fd"))
+
+
 def own_lines(game):
     """What the start-up itself says on standard output, among the lines of others."""
     return [line for line in game.output("out") if line in START_UP_LINES]

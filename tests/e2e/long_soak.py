@@ -7,7 +7,7 @@ import os
 import pathlib
 import time
 
-from conftest import SONG_TEXT, close, play_one, preload
+from conftest import SONG_TEXT, close, open_files, play_one, preload, resident
 from stage.songs import Song
 
 MINUTES = float(os.environ.get("ZANTO_SOAK_MINUTES", "30"))
@@ -17,21 +17,9 @@ LEAST_EARNED = 0.8     # of what the song is worth; one note may get lost on a b
 LONGEST_FRAME = 100_000  # microseconds of processor time; the first thousand frames may compile shaders
 
 
-
-def resident(process_id, kind):
-    """What is resident of one kind, in bytes. Pages of files are left out by all who ask: the kernel takes them away
-    and brings them back as it likes, which would hide growth and feign it."""
-    status = pathlib.Path(f"/proc/{process_id}/status").read_text()
-    return 1024 * int(next(line.split()[1] for line in status.splitlines() if line.startswith(f"{kind}:")))
-
-
 def processor_seconds(process_id):
     fields = pathlib.Path(f"/proc/{process_id}/stat").read_text().rsplit(")", 1)[1].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
-
-
-def open_files(process_id):
-    return len(os.listdir(f"/proc/{process_id}/fd"))
 
 
 def test_half_an_hour_of_songs_leaves_memory_speed_and_scores_as_they_were(play, mic, data, perform, tmp_path):

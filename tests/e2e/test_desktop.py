@@ -8,13 +8,15 @@ import time
 import pytest
 from Xlib import Xatom
 
-from conftest import close, moves
+from conftest import BUILD, close, moves
 from stage import processes
 from stage.screen import Screen
 
 TICKS_PER_SECOND = os.sysconf("SC_CLK_TCK")
 LOST = "No sound arrives from the microphone. The game tries to open it anew."
 BACK = "The microphone is heard again."
+SHORT_TEXT = "1 1\n" + "C2\n\n" * 8 + "\n" * 12
+HALF_OF_SHORT = 800
 
 
 @pytest.fixture
@@ -31,20 +33,49 @@ def processor_seconds(game):
     return (int(fields[11]) + int(fields[12])) / TICKS_PER_SECOND
 
 
-def test_a_sound_server_that_is_restarted_is_heard_again(play, mic, perform, data):
-    song = data / "Songs" / "short.txt"
-    song.write_text("1 1\n" + "C2\n\n" * 8 + "\n" * 12)
-    player = play("short.txt", folder=data)
-    mic.kill_server()
-    player.game.wait_for_line(LOST)
-    mic.restart_server()
-    player.game.wait_for_line(BACK)
+def earns_half(player, mic, perform, song):
     performance = mic.play(perform(song, "--ahead", "0.08"))
     player.type_at("r", performance.begins_at)
-    processes.wait_until(lambda: (player.score() or 0) >= 800, performance.begins_at + 15 - time.monotonic(),
+    processes.wait_until(lambda: (player.score() or 0) >= HALF_OF_SHORT, performance.begins_at + 15 - time.monotonic(),
                          "half of the notes' score")
-    assert [line for line in player.game.output("err") if line in (LOST, BACK)] == [LOST, BACK]
+
+
+def told_of_sound(player):
+    return [line for line in player.game.output("err") if line in (LOST, BACK)]
+
+
+@pytest.fixture
+def short_song(data):
+    song = data / "Songs" / "short.txt"
+    song.write_text(SHORT_TEXT)
+    return song
+
+
+@pytest.mark.parametrize("lose, regain", [("kill_server", "restart_server"), ("remove_source", "add_source")])
+def test_a_sound_server_or_source_that_went_and_comes_again_is_heard(play, mic, perform, data, short_song, lose, regain):
+    player = play("short.txt", folder=data)
+    getattr(mic, lose)()
+    player.game.wait_for_line(LOST)
+    getattr(mic, regain)()
+    player.game.wait_for_line(BACK)
+    earns_half(player, mic, perform, short_song)
+    assert told_of_sound(player) == [LOST, BACK]
     assert close(player) == 0
+
+
+def test_another_default_source_is_heard_from_then_on(play, mic, perform, data, short_song):
+    player = play("short.txt", folder=data)
+    player.wait_for_score()
+    mic.add_source("other")
+    earns_half(player, mic, perform, short_song)
+    assert told_of_sound(player) == []
+    assert close(player) == 0
+
+
+def test_a_monitor_is_told_from_a_microphone(mic):
+    listed = subprocess.run([BUILD / "tools" / "zanto-mic", "list"], env={**os.environ, **mic.environment},
+                            stdout=subprocess.PIPE, text=True, check=True).stdout
+    assert "The game records from a monitor" in listed
 
 
 @pytest.mark.parametrize("seconds", [0.5, 3])  # before the game notices that nothing arrives, and after it

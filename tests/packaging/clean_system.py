@@ -38,14 +38,15 @@ def release_and_mirror():
 
 class CleanSystem:
     """Debian's smallest system, made by debootstrap from where this machine's apt takes its packages, with one
-    ordinary user. A context manager; needs root.
+    ordinary user. A context manager; needs root. Of this machine's release, unless another one's code name is given.
 
         with CleanSystem() as system:
             system.run("apt-get", "install", "--yes", "hello")
     """
 
-    def __init__(self):
+    def __init__(self, release=None):
         self.folder = None
+        self.release = release
 
     def __enter__(self):
         # Not below /tmp, which may allow no device files.
@@ -62,9 +63,9 @@ class CleanSystem:
 
     def _make(self):
         self.folder.chmod(0o755)
-        release, mirror = release_and_mirror()
-        run("debootstrap", "--variant=minbase", *(["--include=ca-certificates"] if "https:" in mirror else []), release,
-            self.folder, mirror)
+        own, mirror = release_and_mirror()
+        run("debootstrap", "--variant=minbase", *(["--include=ca-certificates"] if "https:" in mirror else []),
+            self.release or own, self.folder, mirror)
         apt = self.folder / "etc/apt"
         (apt / "apt.conf.d/90proxy").write_text("".join(
             line + "\n" for line in run("apt-config", "dump").stdout.splitlines()

@@ -86,8 +86,12 @@ def own_songs(system):
 
 
 def test_lintian_has_nothing_to_say(package):
-    told = run("lintian", "--fail-on", "error,warning,info", "--display-info", "--pedantic", "--tag-display-limit", "0",
-               package)
+    check_with_lintian(package, run)
+
+
+def check_with_lintian(package, run_command):
+    told = run_command("lintian", "--fail-on", "error,warning,info", "--display-info", "--pedantic",
+                       "--tag-display-limit", "0", package)
     tags = [line for line in told.stdout.splitlines() if line[:3] in ("E: ", "W: ", "I: ", "P: ")]
     assert (told.returncode, tags) == (0, []), told.stdout
 
@@ -114,7 +118,10 @@ def test_without_a_microphone_the_game_s_own_status_comes_back(in_the_system):
 
 
 def test_an_ordinary_user_plays_a_song_of_their_own_from_any_folder(in_the_system):
-    system = in_the_system
+    play_own_song(in_the_system)
+
+
+def play_own_song(system):
     own_songs(system)
     user = system.as_user(HOME / ".local")
     clean_system.run(*user, "zanto-song", "render", HOME / ".local/share/zanto/Songs/mine.txt", "-o",

@@ -19,9 +19,11 @@ public:
     explicit ScriptedMicrophone(std::function<double(double)> sound_) : sound(std::move(sound_)) {}
 
     std::vector<InputDevice> listed;  ///< what devices() gives
+    bool monitor = false;             ///< what isMonitor() gives
     std::string refusal;              ///< when not empty, start() fails with it
 
     std::vector<InputDevice> devices() override { return listed; }
+    bool isMonitor() override { return monitor; }
     void start() override {
         if (!refusal.empty()) {
             throw Failure(refusal);

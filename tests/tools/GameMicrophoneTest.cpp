@@ -4,12 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "audio/RingBuffer.h"
 #include "tests/support/FakePortAudio.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/tools/Outcome.h"
 
 namespace {
@@ -72,6 +74,38 @@ TEST(GameMicrophone, ListsAndRecordsTheInputThatThePlayerNamed) {
                   device == 3);
         unsetenv("ZANTO_INPUT");
     }
+}
+
+TEST(GameMicrophone, KnowsAMonitorByItsNameOrFromTheSoundServer) {
+    fakeportaudio::reset();
+    state().inputs = {"Monitor of Speakers", "USB Audio", "Line", "default"};
+    const TemporaryFolder folder;
+    const std::string searchPath = std::getenv("PATH");
+    setenv("PATH", folder.path().c_str(), 1);
+    struct Case {
+        const char* input;
+        const char* program;  // the one that is installed, and what it prints
+        const char* prints;
+        bool isMonitor;
+    };
+    for (const auto& [input, program, prints, isMonitor] : std::vector<Case>{
+             {"speakers", "none", "", true},
+             {"usb", "pactl", "alsa_output.pci.monitor", false},
+             {"", "none", "", false},
+             {"", "pactl", "alsa_output.pci.monitor", true},
+             {"", "pactl", "alsa_input.usb", false},
+             {"", "wpctl", "  * media.class = \"Audio/Sink\"", true},
+             {"", "wpctl", "  * media.class = \"Audio/Source\"", false},
+         }) {
+        SCOPED_TRACE(std::string(input) + "|" + prints);
+        setenv("ZANTO_INPUT", input, 1);
+        const std::string file = folder.write(program, std::string("#!/bin/sh\necho '") + prints + "'\n");
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        EXPECT_EQ(GameMicrophone().isMonitor(), isMonitor);
+        std::filesystem::remove(file);
+    }
+    unsetenv("ZANTO_INPUT");
+    setenv("PATH", searchPath.c_str(), 1);
 }
 
 TEST(GameMicrophone, WhatKeepsItFromStartingIsNamedHoweverLateItShows) {

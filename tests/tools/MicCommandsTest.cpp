@@ -74,6 +74,22 @@ TEST(MicList, ShowsTheDevicesAndWhichOneTheGameTakes) {
               "*   3  default  ALSA          32       48000  yes\n");
 }
 
+TEST(MicCommands, AMonitorIsNamedAsOneAndSoIsTheCommandThatChoosesAnotherInput) {
+    for (const bool isMonitor : {true, false}) {
+        ScriptedMicrophone microphone(noteAfterQuiet(0.00005, c5Hz, 0.2));
+        microphone.monitor = isMonitor;
+        microphone.listed = {{3, "default", "ALSA", 32, 48000.0, "", true}};
+        const Outcome list = run(micListCommand, {}, microphone);
+        const Outcome check = run(micCheckCommand, {}, microphone);
+        EXPECT_EQ(list.status, 0);
+        EXPECT_EQ(check.status, isMonitor ? 1 : 0);
+        for (const std::string& out : {list.out, check.out}) {
+            EXPECT_EQ(out.find("The game records from a monitor") != std::string::npos, isMonitor);
+            EXPECT_EQ(out.find("    ./play --input NAME ") != std::string::npos, isMonitor);
+        }
+    }
+}
+
 TEST(MicLevel, TheBarReachesTheLevelAndMarksTheLeastOne) {
     EXPECT_EQ(outOf(micLevelCommand, {"--seconds", "1"}, silence),
               "peak silent dB  noise silent dB  [..............|.........................]\n");

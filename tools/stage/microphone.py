@@ -1,6 +1,7 @@
 """A private microphone that one can play sound files into.
 
-It is the source of a private sound server, and a private ALSA configuration makes it the default device.
+It is the default source of a private sound server: the monitor of a sink that leads nowhere. A private ALSA
+configuration makes it the default device.
 """
 
 import os
@@ -27,9 +28,13 @@ LEAD_SECONDS = 2.0
 # The first milliseconds of a new stream can get lost.
 MARKER_SECONDS = 0.1
 
+SOURCE = "mic"
+SINK_ARGUMENTS = ["format=float32le", "rate=48000", "channels=1", "channel_map=mono",
+                  "sink_properties='monitor.passthrough=true session.suspend-timeout-seconds=0'"]
+
 ALSA_CONFIGURATION = """\
-pcm.!default { type pulse hint { show on description "The stage's microphone" } }
-ctl.!default { type pulse }
+pcm.!default {{ type {kind} hint {{ show on description "The stage's microphone" }} }}
+ctl.!default {{ type {kind} }}
 """
 
 
@@ -61,6 +66,8 @@ class VirtualMicrophone:
         self.folder = None
         self._server = None
         self._server_processes = []
+        self.source = SOURCE
+        self._modules = {}  # the server's numbers for them, by the source's name
         self.listener = None
         self._performances = []
         self._marker = None  # set to the time at which silence was first broken, None while waited for
@@ -102,7 +109,7 @@ class VirtualMicrophone:
         for name in ("run", "state"):
             (self.folder / name).mkdir(mode=0o700)
         self._server = sound_server.installed()(self.folder)
-        (self.folder / "asound.conf").write_text(ALSA_CONFIGURATION)
+        (self.folder / "asound.conf").write_text(ALSA_CONFIGURATION.format(kind=self._server.alsa_plugin()))
         (self.folder / "client.conf").write_text("autospawn = no\n")
         self.restart_server()
 
@@ -111,8 +118,24 @@ class VirtualMicrophone:
         settings = self._settings()
         del settings["PULSE_SERVER"]  # it would take itself for a client
         self._server_processes = self._server.start(settings)
-        processes.wait_until(self._answers, 30, "the private sound server", 0.05)
+        processes.wait_until(lambda: self._control("info"), 30, "the private sound server", 0.05)
+        self.add_source(self.source)
+
+    def add_source(self, name=SOURCE):
+        """Plugs in a source, beside those that there are, and makes it the default one, which is played into."""
+        loaded = self._control("load-module", "module-null-sink", f"sink_name={name}", *SINK_ARGUMENTS)
+        if not loaded:
+            raise RuntimeError(f"the private sound server makes no source \"{name}\"")
+        self.source = name
+        self._modules[name] = loaded.strip()
+        # PipeWire has a default only when its session manager is there.
+        processes.wait_until(lambda: self._control("set-default-source", f"{name}.monitor"), 30, "a default source", 0.05)
         self._listen()
+
+    def remove_source(self):
+        """Unplugs the source that `add_source` made last."""
+        self._control("unload-module", self._modules.pop(self.source))
+        processes.stop(self.listener)
 
     def _settings(self):
         settings = {**os.environ, "HOME": str(self.folder), "XDG_CONFIG_HOME": f"{self.folder}/state",
@@ -121,16 +144,19 @@ class VirtualMicrophone:
         settings.pop(LATENCY_VARIABLE)
         return settings
 
-    def _answers(self):
-        return subprocess.run(["pactl", "info"], env=self._settings(), stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL, timeout=20 * processes.PATIENCE,
-                              check=False).returncode == 0
+    def _control(self, *words):
+        """What pactl prints, a line at least, when the server does as it is told; else an empty text."""
+        done = subprocess.run(["pactl", *words], env=self._settings(), stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                              text=True, timeout=20 * processes.PATIENCE, check=False)
+        return done.stdout + "\n" if done.returncode == 0 else ""
 
     def _listen(self):
         """Keeps a reader on the monitor: a sink without one sleeps, and wakes too late for a new recorder."""
+        if self.listener:
+            processes.stop(self.listener)
         self._delivers.clear()
         self.listener = processes.start(
-            ["parec", "--latency-msec=10", "--raw", "-d", "mic.monitor", "--format=float32le",
+            ["parec", "--latency-msec=10", "--raw", "-d", f"{self.source}.monitor", "--format=float32le",
              f"--rate={SAMPLE_RATE}", "--channels=1"],
             env=self._settings(), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         threading.Thread(target=self._hear, args=(self.listener.stdout,), daemon=True).start()
@@ -176,7 +202,7 @@ class VirtualMicrophone:
         self._marker = None
         self._heard_anything.clear()
         player = processes.start(
-            ["pacat", "--playback", f"--latency-msec={PLAYBACK_LATENCY_MS}", "-d", "mic",
+            ["pacat", "--playback", f"--latency-msec={PLAYBACK_LATENCY_MS}", "-d", self.source,
              "--file-format=wav", str(prepared)],
             env=self._settings(), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL)

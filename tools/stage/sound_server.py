@@ -1,9 +1,10 @@
 """Private sound servers: PulseAudio or PipeWire, whichever is installed.
 
-Each has one sink, "mic", that leads nowhere. The sink's monitor is the only source, and so the default one. Nothing
-of the user's own sound set-up is read, spoken to or changed.
+They have neither sinks nor sources of their own. Nothing of the user's own sound set-up is read, spoken to or
+changed.
 """
 
+import glob
 import os
 import pathlib
 import shutil
@@ -13,19 +14,18 @@ from stage import processes
 
 CHOICE_VARIABLE = "ZANTO_STAGE_SOUND"
 
-PULSEAUDIO_SCRIPT = """\
-load-module module-native-protocol-unix socket={folder}/run/native auth-anonymous=1
-load-module module-null-sink sink_name=mic format=float32le rate=48000 channels=1 channel_map=mono
-set-default-sink mic
-set-default-source mic.monitor
-"""
+PULSEAUDIO_SCRIPT = "load-module module-native-protocol-unix socket={folder}/run/native auth-anonymous=1\n"
 
-PIPEWIRE_SINK = """\
-context.objects = [
-    { factory = adapter
-      args = { factory.name = support.null-audio-sink, node.name = mic, node.description = "The stage's microphone"
-               media.class = Audio/Sink, audio.rate = 48000, audio.position = [ MONO ], monitor.passthrough = true
-               session.suspend-timeout-seconds = 0 } }
+# What the program pipewire-pulse is: Debian has it in a package that would take the place of the user's PulseAudio.
+PIPEWIRE_PULSE = """\
+context.spa-libs = { audio.convert.* = audioconvert/libspa-audioconvert, support.* = support/libspa-support }
+context.modules = [
+    { name = libpipewire-module-rt, args = { nice.level = -11 }, flags = [ ifexists nofail ] }
+    { name = libpipewire-module-protocol-native }
+    { name = libpipewire-module-client-node }
+    { name = libpipewire-module-adapter }
+    { name = libpipewire-module-metadata }
+    { name = libpipewire-module-protocol-pulse, args = { server.address = [ "unix:native" ] } }
 ]
 """
 
@@ -50,6 +50,11 @@ class PulseAudio:
         self.folder = folder
         (folder / "server.pa").write_text(PULSEAUDIO_SCRIPT.format(folder=folder))
 
+    @staticmethod
+    def alsa_plugin():
+        """The type of an ALSA device that leads to this server."""
+        return "pulse"
+
     def start(self, settings):
         """Starts the server with these environment variables; returns its processes."""
         return [_start(["pulseaudio", "-n", "-F", str(self.folder / "server.pa"), "--daemonize=no",
@@ -63,10 +68,15 @@ class PipeWire:
     def __init__(self, folder):
         configuration = folder / "state"
         files = {f"wireplumber/{name}": text for name, text in WIREPLUMBER_ALONE.items()}
-        for name, text in {"pipewire/pipewire.conf.d/stage.conf": PIPEWIRE_SINK, **files}.items():
+        for name, text in {"pipewire/stage-pulse.conf": PIPEWIRE_PULSE, **files}.items():
             path = configuration / name
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(text)
+
+    @staticmethod
+    def alsa_plugin():
+        """The same: PipeWire's own, as its users have it, where that is installed."""
+        return "pipewire" if glob.glob("/usr/lib/*/alsa-lib/libasound_module_pcm_pipewire.so") else "pulse"
 
     def start(self, settings):
         """The same: the server, what connects its streams, and what lets PulseAudio's clients in."""
@@ -74,7 +84,7 @@ class PipeWire:
         socket.unlink(missing_ok=True)
         started = [_start(["pipewire"], settings)]
         processes.wait_until(socket.exists, 30, "PipeWire's socket")
-        return [*started, _start(["wireplumber"], settings), _start(["pipewire-pulse"], settings)]
+        return [*started, _start(["wireplumber"], settings), _start(["pipewire", "-c", "stage-pulse.conf"], settings)]
 
 
 def _start(command, settings):
@@ -82,10 +92,14 @@ def _start(command, settings):
                            stderr=subprocess.DEVNULL)
 
 
+def all_installed():
+    """The kinds of server that there are, the preferred one first."""
+    return [kind for kind in (PulseAudio, PipeWire) if shutil.which(kind.program)]
+
+
 def installed():
     """The kind of server to use: the one that the environment asks for, else the first one that is installed."""
-    kinds = {kind.program: kind for kind in (PulseAudio, PipeWire)}
     asked = os.environ.get(CHOICE_VARIABLE)
     if asked:
-        return kinds[asked]
-    return next((kind for name, kind in kinds.items() if shutil.which(name)), PulseAudio)
+        return {kind.program: kind for kind in (PulseAudio, PipeWire)}[asked]
+    return (all_installed() or [PulseAudio])[0]

@@ -1,5 +1,6 @@
 #include "tools/zanto-mic/GameMicrophone.h"
 
+#include <boost/algorithm/string/predicate.hpp>
 #include <chrono>
 #include <iostream>
 #include <thread>
@@ -9,6 +10,7 @@
 #include "audio/RingBuffer.h"
 #include "tools/common/Command.h"
 #include "tools/common/QuietStream.h"
+#include "tools/zanto-mic/DefaultSource.h"
 
 namespace {
 
@@ -89,6 +91,19 @@ std::vector<InputDevice> GameMicrophone::devices() {
                          device == wanted});
     }
     return found;
+}
+
+bool GameMicrophone::isMonitor() {
+    const QuietDescriptor quiet(standardError);
+    const PaDeviceInfo* const info =
+        isSessionOpen ? Pa_GetDeviceInfo(PortAudioInput::wantedDevice()) : nullptr;
+    if (info == nullptr) {
+        return false;
+    }
+    const std::string name = info->name;
+    // By these names ALSA knows whatever is the sound server's default.
+    const bool isServers = name == "default" || name == "pulse" || name == "pipewire";
+    return isServers ? isDefaultSourceAMonitor() : boost::icontains(name, "monitor");
 }
 
 void GameMicrophone::start() {

@@ -13,6 +13,7 @@ public:
     ~GameMicrophone() override;
 
     std::vector<InputDevice> devices() override;
+    bool isMonitor() override;
     void start() override;
     boost::shared_ptr<const RingBuffer> samples() override;
     void wait(double seconds) override;

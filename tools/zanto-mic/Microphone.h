@@ -32,6 +32,9 @@ public:
 
     virtual std::vector<InputDevice> devices() = 0;
 
+    /// Whether the game records from a monitor, which brings what the speakers play.
+    virtual bool isMonitor() = 0;
+
     /// Starts recording as the game does. Throws a Failure that says what is wrong and what to do about it.
     virtual void start() = 0;
 

@@ -7,6 +7,9 @@
 
 class Microphone;
 
+/// What to tell somebody whose game records from a monitor; empty for all others.
+std::string monitorWords(Microphone& microphone);
+
 /// The commands of zanto-mic. The usage of each says what it does.
 
 int micListCommand(const CommandArguments& arguments, Microphone& microphone);

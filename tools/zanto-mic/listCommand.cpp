@@ -11,6 +11,17 @@ const char* const micListUsage =
     "    The input devices. The game records from the one with the star: the one that ZANTO_INPUT names, or\n"
     "    else the one chosen in the system's sound settings.\n";
 
+std::string monitorWords(Microphone& microphone) {
+    return microphone.isMonitor()
+               ? "The game records from a monitor: it hears what this computer plays, and not you. Plug in a "
+                 "microphone and\n"
+                 "choose it in the system's sound settings, or start the game with another input, by a part "
+                 "of "
+                 "its name:\n"
+                 "    ./play --input NAME     where the game is installed: zanto --input NAME\n"
+               : "";
+}
+
 int micListCommand(const CommandArguments& arguments, Microphone& microphone) {
     Arguments(arguments, {}, {}).expectNoFiles();
     const std::vector<InputDevice> devices = microphone.devices();
@@ -39,5 +50,6 @@ int micListCommand(const CommandArguments& arguments, Microphone& microphone) {
         std::cout << "None of them is the default input. Choose one in the system's sound settings.\n";
         return statusFailed;
     }
+    std::cout << monitorWords(microphone);
     return statusDone;
 }

@@ -262,7 +262,7 @@ void SongChecker::checkLength(const SongToken& token, std::size_t line, int leng
                               written.rfind("\u266F", 0) == 0 || written.rfind("\u266D", 0) == 0;
     if (digitCount == 0 && isAccidental) {
         warn(line, column, "accidental", shown + " is read as " + note + " with the length 0",
-             "there are no sharps and flats: transpose the song until it does without");
+             "there are no sharps and flats: transpose the song until it has none");
     } else if (digitCount == 0) {
         warn(line, column, "length-text", shown + " is read as " + note + " with the length 0", plain);
     } else if (digitCount < digits.size()) {
