@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "app/DesktopHints.h"
+#include "platform/settings/Settings.h"
 
 namespace {
 
@@ -45,6 +46,10 @@ void GLWindow::initialize(int width, int height, int flags) {
     int argumentCount = 1;
     char programName[] = "program";
     char* arguments[] = {programName, nullptr};
+#ifdef _WIN32
+    // freeglut would look for a screen of that name, which may be an X server's.
+    settings::set("DISPLAY", "");
+#endif
     glutInit(&argumentCount, arguments);
     glutSetOption(GLUT_ACTION_ON_WINDOW_CLOSE, GLUT_ACTION_GLUTMAINLOOP_RETURNS);
     glutInitWindowSize(width, height);

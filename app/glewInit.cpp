@@ -1,4 +1,7 @@
 #include "app/glewInit.h"
 
+#include "platform/ffont/DriverFunctions.h"
+
 void glewInit() {
+    loadDriverFunctions();
 }

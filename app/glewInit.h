@@ -1,4 +1,4 @@
 #pragma once
 
-/// The place to load GL extensions. Does nothing, because the GL library has every entry point.
+/// The place to load GL extensions; where the GL library has every entry point, it does nothing.
 void glewInit();

@@ -20,7 +20,9 @@ constexpr int statusNotRecording = -2;
 int main(int argc, char** argv) {
     fillStandardDescriptors();
     // The diagnostic lines may go to a pipe whose reader leaves; that must not end the game.
+#ifdef SIGPIPE
     std::signal(SIGPIPE, SIG_IGN);
+#endif
 
     std::puts("main::Creating AudioInput");
     const boost::shared_ptr<AudioInput> audioInput = AudioInput::New();

@@ -12,12 +12,23 @@ if(ZANTO_WERROR)
   set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
 endif()
 
+# What is written anew for Windows has a source of its own, named so: Name${windows}.cpp.
+set(windows)
+if(WIN32)
+  set(windows Windows)
+endif()
+
 add_library(zanto_options INTERFACE)
 target_include_directories(zanto_options INTERFACE "${PROJECT_SOURCE_DIR}")
 # No contraction: a fused multiply-add rounds once, and the analysis rounds twice.
 target_compile_options(zanto_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -ffp-contract=off)
 target_compile_definitions(zanto_options INTERFACE GL_GLEXT_PROTOTYPES)
+if(WIN32)
+  # Without the first three, OpenGL's headers bring all of windows.h, which takes common names such as "far".
+  target_compile_definitions(zanto_options INTERFACE
+    WINGDIAPI= APIENTRY= CALLBACK= WIN32_LEAN_AND_MEAN NOMINMAX _USE_MATH_DEFINES FREEGLUT_STATIC)
+endif()
 
 if(ZANTO_SANITIZE)
   add_compile_options(-fsanitize=${ZANTO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -12,6 +12,14 @@ constexpr const char* aNumber = "a number";
 constexpr const char* aWholeNumber = "a whole number";
 }  // namespace
 
+void set(const char* variable, const std::string& value) {
+#ifdef _WIN32
+    _putenv_s(variable, value.c_str());
+#else
+    setenv(variable, value.c_str(), 1);
+#endif
+}
+
 std::string text(const char* variable) {
     const char* const value = std::getenv(variable);
     return value == nullptr ? "" : value;

@@ -7,6 +7,9 @@
 /// names the variable, its value and the choices; the default is used then. Unset and empty mean the default.
 namespace settings {
 
+/// Sets a variable as a player would.
+void set(const char* variable, const std::string& value);
+
 /// The variable's text, empty when it is unset.
 std::string text(const char* variable);
 

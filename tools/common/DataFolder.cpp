@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tools/common/Command.h"
+#include "tools/common/RunProgram.h"
 
 namespace fs = std::filesystem;
 
@@ -17,8 +18,7 @@ bool holdsData(const fs::path& folder) {
 }  // namespace
 
 std::optional<fs::path> findDataFolder(const std::optional<std::string>& asked) {
-    std::error_code ignored;
-    return findDataFolder(asked, fs::read_symlink("/proc/self/exe", ignored));
+    return findDataFolder(asked, thisProgram());
 }
 
 fs::path requireDataFolder(const std::optional<std::string>& asked) {

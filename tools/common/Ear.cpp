@@ -1,7 +1,6 @@
 #include "tools/common/Ear.h"
 
-#include <cstdlib>
-
+#include "platform/settings/Settings.h"
 #include "tools/common/Command.h"
 
 void chooseEar(const Arguments& given) {
@@ -12,5 +11,5 @@ void chooseEar(const Arguments& given) {
     if (*name != "plain" && *name != "fine") {
         throw WrongUse("--ear wants plain or fine, not \"" + *name + "\"");
     }
-    setenv("ZANTO_EAR", name->c_str(), 1);
+    settings::set("ZANTO_EAR", *name);
 }

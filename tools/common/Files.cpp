@@ -1,12 +1,9 @@
 #include "tools/common/Files.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -16,7 +13,6 @@
 #include "tools/common/Command.h"
 
 namespace fs = std::filesystem;
-using Status = struct stat;
 
 std::string whyUnreadable(const std::string& path, std::uintmax_t mostBytes) {
     std::error_code error;
@@ -53,24 +49,21 @@ std::string readFile(const std::string& path, std::uintmax_t mostBytes) {
 
 NewFile::NewFile(std::string path_, bool mayReplace_, const std::vector<std::string>& sources)
     : path(std::move(path_)), place(path), mayReplace(mayReplace_) {
-    Status present{};
-    if (stat(path.c_str(), &present) != 0) {
+    std::error_code error;
+    const fs::file_status present = fs::status(path, error);
+    if (!fs::exists(present)) {
         openBeside();
         return;
     }
-    if (S_ISDIR(present.st_mode)) {
+    if (fs::is_directory(present)) {
         fail("this is a folder");
     }
-    isDevice = !S_ISREG(present.st_mode);
+    isDevice = !fs::is_regular_file(present);
     if (isDevice) {
-        descriptor = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-        if (descriptor == -1) {
-            failWithErrno();
-        }
+        openDevice();
         return;
     }
     for (const std::string& source : sources) {
-        std::error_code error;
         if (fs::equivalent(source, path, error)) {
             fail("this is the file that is read; choose another name");
         }
@@ -83,18 +76,6 @@ NewFile::NewFile(std::string path_, bool mayReplace_, const std::vector<std::str
     }
     place = fs::canonical(path).string();
     openBeside();
-    if (fchmod(descriptor, present.st_mode & 07777u) != 0) {
-        failWithErrno();
-    }
-}
-
-NewFile::~NewFile() {
-    if (descriptor != -1) {
-        close(descriptor);
-    }
-    if (!temporaryName.empty()) {
-        unlink(temporaryName.c_str());
-    }
 }
 
 void NewFile::fail(const std::string& reason) const {
@@ -105,23 +86,6 @@ void NewFile::failWithErrno() const {
     fail(std::generic_category().message(errno));
 }
 
-void NewFile::openBeside() {
-    const fs::path folder = fs::path(place).has_parent_path() ? fs::path(place).parent_path() : ".";
-    // A file without a name goes away with the program. Not every file system has them.
-    descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
-    if (descriptor == -1) {
-        std::string name = (folder / ".zanto-XXXXXX").string();
-        descriptor = mkostemp(name.data(), O_CLOEXEC);
-        if (descriptor == -1) {
-            failWithErrno();
-        }
-        temporaryName = name;
-        const mode_t mask = umask(0);
-        umask(mask);
-        fchmod(descriptor, 0666u & ~mask);
-    }
-}
-
 void NewFile::write(const std::string& text) {
     for (std::size_t written = 0; written < text.size();) {
         const ssize_t count = ::write(descriptor, text.data() + written, text.size() - written);
@@ -130,30 +94,4 @@ void NewFile::write(const std::string& text) {
         }
         written += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
     }
-}
-
-void NewFile::keep() {
-    if (isDevice) {
-        return;
-    }
-    if (fsync(descriptor) != 0) {
-        failWithErrno();
-    }
-    if (temporaryName.empty()) {
-        const std::string name = place + ".new" + std::to_string(getpid());
-        const std::string own = "/proc/self/fd/" + std::to_string(descriptor);
-        if (linkat(AT_FDCWD, own.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0) {
-            failWithErrno();
-        }
-        temporaryName = name;
-    }
-    const unsigned flags = mayReplace ? 0 : RENAME_NOREPLACE;
-    int renamed = renameat2(AT_FDCWD, temporaryName.c_str(), AT_FDCWD, place.c_str(), flags);
-    if (renamed != 0 && errno == EINVAL) {  // a file system that cannot tell whether it replaces
-        renamed = rename(temporaryName.c_str(), place.c_str());
-    }
-    if (renamed != 0) {
-        failWithErrno();
-    }
-    temporaryName.clear();
 }

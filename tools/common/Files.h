@@ -44,6 +44,7 @@ public:
 private:
     [[noreturn]] void fail(const std::string& reason) const;
     [[noreturn]] void failWithErrno() const;
+    void openDevice();
     void openBeside();
 
     std::string path;           ///< as given, for messages

@@ -8,10 +8,12 @@
 
 #include <array>
 #include <cerrno>
+#include <system_error>
 
 #include "tools/common/Command.h"
 
-MemoryFile::MemoryFile() : descriptor(memfd_create("zanto", 0)) {
+MemoryFile::MemoryFile()
+    : descriptor(memfd_create("zanto", 0)), name("/proc/self/fd/" + std::to_string(descriptor)) {
     if (descriptor == -1) {
         throw Failure("there is no memory for a file");
     }
@@ -19,10 +21,6 @@ MemoryFile::MemoryFile() : descriptor(memfd_create("zanto", 0)) {
 
 MemoryFile::~MemoryFile() {
     close(descriptor);
-}
-
-std::string MemoryFile::path() const {
-    return "/proc/self/fd/" + std::to_string(descriptor);
 }
 
 std::string MemoryFile::contents() const {
@@ -45,6 +43,11 @@ int waitFor(pid_t process) {
 }
 
 }  // namespace
+
+std::filesystem::path thisProgram() {
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored);
+}
 
 std::optional<ProgramResult> runProgram(const std::vector<std::string>& command) {
     std::vector<std::string> words = command;

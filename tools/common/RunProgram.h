@@ -1,10 +1,11 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
-/// A file in memory. It goes when this or the program ends.
+/// A file in memory, on Windows a temporary one. It goes when this or the program ends.
 class MemoryFile {
 public:
     MemoryFile();
@@ -13,14 +14,18 @@ public:
     MemoryFile& operator=(const MemoryFile&) = delete;
 
     /// Its name, for this program and those that it runs.
-    std::string path() const;
+    const std::string& path() const { return name; }
 
     int getDescriptor() const { return descriptor; }
     std::string contents() const;
 
 private:
     int descriptor;
+    std::string name;
 };
+
+/// The file of the program that runs; empty when it cannot be told.
+std::filesystem::path thisProgram();
 
 /// What a program left behind.
 struct ProgramResult {

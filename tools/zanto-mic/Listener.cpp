@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
 #include "analysis/NoteEstimation.h"
 #include "analysis/SpectrumRules.h"
 #include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
+#include "platform/settings/Settings.h"
 #include "tools/common/DataFolder.h"
 #include "tools/zanto-mic/Microphone.h"
 
@@ -27,9 +27,9 @@ Listener::Listener(Microphone& microphone_, const std::filesystem::path& dataFol
     const WorkingFolder inData(dataFolder);
     estimation = std::make_unique<NoteEstimation>();
     if (!estimation->hasFineEar()) {
-        setenv("ZANTO_EAR", "fine", 1);
+        settings::set("ZANTO_EAR", "fine");
         fineEstimation = std::make_unique<NoteEstimation>();
-        setenv("ZANTO_EAR", "plain", 1);
+        settings::set("ZANTO_EAR", "plain");
     }
 }
 

@@ -1,5 +1,5 @@
-#include <cairo/cairo-ft.h>
-#include <cairo/cairo.h>
+#include <cairo-ft.h>
+#include <cairo.h>
 
 #include <cmath>
 #include <memory>

@@ -91,7 +91,7 @@ SongState stateOf(const fs::path& path) {
     }
     Song song;
     const QuietErrors quiet;
-    return song.load(path.c_str()) ? SongState::fine : SongState::faulty;
+    return song.load(path.string().c_str()) ? SongState::fine : SongState::faulty;
 }
 
 void print(const FileReport& report) {

@@ -1,0 +1,61 @@
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include <cstdio>
+#include <iostream>
+
+#include "audio/QuietDescriptor.h"
+
+namespace {
+
+void flushAll() {
+    std::cout.flush();
+    std::cerr.flush();
+    std::fflush(nullptr);
+}
+
+/// Opens `name` as the stream, if the program was started without it.
+void fill(std::FILE* stream, const char* name, const char* mode) {
+    if (_fileno(stream) < 0 || _get_osfhandle(_fileno(stream)) < 0) {
+        static_cast<void>(std::freopen(name, mode, stream));
+    }
+}
+
+}  // namespace
+
+// A program with a window is not given the terminal that it is started from, and has to ask for it.
+void fillStandardDescriptors() {
+    const bool hasTerminal = AttachConsole(ATTACH_PARENT_PROCESS) != 0;
+    const char* const screen = hasTerminal ? "CONOUT$" : "NUL";
+    fill(stdin, "NUL", "r");
+    fill(stdout, screen, "w");
+    fill(stderr, screen, "w");
+    // The same bytes as on other systems.
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    // This C library has no buffer of a line, and a line is to be seen when it is printed.
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    std::setvbuf(stderr, nullptr, _IONBF, 0);
+}
+
+QuietDescriptor::QuietDescriptor(int descriptor_) : descriptor(descriptor_) {
+    flushAll();
+    const int nowhere = _open("NUL", _O_WRONLY | _O_NOINHERIT);
+    if (nowhere == -1) {
+        return;
+    }
+    kept = _dup(descriptor);
+    if (kept != -1) {
+        _dup2(nowhere, descriptor);
+    }
+    _close(nowhere);
+}
+
+QuietDescriptor::~QuietDescriptor() {
+    flushAll();
+    if (kept != -1) {
+        _dup2(kept, descriptor);
+        _close(kept);
+    }
+}

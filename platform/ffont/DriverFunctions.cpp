@@ -1,0 +1,4 @@
+#include "platform/ffont/DriverFunctions.h"
+
+void loadDriverFunctions() {
+}
