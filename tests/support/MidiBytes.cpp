@@ -56,6 +56,10 @@ MidiBytes& MidiBytes::off(unsigned ticks, unsigned channel, unsigned pitch) {
     return event(ticks, {0x80 | channel, pitch, 0});
 }
 
+MidiBytes& MidiBytes::program(unsigned channel, unsigned number) {
+    return event(0, {0xC0 + channel, number});
+}
+
 MidiBytes& MidiBytes::bend(unsigned ticks, unsigned channel) {
     return event(ticks, {0xE0 | channel, 0, 0x50});
 }

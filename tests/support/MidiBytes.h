@@ -22,6 +22,7 @@ public:
     /// `channel` from 0.
     MidiBytes& on(unsigned ticks, unsigned channel, unsigned pitch);
     MidiBytes& off(unsigned ticks, unsigned channel, unsigned pitch);
+    MidiBytes& program(unsigned channel, unsigned number);
     MidiBytes& bend(unsigned ticks, unsigned channel);
 
     std::string file() const;

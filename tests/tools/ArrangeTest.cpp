@@ -14,6 +14,11 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
+constexpr double c5 = 72;
+constexpr double d5 = 74;
+constexpr double fSharp5 = 78;
+constexpr double g5 = 79;
+
 // A voice of (start, length, pitch), in quarter notes and semitones.
 SheetVoice voiceOf(const std::vector<std::vector<double>>& notes) {
     SheetVoice voice{"test", {}};
@@ -22,6 +27,26 @@ SheetVoice voiceOf(const std::vector<std::vector<double>>& notes) {
             {note[0], note[1], static_cast<int>(note[2]), "bar " + std::to_string(voice.notes.size() + 1)});
     }
     return voice;
+}
+
+std::vector<std::string> textsOf(const std::vector<Loss>& losses) {
+    std::vector<std::string> texts;
+    for (const Loss& loss : losses) {
+        texts.push_back(loss.text);
+    }
+    return texts;
+}
+
+// Sixteen quarter notes up and down, and then more, with starts from there.
+SheetVoice scaleAnd(const std::vector<std::vector<double>>& more) {
+    std::vector<std::vector<double>> notes;
+    for (int at = 0; at < 16; ++at) {
+        notes.push_back({1.0 * at, 1.0, at % 2 == 0 ? c5 : g5});
+    }
+    for (const std::vector<double>& note : more) {
+        notes.push_back({16.0 + note[0], note[1], note[2]});
+    }
+    return voiceOf(notes);
 }
 
 std::string refusal(const SheetVoice& voice, const ArrangeWishes& wishes = {}) {
@@ -34,11 +59,6 @@ SheetMusic at(double quartersPerMinute, bool lengthsAreExact = true) {
     sheet.quartersPerMinute = quartersPerMinute;
     return sheet;
 }
-
-constexpr double c5 = 72;
-constexpr double d5 = 74;
-constexpr double fSharp5 = 78;
-constexpr double g5 = 79;
 
 }  // namespace
 
@@ -62,16 +82,42 @@ TEST(Arrange, TheSlotIsTheFittingNoteValueNearestToTheTempo) {
 }
 
 TEST(Arrange, RhythmsThatFitNoSlotAreRefusedUnlessASlotWasAskedFor) {
-    EXPECT_THAT(refusal(voiceOf({{0, 1.0 / 3, c5}, {1.0 / 3, 2.0 / 3, d5}, {1, 0.25, c5}})),
-                HasSubstr("--slot"));
+    EXPECT_EQ(
+        refusal(voiceOf({{0, 1.0 / 3, c5}, {1.0 / 3, 2.0 / 3, d5}, {1, 0.25, c5}})),
+        "its rhythm fits no even slots: at least 1 of its 3 notes stands in the way; if you know better, say "
+        "what note a slot is, as in --slot 1/8");
     EXPECT_THAT(refusal(voiceOf({{0, 1, c5}, {1.2, 1, d5}})), HasSubstr("fits no even slots"));
     const Arrangement song = arrange(voiceOf({{0, 1, c5}, {1.3, 1, d5}}), {}, {1.0, {}});
     EXPECT_EQ(songText(song.slots), "120 4\nC\nD\n");
-    EXPECT_THAT(song.lost, ElementsAre("bar 2: D5 was moved by 0.30 slots"));
+    EXPECT_THAT(textsOf(song.lost), ElementsAre("bar 2: D5 was moved by 0.30 slots"));
     // A player's lengths need not fit.
     const SheetVoice detached = voiceOf({{0.01, 0.7, c5}, {0.98, 0.65, d5}, {2.02, 1.6, g5}});
     EXPECT_EQ(songText(arrange(detached, at(120.0, false), {}).slots), "120 4\nC\nD\nG2\n");
     EXPECT_THAT(refusal(detached), HasSubstr("fits no even slots"));
+}
+
+TEST(Arrange, RoundingMovesAFewNotesAndKeepsTheTempo) {
+    const ArrangeWishes rounding{{}, {}, true};
+    const std::string scale = "120 4\nC\nG\nC\nG\nC\nG\nC\nG\nC\nG\nC\nG\nC\nG\nC\nG\n";
+    // A dotted pair: the short note comes early, and the long one ends for it.
+    const SheetVoice dotted = scaleAnd({{0, 1.5, d5}, {1.5, 0.5, c5}, {2, 1, g5}});
+    EXPECT_DOUBLE_EQ(arrange(dotted, {}, {}).slotQuarters, 0.5);
+    const Arrangement pair = arrange(dotted, {}, rounding);
+    EXPECT_DOUBLE_EQ(pair.slotQuarters, 1.0);
+    EXPECT_EQ(songText(pair.slots), scale + "D\nC\nG\n");
+    EXPECT_THAT(textsOf(pair.lost), ElementsAre("bar 17: D5 lasts 1.50 slots and was written with 1",
+                                                "bar 18: C5 was moved by 0.50 slots"));
+    // Of a triplet in the time of two slots one note is too many.
+    const SheetVoice triplet = scaleAnd(
+        {{0, 2.0 / 3, d5}, {2.0 / 3, 2.0 / 3, c5}, {4.0 / 3, 2.0 / 3, d5}, {2, 1, g5}, {3, 0.25, c5}});
+    EXPECT_EQ(refusal(triplet),
+              "its rhythm fits no even slots: 4 of its 21 notes stand in the way of 1/4; --round moves them, "
+              "or say "
+              "what note a slot is, as in --slot 1/8");
+    const Arrangement three = arrange(triplet, {}, {1.0, {}});
+    EXPECT_EQ(songText(three.slots), scale + "D\nC\nG\nC\n");
+    EXPECT_THAT(textsOf(three.lost),
+                testing::Contains("bar 19: D5 finds no slot of its own and was left out"));
 }
 
 TEST(Arrange, NotesAreTransposedToNaturalsByTheLeastShiftOrAsAskedFor) {
@@ -112,7 +158,7 @@ TEST(Arrange, WhatFindsNoPlaceOfItsOwnIsNamed) {
         const Arrangement song = arrange(voiceOf(example.notes), at(120.0, false), {});
         EXPECT_EQ(songText(song.slots), std::string("120 4\n") + example.text);
         EXPECT_EQ(song.lost.size(), std::string(example.lost).empty() ? 0u : 1u) << example.text;
-        EXPECT_THAT(song.lost, testing::Each(HasSubstr(example.lost)));
+        EXPECT_THAT(textsOf(song.lost), testing::Each(HasSubstr(example.lost)));
     }
 }
 

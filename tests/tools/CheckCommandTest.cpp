@@ -32,6 +32,16 @@ TEST_F(CheckCommandTest, WrongUseAndFilesThatCannotBeReadAreErrors) {
               "2 files: 2 errors, 0 warnings\n");
 }
 
+TEST_F(CheckCommandTest, AFileTooLargeToBeCheckedIsNotCalledFaulty) {
+    folder.write("large.txt", "120 4\n" + std::string(1u << 20, '\n'));
+    EXPECT_EQ(
+        run({"large.txt"}).out,
+        "large.txt:1:1: warning: the file is larger than 1 MiB: the game may load it, but it was not checked "
+        "[file-large]\n"
+        "    hint: split the song\n"
+        "1 file: 0 errors, 1 warning\n");
+}
+
 TEST_F(CheckCommandTest, FixKeepsFilesAsTheyWereAndOneThatCannotBeMendedHidesNoOther) {
     folder.write("a.txt", "1 1\nC \n");
     folder.write("a.txt.bak", "precious");

@@ -1,13 +1,17 @@
 #include "tools/common/Files.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
+#include <cstdarg>
 #include <filesystem>
 #include <string>
 
@@ -15,6 +19,25 @@
 #include "tests/tools/Outcome.h"
 
 namespace fs = std::filesystem;
+
+namespace {
+
+bool filesNeedNames = false;  // as if the file system had no files without one
+
+}  // namespace
+
+// In place of the C library's for this program: the kernel's, or the answer of such a file system.
+extern "C" int open(const char* path, int flags, ...) {
+    if (filesNeedNames && (flags & O_TMPFILE) == O_TMPFILE) {
+        errno = EOPNOTSUPP;
+        return -1;
+    }
+    va_list more;
+    va_start(more, flags);
+    const mode_t mode = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE ? va_arg(more, mode_t) : 0;
+    va_end(more);
+    return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
 
 namespace {
 
@@ -81,6 +104,26 @@ TEST_F(FilesTest, AFileAppearsWholeOrNotAtAllAndReplacesAnotherOnlyWhenAskedFor)
     Status status{};
     ASSERT_EQ(stat("old.txt", &status), 0);
     EXPECT_EQ(status.st_mode & 0777u, 0640u);
+}
+
+TEST_F(FilesTest, FileSystemsThatHaveOnlyFilesWithNamesAreWrittenInTheSameWay) {
+    filesNeedNames = true;
+    {
+        NewFile file("new.txt", false);
+        file.write("half");
+        EXPECT_EQ(namesHere(), "");  // nothing that a signal would leave behind
+    }
+    write("new.txt", std::string(100000, 'x'));
+    EXPECT_EQ(readFile("new.txt", mostSongBytes), std::string(100000, 'x'));
+    ASSERT_EQ(chmod("new.txt", 0640), 0);
+    write("new.txt", "new", true);
+    EXPECT_EQ(readFile("new.txt", mostSongBytes), "new");
+    EXPECT_EQ(fs::status("new.txt").permissions(), static_cast<fs::perms>(0640));
+    NewFile late("late.txt", false);
+    write("late.txt", "first");
+    EXPECT_EQ(failureOf([&] { late.keep(); }), "late.txt: File exists");
+    EXPECT_EQ(namesHere().size(), std::string("new.txt late.txt ").size());
+    filesNeedNames = false;
 }
 
 TEST_F(FilesTest, WhatIsReadIsNeverWrittenOverAndPlacesThatCannotBeWrittenAreNamed) {

@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <zip.h>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/MidiBytes.h"
@@ -32,6 +34,25 @@ std::string note(const std::string& step, int duration, const std::string& more 
 
 std::string measure(int number, const std::string& content) {
     return "<measure number=\"" + std::to_string(number) + "\">" + content + "</measure>";
+}
+
+// A zip archive of files, by name and contents.
+std::string zipOf(const std::vector<std::pair<std::string, std::string>>& files) {
+    zip_error_t error;
+    zip_source_t* const source = zip_source_buffer_create(nullptr, 0, 0, &error);
+    zip_source_keep(source);
+    zip_t* const archive = zip_open_from_source(source, ZIP_TRUNCATE, &error);
+    for (const auto& [name, contents] : files) {
+        zip_file_add(archive, name.c_str(), zip_source_buffer(archive, contents.data(), contents.size(), 0),
+                     ZIP_FL_ENC_UTF_8);
+    }
+    zip_close(archive);
+    zip_source_open(source);
+    std::string bytes(1u << 20, '\0');
+    const zip_int64_t size = zip_source_read(source, bytes.data(), bytes.size());
+    bytes.resize(static_cast<std::size_t>(size));
+    zip_source_free(source);
+    return bytes;
 }
 
 const std::string halves = "<attributes><divisions>2</divisions></attributes>";  // of a quarter note
@@ -155,15 +176,94 @@ TEST(MusicXmlSheet, RepeatsAreWrittenOut) {
                                                          "77@400+100", "77@500+100"));
 }
 
+TEST(MusicXmlSheet, NotesAreAtSoundingPitch) {
+    const std::string down = "<transpose><diatonic>-1</diatonic><chromatic>-2</chromatic></transpose>";
+    const std::string octave =
+        "<transpose number=\"2\"><chromatic>0</chromatic><octave-change>-1</octave-change></transpose>";
+    const SheetMusic sheet = xml(measure(1, note("C", 1) + "<attributes>" + down + octave + "</attributes>" +
+                                                note("D", 1) + note("E", 1, "<staff>2</staff>")),
+                                 "<part id=\"P2\">" + measure(1, note("C", 1)) + "</part>");
+    EXPECT_THAT(notesOf(sheet.voices.at(0)), ElementsAre("72@0+100", "72@100+100", "64@200+100"));
+    EXPECT_THAT(notesOf(sheet.voices.at(1)), ElementsAre("72@0+100"));
+}
+
+TEST(MusicXmlSheet, TheTempoIsThatOfTheSoundOrOfTheMetronome) {
+    const auto direction = [](const std::string& unit, const std::string& count,
+                              const std::string& more = "") {
+        return "<direction><direction-type><metronome><beat-unit>" + unit + "</beat-unit>" + more +
+               "<per-minute>" + count + "</per-minute></metronome></direction-type></direction>";
+    };
+    EXPECT_DOUBLE_EQ(xml(measure(1, direction("eighth", "60") + note("C", 1))).quartersPerMinute, 30.0);
+    EXPECT_DOUBLE_EQ(
+        xml(measure(1, direction("quarter", "40", "<beat-unit-dot/>") + note("C", 1))).quartersPerMinute,
+        60.0);
+    const SheetMusic sheet = xml(measure(1, direction("quarter", "c. 90") + direction("half", "50") +
+                                                direction("quarter", "70") + note("C", 1)));
+    EXPECT_DOUBLE_EQ(sheet.quartersPerMinute, 100.0);
+    EXPECT_THAT(sheet.lost, ElementsAre("1 tempo change", "1 tempo mark without a number"));
+}
+
+TEST(MusicXmlSheet, JumpsAreFollowedBySoundsAndByWhatIsWritten) {
+    const auto words = [](const std::string& text) {
+        return "<direction><direction-type><words>" + text + "</words></direction-type></direction>";
+    };
+    const std::string coda = "<direction><direction-type><coda/></direction-type></direction>";
+    const auto played = [](const std::string& measures) {
+        std::string steps;
+        for (const SheetNote& sounded : xml(measures).voices.at(0).notes) {
+            steps += std::to_string(sounded.pitch) + " ";
+        }
+        return steps;
+    };
+    EXPECT_EQ(played(measure(1, note("C", 1) + "<sound fine=\"yes\"/>") +
+                     measure(2, note("D", 1) + "<sound dacapo=\"yes\"/>")),
+              "72 74 72 ");
+    EXPECT_EQ(played(measure(1, note("C", 1)) + measure(2, words("Fine") + note("D", 1)) +
+                     measure(3, note("E", 1) + words("D.C. al Fine"))),
+              "72 74 76 72 74 ");
+    EXPECT_EQ(played(measure(1, note("C", 1)) +
+                     measure(2, "<direction><direction-type><segno/></direction-type></direction>" +
+                                    note("D", 1) + coda) +
+                     measure(3, note("E", 1) + words("D.S. al Coda")) + measure(4, coda + note("F", 1))),
+              "72 74 76 74 77 ");
+    EXPECT_EQ(failureOf([&] { played(measure(1, note("C", 1) + words("D.S."))); }),
+              "it says \"dal segno\", and there is no segno before it");
+}
+
+TEST(MusicXmlSheet, CompressedFilesAreReadByTheirContainer) {
+    const auto container = [](const std::string& root) {
+        return "<container><rootfiles><rootfile full-path=\"" + root + "\"/></rootfiles></container>";
+    };
+    const std::string score =
+        "<score-partwise><part id=\"P1\">" + measure(1, note("C", 1)) + "</part></score-partwise>";
+    const std::string whole = zipOf({{"META-INF/container.xml", container("a.xml")}, {"a.xml", score}});
+    EXPECT_THAT(notesOf(readCompressedMusicXml(whole).voices.at(0)), ElementsAre("72@0+100"));
+    const auto refused = [](const std::string& contents) {
+        return failureOf([&] { readCompressedMusicXml(contents); });
+    };
+    EXPECT_EQ(refused(zipOf({{"META-INF/container.xml", container("../a.xml")}, {"a.xml", score}})),
+              "there is no ../a.xml in the archive");
+    EXPECT_EQ(refused(zipOf({{"META-INF/container.xml", "<container/>"}})),
+              "META-INF/container.xml does not say which file is the score");
+    EXPECT_EQ(refused(zipOf({{"a.xml", score}})), "there is no META-INF/container.xml in the archive");
+    EXPECT_THAT(refused("PK, but no archive"), HasSubstr("it is a damaged archive"));
+    EXPECT_THAT(refused(whole.substr(0, whole.size() / 2)), HasSubstr("it is a damaged archive"));
+    // Eight thousand bytes that become nine million.
+    const std::string bomb =
+        zipOf({{"META-INF/container.xml", container("a.xml")}, {"a.xml", std::string(9u << 20, ' ')}});
+    EXPECT_LT(bomb.size(), 20000u);
+    EXPECT_EQ(refused(bomb), "a.xml is larger than 8 MiB when unpacked");
+}
+
 TEST(MusicXmlSheet, ThatCannotBeKeptIsCounted) {
     const SheetMusic sheet = xml(measure(
         1, halves + note("C", 2) + note("D", 0, "<grace/>") + note("D", 0, "<grace/>") +
                "<note><unpitched/><duration>2</duration></note><note><pitch><step>F</step><alter>0.5</"
                "alter><octave>4"
-               "</octave></pitch><duration>2</duration></note><sound dacapo=\"yes\" tempo=\"100\"/><sound "
+               "</octave></pitch><duration>2</duration></note><sound tempo=\"100\"/><sound "
                "tempo=\"90\"/>"));
-    EXPECT_THAT(sheet.lost, ElementsAre("2 grace notes", "1 jump (dacapo) in bar 1", "1 quarter tone",
-                                        "1 tempo change", "1 unpitched note"));
+    EXPECT_THAT(sheet.lost,
+                ElementsAre("2 grace notes", "1 quarter tone", "1 tempo change", "1 unpitched note"));
     EXPECT_EQ(sheet.voices.at(0).notes.size(), 1u);
 }
 

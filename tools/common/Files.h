@@ -46,10 +46,12 @@ private:
     [[noreturn]] void failWithErrno() const;
     void openDevice();
     void openBeside();
+    void nameBeside();
 
     std::string path;           ///< as given, for messages
     std::string place;          ///< the same with links resolved
-    std::string temporaryName;  ///< while the file has one
+    std::string temporaryName;  ///< while `keep` puts the file in its place
+    bool canHaveName = true;    ///< by a link; else its contents are copied
     bool mayReplace;
     bool isDevice = false;
     int descriptor = -1;

@@ -18,6 +18,7 @@ constexpr double mostTempo = 10000.0;
 constexpr double mostTimes = 1000.0;
 constexpr double mostAlter = 4.0;
 constexpr double highestOctave = 9.0;
+constexpr double mostTranspose = 48.0;
 constexpr double leastDivisions = 1.0 / 1024.0;
 constexpr double mostDivisions = 1e6;
 
@@ -51,7 +52,12 @@ private:
     ScorePart readPart(const pugi::xml_node& part, std::string name);
     ScoreMeasure readMeasure(const pugi::xml_node& measure);
     void readNote(const pugi::xml_node& note, ScoreMeasure& measure);
-    void readSound(const pugi::xml_node& sound, const ScoreMeasure& measure);
+    void readTempo(double tempo);
+    void readSound(const pugi::xml_node& sound, ScoreMeasure& measure);
+    void readMetronome(const pugi::xml_node& metronome);
+    void readDirection(const pugi::xml_node& direction, ScoreMeasure& measure);
+    void readAttributes(const pugi::xml_node& attributes, const ScoreMeasure& measure);
+    int transposition(const std::string& staff) const;
     static void readBarline(const pugi::xml_node& barline, ScoreMeasure& measure);
     double durationOf(const pugi::xml_node& node, const ScoreMeasure& measure) const;
     void lose(const std::string& what) { ++lost[what]; }
@@ -59,8 +65,10 @@ private:
     SheetMusic sheet;
     std::map<std::string, std::size_t> lost;  // with how often
     bool tempoKnown = false;
-    double divisions = 1.0;  // of a quarter note, until the file says otherwise
-    double position = 0.0;   // quarter notes into the measure
+    double divisions = 1.0;                       // of a quarter note, until the file says otherwise
+    std::map<std::string, int> semitonesOfStaff;  // "" for all staves without their own
+    MeasureSigns later;                           // for the next measure
+    double position = 0.0;                        // quarter notes into the measure
     double chordStart = 0.0;
 };
 
@@ -69,19 +77,98 @@ double MusicXmlReader::durationOf(const pugi::xml_node& node, const ScoreMeasure
            divisions;
 }
 
-void MusicXmlReader::readSound(const pugi::xml_node& sound, const ScoreMeasure& measure) {
-    const double tempo = numberIn(sound.attribute("tempo").as_string("0"), 0.0, mostTempo, "tempo", measure);
-    if (tempo > 0.0 && tempoKnown && tempo != sheet.quartersPerMinute) {
+void MusicXmlReader::readTempo(double tempo) {
+    if (tempo > 0.0 && tempoKnown && std::abs(tempo - sheet.quartersPerMinute) > 0.5) {
         lose("tempo change");
-    } else if (tempo > 0.0) {
+    } else if (tempo > 0.0 && !tempoKnown) {
         sheet.quartersPerMinute = tempo;
         tempoKnown = true;
     }
-    for (const char* const jump : {"dacapo", "dalsegno", "tocoda", "fine"}) {
-        if (sound.attribute(jump)) {
-            lose("jump (" + std::string(jump) + ") in bar " + measure.number);
+}
+
+void MusicXmlReader::readSound(const pugi::xml_node& sound, ScoreMeasure& measure) {
+    readTempo(numberIn(sound.attribute("tempo").as_string("0"), 0.0, mostTempo, "tempo", measure));
+    measure.signs.repeatBegins = measure.signs.repeatBegins || sound.attribute("forward-repeat");
+    for (const char* const name : {"dacapo", "dalsegno", "tocoda", "fine", "segno", "coda"}) {
+        if (const pugi::xml_attribute sign = sound.attribute(name);
+            sign && std::strcmp(sign.value(), "no") != 0) {
+            addSign(name, measure.signs);
         }
     }
+}
+
+// "quarter = 96", also with dots. Words in place of the number are no tempo.
+void MusicXmlReader::readMetronome(const pugi::xml_node& metronome) {
+    static const std::map<std::string, double> units = {{"breve", 8.0},   {"whole", 4.0},  {"half", 2.0},
+                                                        {"quarter", 1.0}, {"eighth", 0.5}, {"16th", 0.25},
+                                                        {"32nd", 0.125}};
+    const auto unit = units.find(metronome.child_value("beat-unit"));
+    const std::optional<double> count = parseNumber(metronome.child_value("per-minute"), 1.0, mostTempo);
+    if (unit == units.end() || !count) {
+        lose("tempo mark without a number");
+        return;
+    }
+    double quarters = unit->second;
+    double dot = quarters / 2.0;
+    for ([[maybe_unused]] const pugi::xml_node& each : metronome.children("beat-unit-dot")) {
+        quarters += dot;
+        dot /= 2.0;
+    }
+    readTempo(quarters * *count);
+}
+
+// The signs over the notes. What a player program is told about them in `sound` says the same.
+void MusicXmlReader::readDirection(const pugi::xml_node& direction, ScoreMeasure& measure) {
+    const pugi::xml_node sound = direction.child("sound");
+    if (sound) {
+        readSound(sound, measure);
+    }
+    for (const pugi::xml_node& type : direction.children("direction-type")) {
+        const bool saysTempo = sound.attribute("tempo");
+        if (const pugi::xml_node metronome = type.child("metronome"); metronome && !saysTempo) {
+            readMetronome(metronome);
+        }
+        std::string words;
+        for (const pugi::xml_node& part : type.children("words")) {
+            words += part.child_value();
+        }
+        addSign(words, measure.signs);
+        if (type.child("segno")) {
+            addSign("segno", measure.signs);
+        }
+        if (type.child("coda") && !sound.attribute("tocoda")) {
+            // Behind notes it marks the end of its measure.
+            addSign("coda", position > 0.0 ? later : measure.signs);
+        }
+    }
+}
+
+void MusicXmlReader::readAttributes(const pugi::xml_node& attributes, const ScoreMeasure& measure) {
+    if (const pugi::xml_node given = attributes.child("divisions")) {
+        divisions = numberIn(given.child_value(), leastDivisions, mostDivisions,
+                             "number of divisions of a quarter note", measure);
+    }
+    for (const pugi::xml_node& transpose : attributes.children("transpose")) {
+        const double semitones = numberIn(transpose.child("chromatic").text().as_string("0"), -mostTranspose,
+                                          mostTranspose, "number of semitones", measure);
+        const double octaves = numberIn(transpose.child("octave-change").text().as_string("0"),
+                                        -highestOctave, highestOctave, "number of octaves", measure);
+        if (semitones != std::round(semitones) || octaves != std::round(octaves)) {
+            throw Failure("bar " + measure.number + ": it is transposed by less than a semitone");
+        }
+        const std::string staff = transpose.attribute("number").as_string();
+        if (staff.empty()) {
+            semitonesOfStaff.clear();
+        }
+        semitonesOfStaff[staff] = static_cast<int>(semitones) + 12 * static_cast<int>(octaves);
+    }
+}
+
+// How much higher the notes of a staff sound than they are written.
+int MusicXmlReader::transposition(const std::string& staff) const {
+    const auto own = semitonesOfStaff.find(staff);
+    const auto all = own == semitonesOfStaff.end() ? semitonesOfStaff.find("") : own;
+    return all == semitonesOfStaff.end() ? 0 : all->second;
 }
 
 void MusicXmlReader::readBarline(const pugi::xml_node& barline, ScoreMeasure& measure) {
@@ -135,7 +222,8 @@ void MusicXmlReader::readNote(const pugi::xml_node& note, ScoreMeasure& measure)
         lose("quarter tone");
     } else {
         const double octave = numberIn(pitch.child_value("octave"), 0.0, highestOctave, "octave", measure);
-        const int semitones = 12 * (static_cast<int>(octave) + 1) + step + static_cast<int>(alter);
+        const int semitones = 12 * (static_cast<int>(octave) + 1) + step + static_cast<int>(alter) +
+                              transposition(note.child("staff").text().as_string("1"));
         const pugi::xml_node stop = note.find_child_by_attribute("tie", "type", "stop");
         measure.notes.push_back({note.child("voice").text().as_string("1"), start, length, semitones,
                                  "bar " + measure.number, static_cast<bool>(stop)});
@@ -145,14 +233,12 @@ void MusicXmlReader::readNote(const pugi::xml_node& note, ScoreMeasure& measure)
 ScoreMeasure MusicXmlReader::readMeasure(const pugi::xml_node& node) {
     ScoreMeasure measure;
     measure.number = node.attribute("number").value();
+    measure.signs = std::exchange(later, {});
     position = 0.0;
     for (const pugi::xml_node& child : node) {
         const std::string name = child.name();
         if (name == "attributes") {
-            if (const pugi::xml_node given = child.child("divisions")) {
-                divisions = numberIn(given.child_value(), leastDivisions, mostDivisions,
-                                     "number of divisions of a quarter note", measure);
-            }
+            readAttributes(child, measure);
         } else if (name == "note") {
             readNote(child, measure);
         } else if (name == "backup") {
@@ -163,7 +249,7 @@ ScoreMeasure MusicXmlReader::readMeasure(const pugi::xml_node& node) {
         } else if (name == "barline") {
             readBarline(child, measure);
         } else if (name == "direction") {
-            readSound(child.child("sound"), measure);
+            readDirection(child, measure);
         } else if (name == "sound") {
             readSound(child, measure);
         }
@@ -174,6 +260,8 @@ ScoreMeasure MusicXmlReader::readMeasure(const pugi::xml_node& node) {
 ScorePart MusicXmlReader::readPart(const pugi::xml_node& node, std::string name) {
     ScorePart part{std::move(name), {}, {}};
     divisions = 1.0;
+    semitonesOfStaff.clear();
+    later = {};
     for (const pugi::xml_node& measure : node.children("measure")) {
         part.measures.push_back(readMeasure(measure));
     }
@@ -187,6 +275,10 @@ SheetMusic MusicXmlReader::read(const pugi::xml_node& score) {
         const pugi::xml_node entry = score.child("part-list").find_child_by_attribute("score-part", "id", id);
         const std::string name = entry.child("part-name").text().as_string();
         parts.push_back(readPart(node, name.empty() ? "part " + std::to_string(parts.size() + 1) : name));
+        parts.back().instrument = entry.child("score-instrument").child_value("instrument-name");
+        if (const pugi::xml_node program = entry.child("midi-instrument").child("midi-program")) {
+            parts.back().instrument = midiInstrument(program.text().as_int() - 1);
+        }
     }
     if (parts.empty()) {
         throw Failure("there is no part in it");

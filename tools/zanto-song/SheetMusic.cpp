@@ -17,6 +17,13 @@ void sortNotes(std::vector<SheetNote>& notes) {
     });
 }
 
+std::string pitchName(int pitch) {
+    constexpr std::array<const char*, 12> names = {"C",  "C#", "D",  "D#", "E",  "F",
+                                                   "F#", "G",  "G#", "A",  "A#", "B"};
+    const int index = ((pitch % 12) + 12) % 12;
+    return names.at(static_cast<std::size_t>(index)) + std::to_string((pitch - index) / 12 - 1);
+}
+
 std::string midiInstrument(int program) {
     // Named by the families of the standard, of eight instruments each, where players know one by its family.
     static const std::array<const char*, 128> names = {"piano",

@@ -40,6 +40,9 @@ Failure tooLong();
 /// Puts notes in order: by start, those that begin together from the lowest to the highest.
 void sortNotes(std::vector<SheetNote>& notes);
 
+/// A pitch as "F#4"; 60 is C4.
+std::string pitchName(int pitch);
+
 /// The instrument of a program number of General MIDI, from 0.
 std::string midiInstrument(int program);
 

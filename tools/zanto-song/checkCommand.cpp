@@ -46,6 +46,16 @@ Problem unreadable(const std::string& path, const std::string& reason) {
     return {1, 1, Problem::Severity::error, "unreadable", reason, hint};
 }
 
+Problem tooLarge() {
+    return {1,
+            1,
+            Problem::Severity::warning,
+            "file-large",
+            "the file is larger than " + std::to_string(mostSongBytes >> 20) +
+                " MiB: the game may load it, but it was not checked",
+            "split the song"};
+}
+
 // Writes the contents to a name that is not taken yet; gives that name.
 std::string keepBackup(const std::string& path, const std::string& contents) {
     std::string backup = path + ".bak";
@@ -177,6 +187,11 @@ int check(const CommandArguments& arguments) {
         const bool isListing = allListings || fs::path(path).filename() == "listing.txt";
         FileReport report{path, {}, {}, ""};
         try {
+            if (whyUnreadable(path, anySize).empty() && fs::file_size(path) > mostSongBytes) {
+                report.problems.push_back(tooLarge());
+                reports.push_back(std::move(report));
+                continue;
+            }
             std::string contents = readFile(path, mostSongBytes);
             if (given.has("--fix") && !isListing) {
                 fixIfPossible(contents, report);

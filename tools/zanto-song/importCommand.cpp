@@ -3,6 +3,7 @@
 #include <cmath>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -10,7 +11,9 @@
 #include "tools/common/Files.h"
 #include "tools/common/Text.h"
 #include "tools/zanto-song/Arrange.h"
+#include "tools/zanto-song/Melody.h"
 #include "tools/zanto-song/SheetMusic.h"
+#include "tools/zanto-song/SlotChoice.h"
 #include "tools/zanto-song/SongCheck.h"
 #include "tools/zanto-song/commands.h"
 
@@ -19,25 +22,32 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* usage =
-    "zanto-song import FILE -o OUT.txt [--voice N | --voice all] [--tune N] [--slot 1/N] [--transpose N]\n"
-    "                  [--force]\n"
-    "    Makes a song of a MIDI file (.mid), a tune in ABC notation (.abc) or sheet music (.musicxml, "
-    ".xml).\n"
+    "zanto-song import FILE -o OUT.txt [--voice N | --voice all] [--melody] [--tune N] [--slot 1/N] "
+    "[--round]\n"
+    "                  [--transpose N] [--all] [--force]\n"
+    "    Makes a song of a MIDI file (.mid), a tune in ABC notation (.abc) or sheet music (.musicxml, .xml, "
+    ".mxl).\n"
     "    It chooses what note a slot is and a key in which the notes are naturals, and says which notes, "
     "lengths\n"
     "    and other things it could not keep. It leaves out and never makes up: where it would have to guess, "
     "it\n"
     "    refuses and says what to choose.\n"
     "    --voice N       which voice, if there are several; all puts them together\n"
-    "    --tune N        which tune of an ABC file of several, by its X: number; 4.2 for the second "
-    "4\n"
-    "    --slot 1/N      a slot is an Nth note: 1/4 a quarter note, 1/8 an eighth note, 1/12 one of a "
-    "triplet of\n"
+    "    --melody        the highest notes alone, out of chords and accompaniment; of all voices unless "
+    "--voice\n"
+    "                    names one\n"
+    "    --tune N        which tune of an ABC file of several, by its X: number; 4.2 for the second 4\n"
+    "    --slot 1/N      a slot is an Nth note: 1/4 a quarter note, 3/8 a dotted one, 1/12 one of a triplet "
+    "of\n"
     "                    eighth notes\n"
+    "    --round         moves a few notes onto the slots, so that they do not slow down all the others\n"
     "    --transpose N   by so many semitones, -24 to 24, instead of those that suit best\n"
+    "    --all           lists each thing that was not kept, not only the first ten\n"
     "    --force         replace OUT.txt if there is such a file\n"
     "    Status 0 when all was kept, 1 when something was not or the file was refused.\n"
     "    Try it: zanto-song import tune.abc -o tune.txt && zanto-song show tune.txt -o tune.png\n";
+
+constexpr std::size_t linesBeforeSummary = 10;
 
 struct ImportOptions {
     std::string source;
@@ -45,21 +55,14 @@ struct ImportOptions {
     bool mayReplace = false;
     std::optional<std::string> voice;
     std::string tune;
+    bool onlyMelody = false;
+    bool listsAll = false;
     ArrangeWishes wishes;
 };
 
-// "1/8" as half a quarter note.
-std::optional<double> parseSlot(const std::string& text) {
-    constexpr int finest = 64;
-    if (text.rfind("1/", 0) != 0) {
-        return std::nullopt;
-    }
-    const std::optional<int> parts = parseWhole(text.substr(2), 1, finest);
-    return parts ? std::optional<double>(4.0 / *parts) : std::nullopt;
-}
-
 ImportOptions readOptions(const CommandArguments& arguments) {
-    const Arguments given(arguments, {"--force"}, {"-o", "--voice", "--tune", "--slot", "--transpose"});
+    const Arguments given(arguments, {"--force", "--melody", "--round", "--all"},
+                          {"-o", "--voice", "--tune", "--slot", "--transpose"});
     ImportOptions options;
     options.source = given.onlyFile("file");
     if (!given.value("-o")) {
@@ -75,9 +78,12 @@ ImportOptions readOptions(const CommandArguments& arguments) {
     if (given.value("--tune") && !parseNumber(options.tune, 0.0, 99999999.9)) {
         throw WrongUse("--tune wants the number of a tune, as 4, or 4.2 for the second one of that number");
     }
-    if (const auto slot = given.value("--slot"); slot && !(options.wishes.slotQuarters = parseSlot(*slot))) {
-        throw WrongUse("--slot wants a note value from 1/1 to 1/64");
+    if (const auto slot = given.value("--slot"); slot && !(options.wishes.slotQuarters = slotOfName(*slot))) {
+        throw WrongUse("--slot wants a note value as 1/8 or 3/8, of numbers up to 64");
     }
+    options.wishes.mayRound = given.has("--round");
+    options.onlyMelody = given.has("--melody");
+    options.listsAll = given.has("--all");
     options.wishes.semitones = given.whole("--transpose", -24, 24, "whole semitones, -24 to 24");
     return options;
 }
@@ -96,9 +102,10 @@ SheetMusic readSheet(const ImportOptions& options) {
     if (ending == ".musicxml" || ending == ".xml") {
         return readMusicXml(contents);
     }
-    throw Failure(ending == ".mxl"
-                      ? "this is compressed MusicXML; save it as plain .musicxml, or unpack it with unzip"
-                      : "its name must end in .mid, .abc or .musicxml, after what is in it");
+    if (ending == ".mxl") {
+        return readCompressedMusicXml(contents);
+    }
+    throw Failure("its name must end in .mid, .abc, .musicxml or .mxl, after what is in it");
 }
 
 SheetVoice together(const SheetMusic& sheet) {
@@ -106,19 +113,18 @@ SheetVoice together(const SheetMusic& sheet) {
     for (const SheetVoice& voice : sheet.voices) {
         all.notes.insert(all.notes.end(), voice.notes.begin(), voice.notes.end());
     }
-    std::stable_sort(all.notes.begin(), all.notes.end(),
-                     [](const SheetNote& left, const SheetNote& right) { return left.start < right.start; });
+    sortNotes(all.notes);
     return all;
 }
 
-SheetVoice chooseVoice(const SheetMusic& sheet, const std::optional<std::string>& wanted) {
+SheetVoice chooseVoice(const SheetMusic& sheet, const std::optional<std::string>& wanted, bool onlyMelody) {
     if (sheet.voices.empty()) {
         throw Failure("there is no note in it");
     }
-    if (wanted == "all") {
+    const std::size_t count = sheet.voices.size();
+    if (wanted == "all" || (!wanted && onlyMelody && count > 1)) {
         return together(sheet);
     }
-    const std::size_t count = sheet.voices.size();
     if (!wanted && count == 1) {
         return sheet.voices.front();
     }
@@ -131,44 +137,81 @@ SheetVoice chooseVoice(const SheetMusic& sheet, const std::optional<std::string>
                           " in it; choose with --voice:";
     for (std::size_t i = 0; i < count; ++i) {
         const SheetVoice& voice = sheet.voices[i];
-        problem +=
-            "\n    " + std::to_string(i + 1) + "  " + voice.name + ", " + counted(voice.notes.size(), "note");
+        const auto [lowest, highest] = std::minmax_element(
+            voice.notes.begin(), voice.notes.end(),
+            [](const SheetNote& left, const SheetNote& right) { return left.pitch < right.pitch; });
+        problem += "\n    " + std::to_string(i + 1) + "  " + cleanUtf8(voice.name) + ", " +
+                   counted(voice.notes.size(), "note") + ", " + pitchName(lowest->pitch) + " to " +
+                   pitchName(highest->pitch) +
+                   (voice.instrument.empty() ? "" : ", " + cleanUtf8(voice.instrument));
     }
     throw Failure(problem);
 }
 
-std::string slotName(double quarters) {
-    const double parts = 4.0 / quarters;
-    const bool isPlain = std::abs(parts - std::round(parts)) < 1e-6;
-    return isPlain ? "1/" + fixed(parts, 0) : fixed(quarters, 2) + "/4";
+// The first lines, each after `before`, and of what follows how many there are of each kind.
+void list(const std::vector<Loss>& lines, const std::string& before, bool all) {
+    const std::size_t shown = all ? lines.size() : std::min(lines.size(), linesBeforeSummary);
+    for (std::size_t index = 0; index < shown; ++index) {
+        std::cout << before << cleanUtf8(lines[index].text) << '\n';
+    }
+    std::map<std::string, std::size_t> more;
+    for (std::size_t index = shown; index < lines.size(); ++index) {
+        ++more[lines[index].kind];
+    }
+    if (!more.empty()) {
+        std::cout << before << "and " << lines.size() - shown << " more, which --all lists:\n";
+    }
+    for (const auto& [kind, count] : more) {
+        std::cout << before << counted(count, "time") << ": " << cleanUtf8(kind) << '\n';
+    }
+}
+
+void reportRhythm(const SheetMusic& sheet, const SheetVoice& voice, const ImportOptions& options,
+                  double slotQuarters) {
+    constexpr double slotsPerMinute = 120.0;
+    const auto say = [](double number) { return fixed(number, 0); };
+    std::cout << "A slot is a " << slotName(slotQuarters) << " note: " << say(slotQuarters * slotsPerMinute)
+              << " quarter notes a minute, " << say(sheet.quartersPerMinute) << " in the original.\n";
+    const std::optional<SlotChoice> other = roundingSlot(voice, sheet);
+    if (!options.wishes.slotQuarters && !options.wishes.mayRound && other && other->quarters > slotQuarters) {
+        std::cout << "Only " << counted(other->misfits, "note") << " of it "
+                  << (other->misfits == 1 ? "needs" : "need")
+                  << " slots as short as that: with --round there are "
+                  << say(other->quarters * slotsPerMinute) << " quarter notes a minute.\n";
+    }
 }
 
 void report(const ImportOptions& options, const SheetMusic& sheet, const SheetVoice& voice,
             const Arrangement& arrangement) {
-    const double played = arrangement.slotQuarters * 120.0;
     std::cout << options.song << ": " << arrangement.kept << " of " << counted(voice.notes.size(), "note")
-              << " of " << quoted(voice.name) << ", " << counted(arrangement.slots.size(), "slot") << '\n'
-              << "A slot is a " << slotName(arrangement.slotQuarters) << " note: " << fixed(played, 0)
-              << " quarter notes a minute, " << fixed(sheet.quartersPerMinute, 0) << " in the original.\n";
+              << " of " << quoted(voice.name) << ", " << counted(arrangement.slots.size(), "slot") << '\n';
+    reportRhythm(sheet, voice, options, arrangement.slotQuarters);
     if (arrangement.semitones != 0) {
         std::cout << "Transposed " << (arrangement.semitones > 0 ? "up " : "down ")
                   << counted(static_cast<std::size_t>(std::abs(arrangement.semitones)), "semitone") << ".\n";
     }
+    std::vector<Loss> remarks;
     for (const std::string& remark : sheet.remarks) {
-        std::cout << "The reader says: " << cleanUtf8(remark) << '\n';
+        remarks.push_back({remark, "a remark"});
     }
-    if (!sheet.lost.empty() || !arrangement.lost.empty()) {
+    list(remarks, "The reader says: ", options.listsAll);
+    std::vector<Loss> lost;
+    for (const std::string& line : sheet.lost) {
+        lost.push_back({line, line});
+    }
+    lost.insert(lost.end(), arrangement.lost.begin(), arrangement.lost.end());
+    if (!lost.empty()) {
         std::cout << "Not kept:\n";
     }
-    for (const auto* const lost : {&sheet.lost, &arrangement.lost}) {
-        for (const std::string& line : *lost) {
-            std::cout << "    " << cleanUtf8(line) << '\n';
-        }
-    }
+    list(lost, "    ", options.listsAll);
+    std::vector<Loss> warnings;
     for (const Problem& problem : checkSong(songText(arrangement.slots))) {
-        std::cout << options.song << ':' << problem.line << ':' << problem.column
-                  << ": warning: " << problem.text << " [" << problem.code << "]\n";
+        warnings.push_back({options.song + ":" + std::to_string(problem.line) + ":" +
+                                std::to_string(problem.column) + ": warning: " + problem.text + " [" +
+                                problem.code + "]",
+                            "warning [" + std::string(problem.code) + "]"});
     }
+    list(warnings, "", options.listsAll);
 }
 
 int import(const CommandArguments& arguments) {
@@ -176,9 +219,15 @@ int import(const CommandArguments& arguments) {
     SheetMusic sheet;
     SheetVoice voice;
     Arrangement arrangement;
+    std::size_t below = 0;
     try {
         sheet = readSheet(options);
-        voice = chooseVoice(sheet, options.voice);
+        voice = chooseVoice(sheet, options.voice, options.onlyMelody);
+        if (options.onlyMelody) {
+            const std::size_t count = voice.notes.size();
+            voice = melodyOf(voice);
+            below = count - voice.notes.size();
+        }
         arrangement = arrange(voice, sheet, options.wishes);
     } catch (const Failure& failure) {
         throw Failure(options.source + ": " + failure.what());
@@ -187,6 +236,10 @@ int import(const CommandArguments& arguments) {
     song.write(songText(arrangement.slots));
     song.keep();
     report(options, sheet, voice, arrangement);
+    if (options.onlyMelody) {
+        std::cout << "The melody is the highest notes; " << counted(below, "note")
+                  << " below were left out.\n";
+    }
     return sheet.lost.empty() && arrangement.lost.empty() ? statusDone : statusFailed;
 }
 
