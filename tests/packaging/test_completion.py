@@ -10,8 +10,9 @@ import pytest
 from conftest import BUILD, TOOLS, run
 
 OPTION = re.compile(r"(?<![\w-])(--[a-z][a-z0-9-]+|-o)\b")
-COMMANDS = [("zanto-song", "check"), ("zanto-song", "render"), ("zanto-song", "perform"), ("zanto-song", "import"),
-            ("zanto-song", "practise"), ("zanto-song", "show"), ("zanto-mic", "list"), ("zanto-mic", "level"), ("zanto-mic", "check"), ("zanto-mic", "record"), ("zanto-notes",)]
+COMMANDS = [("zanto-song", "check"), ("zanto-song", "render"), ("zanto-song", "perform"), ("zanto-song", "listen"),
+            ("zanto-song", "import"), ("zanto-song", "practise"), ("zanto-song", "show"), ("zanto-mic", "list"),
+            ("zanto-mic", "level"), ("zanto-mic", "check"), ("zanto-mic", "record"), ("zanto-notes",)]
 
 # What bash does when the key is pressed at the end of a line.
 PRESS = """

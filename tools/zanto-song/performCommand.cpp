@@ -80,6 +80,7 @@ std::string pageOf(const std::string& songPath, const std::vector<NamedTake>& ta
         return rescore(song, frames);
     };
     std::vector<ShownTake> shown;
+    shown.reserve(takes.size());
     for (const NamedTake& named : takes) {
         shown.push_back(
             {named, adviceFor(named.take, judge), withSound ? embeddedSound(named.recording) : ""});
