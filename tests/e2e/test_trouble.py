@@ -40,12 +40,14 @@ def test_without_its_font_the_game_says_so_once_and_runs(play, long_song, conten
 
 @pytest.mark.parametrize("spoil", ["missing", "truncated", "empty"])
 def test_without_picture_and_listing_the_title_shows_its_buttons_and_play_does_nothing(play, data, spoil):
-    for path in (data / "Images/title.png", data / "Songs/listing.txt"):
-        content = path.read_bytes()
-        path.unlink()
+    picture = (data / "Images/title.png").read_bytes()
+    listing = (data / "Songs/listing.txt").read_bytes()
+    # Of the listing, a word without a partner is left.
+    for path, beginning in (("Images/title.png", picture[:len(picture) // 100]),
+                            ("Songs/listing.txt", listing.split()[0])):
+        (data / path).unlink()
         if spoil != "missing":
-            # Of the listing, a word without a partner is left.
-            path.write_bytes(content[:len(content) // 100] if spoil == "truncated" else b"")
+            (data / path).write_bytes(beginning if spoil == "truncated" else b"")
     player = play(folder=data)
     player.wait_to_see("New Game")
     assert player.sees("Exit")
