@@ -11,6 +11,11 @@ else()
   set(data_folder "${CMAKE_INSTALL_DATADIR}/zanto")
 endif()
 set(game_folder "${CMAKE_INSTALL_LIBEXECDIR}/zanto")
+if(WIN32)
+  set(programs_folder .)
+  set(data_folder data)
+  set(game_folder game)
+endif()
 
 # The programs find everything from where they are, so an installation can be moved as a whole.
 foreach(folder IN ITEMS programs game data)

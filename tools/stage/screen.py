@@ -1,5 +1,8 @@
 """Looking at a display and working its pointer and keys."""
 
+import os
+import time
+
 from PIL import Image
 from Xlib import X, XK, Xutil, error
 from Xlib import display as xdisplay
@@ -11,6 +14,9 @@ from stage import processes
 LEFT_BUTTON = 1
 WHEEL_UP = 4
 WHEEL_DOWN = 5
+# wine shows a window, and then another one in its place.
+UNDER_WINE = "ZANTO_WINE" in os.environ
+WINE_SETTLES_SECONDS = 1
 UNMANAGED_PLACE = 16  # pixels from the screen's top left corner
 
 
@@ -35,6 +41,11 @@ class Screen:
         """Waits for the visible window of that process. Where no window manager has placed it, it is moved
         away from the screen's edge, over which it would hang."""
         window = processes.wait_until(lambda: self.window_of(process_id), seconds, "the game's window", 0.05)
+        while UNDER_WINE:
+            time.sleep(WINE_SETTLES_SECONDS)
+            first, window = window, self.window_of(process_id)
+            if window is not None and window == first and self.size(window) != (1, 1):
+                break
         if window.query_tree().parent == self.root:
             window.configure(x=UNMANAGED_PLACE, y=UNMANAGED_PLACE)
             self.display.sync()
