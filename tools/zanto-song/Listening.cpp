@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <boost/make_shared.hpp>
 #include <cmath>
-#include <cstdlib>
 
 #include "analysis/FFT.h"
 #include "analysis/NoteEstimation.h"
 #include "analysis/SpectrumRules.h"
 #include "audio/RingBuffer.h"
+#include "platform/settings/Settings.h"
 #include "tools/zanto-song/Performance.h"
 #include "tools/zanto-song/SoundRecording.h"
 
@@ -78,7 +78,7 @@ float levelOf(int note, const std::vector<double>& spectrum) {
 }  // namespace
 
 std::vector<ListenedFrame> listenTo(SampleSource& recording) {
-    setenv("ZANTO_EAR", "fine", 1);
+    settings::set("ZANTO_EAR", "fine");
     NoteEstimation estimation;
     const auto ring = boost::make_shared<RingBuffer>(static_cast<unsigned int>(samplesPerFrame) * framesKept);
     std::vector<ListenedFrame> frames;
