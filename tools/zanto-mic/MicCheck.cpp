@@ -68,6 +68,7 @@ Hearing hearingOf(const std::vector<Moment>& sounding, decltype(&Moment::notes) 
 
 void judgeNote(const std::vector<Moment>& sounding, MicFindings& findings) {
     std::vector<double> levels;
+    levels.reserve(sounding.size());
     for (const Moment& moment : sounding) {
         levels.push_back(moment.loudestDb);
     }
