@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "platform/wt/Screen.h"
 #include "platform/wt/Texture.h"
 #include "platform/wt/Theme.h"
 
@@ -12,6 +13,19 @@ namespace wt {
 namespace {
 
 constexpr int textureUnits = 4;
+
+Rect boundsOf(const std::vector<tavi::Vec2<float>>& points) {
+    if (points.empty()) {
+        return {};
+    }
+    tavi::Vec2<float> low = points.front();
+    tavi::Vec2<float> high = low;
+    for (const tavi::Vec2<float>& p : points) {
+        low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+    }
+    return {low.x, low.y, high.x - low.x, high.y - low.y};
+}
 
 }  // namespace
 
@@ -47,21 +61,8 @@ void Polygon::setTextureCoords(const std::vector<tavi::Vec2<float>>& coordinates
     }
 }
 
-Rect Polygon::bounds() const {
-    if (points.empty()) {
-        return {};
-    }
-    tavi::Vec2<float> low = points.front();
-    tavi::Vec2<float> high = low;
-    for (const tavi::Vec2<float>& p : points) {
-        low = {std::min(low.x, p.x), std::min(low.y, p.y)};
-        high = {std::max(high.x, p.x), std::max(high.y, p.y)};
-    }
-    return {low.x, low.y, high.x - low.x, high.y - low.y};
-}
-
 tavi::Vec2<float> Polygon::extent() const {
-    const Rect box = bounds();
+    const Rect box = boundsOf(points);
     return {box.w, box.h};
 }
 
@@ -75,7 +76,7 @@ Color Polygon::fill() const {
 }
 
 void Polygon::draw(const Rect& target, float opacity) const {
-    const Rect box = bounds();
+    const Rect box = boundsOf(points);
     const Color c = fill().faded(opacity);
     if (box.w <= 0 || box.h <= 0 || c.a <= 0) {
         return;
@@ -84,7 +85,9 @@ void Polygon::draw(const Rect& target, float opacity) const {
         if (layers[unit].texture) {
             glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
             glEnable(GL_TEXTURE_2D);
-            layers[unit].texture->bind();
+            const Rect part = boundsOf(layers[unit].coordinates);
+            layers[unit].texture->bind(
+                {target.w / screen().pixelX() / part.w, target.h / screen().pixelY() / part.h});
         }
     }
     if (shader != 0) {

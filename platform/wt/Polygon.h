@@ -58,7 +58,6 @@ private:
         std::shared_ptr<const Texture> texture;
         std::vector<tavi::Vec2<float>> coordinates;
     };
-    Rect bounds() const;
     Layer* layer(int unit);
 
     std::vector<tavi::Vec2<float>> points;

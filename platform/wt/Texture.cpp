@@ -4,6 +4,7 @@
 #include <GL/glext.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace wt {
 namespace {
@@ -33,12 +34,8 @@ tavi::Image<unsigned char> halved(const tavi::Image<unsigned char>& picture) {
 }
 
 /// The level of 1 by 1 pixels.
-int lastLevel(const tavi::Image<unsigned char>& picture) {
-    int level = 0;
-    for (int side = std::max(picture.width(), picture.height()); side > 1; side /= 2) {
-        ++level;
-    }
-    return level;
+int lastLevel(float longerSide) {
+    return std::max(std::ilogb(longerSide), 0);
 }
 
 void uploadLevel(int level, const tavi::Image<unsigned char>& picture) {
@@ -49,7 +46,8 @@ void uploadLevel(int level, const tavi::Image<unsigned char>& picture) {
 
 }  // namespace
 
-Texture::Texture(const tavi::Image<unsigned char>& image) {
+Texture::Texture(const tavi::Image<unsigned char>& image)
+    : texels(static_cast<float>(image.width()), static_cast<float>(image.height())) {
     GLint largest = 0;
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
     if (image.empty() || image.channels() > mostChannels || image.width() > largest ||
@@ -62,10 +60,8 @@ Texture::Texture(const tavi::Image<unsigned char>& image) {
     glBindTexture(GL_TEXTURE_2D, name);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    // With the bias, GL takes the smallest level that is at least as large as the drawing. That is sharper
-    // than a mixture of two levels, and faster in software.
+    // Makes GL expect mipmaps.
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_NEAREST);
-    glTexParameterf(GL_TEXTURE_2D, GL_TEXTURE_LOD_BIAS, -0.5f);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
@@ -73,10 +69,12 @@ Texture::Texture(const tavi::Image<unsigned char>& image) {
     glPixelStorei(GL_UNPACK_SKIP_PIXELS, 0);
     uploadLevel(0, image);
     // glGenerateMipmap is slower on software OpenGL, which compiles a program for it and keeps several MiB.
+    const int last = lastLevel(std::max(texels.x, texels.y));
     tavi::Image<unsigned char> smaller = halved(image);
-    for (int level = 1; level <= lastLevel(image); ++level, smaller = halved(smaller)) {
+    for (int level = 1; level <= last; ++level, smaller = halved(smaller)) {
         uploadLevel(level, smaller);
     }
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glPopClientAttrib();
     glPopAttrib();
 }
@@ -87,8 +85,12 @@ Texture::~Texture() {
     }
 }
 
-void Texture::bind() const {
+void Texture::bind(const tavi::Vec2<float>& size) const {
+    const float texelsInAPixel = std::max({1.0f, texels.x / size.x, texels.y / size.y});
+    const int level = std::min(std::ilogb(texelsInAPixel), lastLevel(std::max(texels.x, texels.y)));
     glBindTexture(GL_TEXTURE_2D, name);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_BASE_LEVEL, level);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, level);
 }
 
 }  // namespace wt
