@@ -87,6 +87,7 @@ function(zanto_test name)
   endif()
   gtest_discover_tests(${name}_tests
     DISCOVERY_MODE PRE_TEST
+    NO_PRETTY_VALUES
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}/data"
     PROPERTIES LABELS ${test_LABEL} TIMEOUT 600 ${environment})
 endfunction()
