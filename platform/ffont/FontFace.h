@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Which picture of a glyph is wanted: pixel sizes and offsets are exact, so two keys that are equal draw
+/// Which picture of a glyph is wanted. Pixel sizes and offsets are exact, so equal keys draw
 /// alike.
 struct GlyphKey {
     /// Units of the sizes below.

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-/// Environment variables that a player sets. What cannot be used is told in one line on standard error, which
+/// Environment variables that a player sets. An unusable value causes one line on standard error, which
 /// names the variable, its value and the choices; the default is used then. Unset and empty mean the default.
 namespace settings {
 

@@ -65,7 +65,7 @@ void wtListBox::place(const Rect& rect) {
     if (std::exchange(revealing, false)) {
         range.reveal(selectedRow);
     }
-    // Without a use it takes no room, and so no presses either.
+    // When all rows are in view it has no width, and so gets no presses.
     const Rect inside = Rect{0, 0, size.x, size.y}.inset(screen().pixelX(), border);
     const float barWidth = range.scrolls() ? std::min(emsX(theme().scrollBarEm), inside.w / 2) : 0.0f;
     scrollBar->place({inside.right() - barWidth, inside.y, barWidth, inside.h});

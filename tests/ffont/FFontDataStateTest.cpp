@@ -15,7 +15,7 @@
 
 namespace {
 
-// Everything that text could trip over, and nothing as it would set it itself.
+// Every state that could disturb text, set to what text would not set.
 void makeUnusual(unsigned int callersTexture) {
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, callersTexture);

@@ -54,7 +54,7 @@ TEST(SmartPtr, AnObjectLivesUntilEveryShareIsReleasedAndAssignmentToItselfIsNone
 }
 
 TEST(SmartPtr, AnEmptyPointerHasACountThatCopiesShare) {
-    // A leak of the count, or a second release of it, is the address sanitizer's to find.
+    // A leak of the count, or a second release of it, is for the address sanitizer to find.
     SmartPtr<Counted> empty(nullptr);
     EXPECT_EQ(empty.operator->(), nullptr);
     const SmartPtr<Counted> copy(empty);

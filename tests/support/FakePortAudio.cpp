@@ -92,7 +92,7 @@ PaError Pa_OpenStream(PaStream** stream, const PaStreamParameters* input, const 
     state().flags = flags;
     state().callback = callback;
     state().userData = userData;
-    // The pointer is not valid after a failure, which is not to say that it is null.
+    // The pointer is not valid after a failure, but it need not be null.
     *stream = &fakeportaudio::theStream;
     if (state().opening) {
         state().opening();

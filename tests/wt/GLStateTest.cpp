@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Leaves hardly anything as GL has it at first.
+/// Changes nearly every GL state from its first value.
 void disturb(unsigned int program) {
     GLuint texture = 0;
     glGenTextures(1, &texture);

@@ -46,7 +46,7 @@ struct TableRow {
     std::vector<double> frequenciesHz;
 };
 
-/// The records of `model`'s table, in rising pitch. A pitch that no bin is given to has no record.
+/// The records of `model`'s table, in rising pitch. A pitch without bins has no record.
 std::vector<TableRow> tableRows(const TableModel& model);
 
 /// Writes `rows` in the format of notes.txt, one record a line, frequencies in Hz with one decimal.

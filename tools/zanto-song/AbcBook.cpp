@@ -125,7 +125,7 @@ void Book::read(const AbcLine& line) {
     } else if (text.rfind("X:", 0) == 0) {
         const std::optional<int> number =
             parseWhole(trimmed(withoutComment(text.substr(2))), 0, highestNumber);
-        // What is no number is known by its place.
+        // A tune without a number is known by its place.
         tunes.push_back(
             {std::to_string(number.value_or(static_cast<int>(tunes.size() + 1))), "", header, {}});
         isInside = true;

@@ -177,7 +177,7 @@ void AbcMusic::readBar() {
             ++colons;
             continue;
         }
-        // Those before the first line end a repeat, those behind it begin one.
+        // Colons before the first line end a repeat; colons after the last line begin one.
         if (colons > 0 && lines == 0) {
             bar.timesPlayed = colons + 1;
         }

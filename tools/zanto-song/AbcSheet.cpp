@@ -126,7 +126,7 @@ void AbcReader::readVoice(const std::string& text) {
         if (voices.size() >= mostVoices) {
             throw Failure("it has more than " + std::to_string(mostVoices) + " voices");
         }
-        // Notes before the first V: are a voice of their own.
+        // Notes before the first V: make a separate voice.
         voices.push_back(model);
         known = &voices.back();
         known->name = "voice " + id;

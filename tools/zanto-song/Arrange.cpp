@@ -29,7 +29,7 @@ std::ptrdiff_t naturalsAfter(const SheetVoice& voice, int semitones) {
                          [&](const SheetNote& note) { return naturalAt(note.pitch + semitones) != -1; });
 }
 
-// The least shift after which most notes are naturals; of two the one upwards.
+// The smallest shift after which most notes are naturals; of two equal ones, the one upwards.
 int chooseSemitones(const SheetVoice& voice) {
     int chosen = 0;
     for (const int semitones : {0, 1, -1, 2, -2, 3, -3, 4, -4, 5, -5, 6}) {

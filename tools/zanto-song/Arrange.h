@@ -7,7 +7,7 @@
 #include "tools/zanto-song/SheetMusic.h"
 #include "tools/zanto-song/songText.h"
 
-/// How a voice is to become a song; what is not said is chosen.
+/// How to turn a voice into a song. Empty fields are chosen automatically.
 struct ArrangeWishes {
     std::optional<double> slotQuarters;  ///< quarter notes to a slot
     std::optional<int> semitones;        ///< by which to transpose

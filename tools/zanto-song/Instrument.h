@@ -26,7 +26,7 @@ private:
     double envelope(double t, double noteSeconds) const;
 };
 
-/// All instruments, the first one being the one to take when none is asked for.
+/// All instruments. The first one is the default.
 const std::vector<Instrument>& instruments();
 
 /// The instrument of that name, or null.

@@ -21,7 +21,7 @@ struct MeasureSigns {
 };
 
 /// The indices of measures in the order in which they are played, repeats, endings and jumps written out.
-/// After a jump repeats are not played again, with the last of their endings, until the coda. Where the sign
+/// After a jump each repeat is played once, with its last ending, until the coda. Where the sign
 /// of the coda stands several times and nothing says "to coda", all but the last one say so. Throws a Failure
 /// for a jump to a sign that is not there, and for more than a hundred thousand measures.
 std::vector<std::size_t> playingOrder(std::vector<MeasureSigns> measures);

@@ -6,7 +6,7 @@ namespace {
 
 constexpr double together = 0.05;  // quarter notes: a chord as it is played
 
-// Whether `note` sets in below `sounding`. Notes of one voice overlap a little where they are played without
+// Whether `note` begins below `sounding`. Notes of one voice overlap a little where they are played without
 // a gap.
 bool isBelow(const SheetNote& note, const SheetNote& sounding) {
     const double overlap = sounding.start + sounding.length - note.start;

@@ -2,6 +2,7 @@
 
 #include "tools/zanto-song/SheetMusic.h"
 
-/// The highest voice of music: of notes that begin together the highest, without what sets in below it while
-/// it sounds. A note of it ends where the next one begins. Where it rests, what else sounds is taken for it.
+/// The highest voice of music: the highest of the notes that begin together, without what begins below it
+/// while it sounds. Each note ends where the next one begins. Where the voice rests, other notes fill the
+/// gap.
 SheetVoice melodyOf(const SheetVoice& voice);

@@ -28,7 +28,7 @@ int semitonesOf(char step) {
     return found == nullptr || step == ' ' || step == '\0' ? -1 : static_cast<int>(found - steps);
 }
 
-// The text of an element or attribute as a number from `least` to `most`, not guessed where it is none.
+// The text of an element or attribute as a number from `least` to `most`; none for any other text.
 double numberIn(const char* text, double least, double most, const char* what, const ScoreMeasure& measure) {
     constexpr const char* blanks = " \t\r\n";
     std::string digits = text;

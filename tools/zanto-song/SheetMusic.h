@@ -52,7 +52,7 @@ std::string midiInstrument(int program);
 /// A MIDI file of format 0, 1 or 2.
 SheetMusic readMidi(const std::string& contents);
 
-/// A tune in ABC notation, version 2.1 and what was usual before. `tune` is the X: number of the one to take
+/// A tune in ABC notation, version 2.1 and older habits. `tune` is the X: number of the one to take
 /// from a file of several, "4", or "4.2" for the second one of that number; empty when nothing was asked for.
 SheetMusic readAbc(const std::string& contents, const std::string& tune);
 

@@ -15,7 +15,7 @@ void note(SongChange& change, const std::string& what) {
 }
 
 void dropByteOrderMark(SongChange& change) {
-    // Programs that put one there do not look whether there is one.
+    // Some programs add a mark to a file that has one.
     bool any = false;
     for (; change.after.rfind(byteOrderMark, 0) == 0; any = true) {
         change.after.erase(0, byteOrderMarkSize);
@@ -65,7 +65,7 @@ void raiseCase(SongChange& change) {
     }
 }
 
-// Files of an age ago end their lines in a carriage return and have no line feed at all.
+// Files from old Macs have a carriage return at the end of each line, and no line feed.
 bool endsLinesInReturns(const std::string& contents) {
     return contents.find('\n') == std::string::npos && contents.find('\r') != std::string::npos;
 }
@@ -102,7 +102,7 @@ MendedSong mendSong(const std::string& contents) {
         }
         start = end + 1;
     }
-    // The header's line has to end, be it in a blank: a song that is nothing else keeps an end to it.
+    // The header needs a line end or a blank behind it, even when nothing else follows.
     if (headerEnds(contents) && !headerEnds(mended.contents)) {
         mended.contents += "\n";
     }

@@ -123,7 +123,7 @@ std::string SongPage::describe() const {
     return text;
 }
 
-// Of notes that reach over the line's ends, what lies on it.
+// The part of each note that lies on this line.
 void SongPage::drawMarks(StaffLine& line, std::size_t end) {
     for (std::size_t slot = 0; slot < end; ++slot) {
         for (const Song::NoteMark& mark : song.getSlots()[slot]) {

@@ -204,8 +204,7 @@ void TakePlayer::collectAwards(double t, std::size_t slot) {
     }
 }
 
-// Whose note a wrong one is: that of the last slot before this one in which it began in time, or that of
-// the next slot.
+// Finds the slot that a wrong note was meant for: the last one in whose time it began, or the next one.
 void TakePlayer::explain(TakenPenalty& penalty) const {
     const auto isIt = [&](const Judged& entry) { return entry.taken.note == penalty.note; };
     const double began = downSince.at(static_cast<std::size_t>(penalty.note)) - hearingDelaySeconds;

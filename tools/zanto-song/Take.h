@@ -12,7 +12,7 @@
 
 class Song;
 
-/// What came of one note of the song in a take. Times are seconds of the recording.
+/// What became of one note of the song in a take. Times are seconds of the recording.
 struct TakenNote {
     enum class Outcome {
         awarded,
@@ -62,7 +62,7 @@ struct HeardFrame {
     std::array<std::int8_t, Notes::noteCount> levelsDb{};  ///< its loudest peak, else that of the frame
 };
 
-/// All that came of a recording.
+/// What the game made of a recording.
 struct Take {
     static constexpr long framesPerSecond = 100;
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Colours have a contrast of 7 and more to what they stand on.
+// Each colour has a contrast of at least 7 to its background.
 constexpr const char* head = R"(<!DOCTYPE html>
 <html lang="en">
 <head>

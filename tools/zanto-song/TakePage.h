@@ -13,6 +13,6 @@ struct ShownTake {
     std::string sound;  ///< a data URL to play; empty for none
 };
 
-/// A page for a browser, whole in itself: a table of the takes that sorts by each of its columns, and for
+/// A page for a browser, without other files: a table of the takes that sorts by each of its columns, and for
 /// each take its picture, what would have earned more, and its sound.
 std::string htmlReport(const std::string& song, const std::vector<ShownTake>& takes);

@@ -48,7 +48,7 @@ struct Word {
     Page::Color color;
 };
 
-// What a note came to, for the room beneath its slot.
+// What a note earned, to write beneath its slot.
 std::vector<Word> wordsOf(const TakenNote& note) {
     const std::string name = Notes::idToName(note.note);
     if (note.outcome == Outcome::awarded) {

@@ -31,8 +31,8 @@ struct ScorePart {
     std::vector<ScoreMeasure> measures;
 };
 
-/// Adds parts that sound together to the music, with repeats and jumps written out and ties joined. What
-/// stands in the signs of one of them holds for all, and a measure is as long as the part that says most
-/// about it. A `plan` such as "ABA" names the sections to play one after the other; it may be empty. Throws a
-/// Failure when that is more than the limits allow, or when a jump leads nowhere.
+/// Adds parts that sound together to the music, with repeats and jumps written out and ties joined. A
+/// sign in one part holds for all of them. A measure is as long as in the part that has most in it. A `plan`
+/// such as "ABA" names the sections to play one after the other; it may be empty. Throws a Failure when that
+/// is more than the limits allow, or when a jump leads nowhere.
 void layOut(const std::vector<ScorePart>& parts, const std::string& plan, SheetMusic& sheet);
