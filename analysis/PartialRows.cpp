@@ -96,7 +96,7 @@ void PartialRows::findPeaks(const std::vector<double>& levelsDb, double leastDb)
                               powerOf(topDb), false};
     }
     std::size_t next = 0;
-    for (std::size_t line = 0; line < lineCount && peakCount > 0; ++line) {
+    for (std::size_t line = 0; line < lineCount; ++line) {
         const double hz = static_cast<double>(line) * lineHz;
         while (next + 1 < peakCount && peaks[next + 1].hz - hz < hz - peaks[next].hz) {
             ++next;
@@ -231,7 +231,7 @@ bool PartialRows::hasLowerPartials(double hz, int divisor) const {
 
 const PartialRows::Peak* PartialRows::peakNear(double hz) const {
     const auto line = static_cast<std::size_t>(std::lround(hz / lineHz));
-    if (peakCount == 0 || line >= lineCount) {
+    if (line >= lineCount) {
         return nullptr;
     }
     const Peak& peak = peaks[nearestPeak[line]];
