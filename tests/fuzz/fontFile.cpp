@@ -8,11 +8,11 @@
 
 #include "platform/ffont/FFontData.h"
 #include "tests/fuzz/Input.h"
-#include "tests/fuzz/MemoryFile.h"
+#include "tests/fuzz/InputFile.h"
 #include "tests/support/RecordingGL.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile file;
+    static const InputFile file;
     file.write(std::string(reinterpret_cast<const char*>(data), size));
     RecordingGL gl;
     glOrtho(0.0, 640.0, 0.0, 480.0, -1.0, 1.0);

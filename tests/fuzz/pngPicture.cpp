@@ -6,7 +6,7 @@
 
 #include "platform/timage/Image.h"
 #include "tests/fuzz/Input.h"
-#include "tests/fuzz/MemoryFile.h"
+#include "tests/fuzz/InputFile.h"
 
 using Image = tavi::Image<unsigned char>;
 
@@ -74,7 +74,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile file;
+    static const InputFile file;
     if (isSlow(data, size)) {
         return 0;
     }

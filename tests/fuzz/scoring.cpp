@@ -8,7 +8,7 @@
 #include "game/Score.h"
 #include "game/Song.h"
 #include "tests/fuzz/Input.h"
-#include "tests/fuzz/MemoryFile.h"
+#include "tests/fuzz/InputFile.h"
 #include "tests/game/PlainSong.h"
 #include "tests/support/RecordingFont.h"
 #include "tests/support/RecordingGL.h"
@@ -76,7 +76,7 @@ void draw(RecordingGL& gl, Song& song, double t) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile file;
+    static const InputFile file;
     Input input(data, size);
     file.write(inventedSong(input));
     RecordingGL gl;

@@ -6,7 +6,7 @@
 
 #include "game/Song.h"
 #include "tests/fuzz/Input.h"
-#include "tests/fuzz/MemoryFile.h"
+#include "tests/fuzz/InputFile.h"
 #include "tests/game/PlainSong.h"
 #include "tools/zanto-song/SongCheck.h"
 #include "tools/zanto-song/SongFix.h"
@@ -36,7 +36,7 @@ bool reportsAnError(const std::string& contents) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile file;
+    static const InputFile file;
     static Song song;  // each file takes the place of the one before
     const std::string contents(reinterpret_cast<const char*>(data), size);
     file.write(contents);

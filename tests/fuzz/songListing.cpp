@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "tests/fuzz/Input.h"
-#include "tests/fuzz/MemoryFile.h"
+#include "tests/fuzz/InputFile.h"
 #include "tests/support/RecordingGL.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/Widgets.h"
@@ -21,7 +21,7 @@ constexpr int screenHeight = 480;  // pixels
 
 /// The typeface from the working folder, then a folder in which the listing is a file in memory.
 struct Place {
-    MemoryFile listing;
+    InputFile listing;
     TemporaryFolder* folder;
 
     Place() : folder((wt::loadDefaults(screenWidth, screenHeight), new TemporaryFolder)) {

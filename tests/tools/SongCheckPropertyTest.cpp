@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "game/Song.h"
-#include "tests/fuzz/MemoryFile.h"
+#include "tests/fuzz/InputFile.h"
 #include "tools/common/QuietStream.h"
 #include "tools/common/Text.h"
 #include "tools/zanto-song/SongCheck.h"
@@ -37,7 +37,7 @@ bool hasError(const std::vector<Problem>& problems) {
 }
 
 bool loads(const std::string& contents) {
-    static const MemoryFile file;
+    static const InputFile file;
     static Song song;
     file.write(contents);
     const QuietErrors quiet;

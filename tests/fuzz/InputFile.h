@@ -3,12 +3,12 @@
 #include <string>
 
 /// A file without a disk under it, to be opened by its path like any other.
-class MemoryFile {
+class InputFile {
 public:
-    MemoryFile();
-    ~MemoryFile();
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
+    InputFile();
+    ~InputFile();
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
 
     /// Replaces the contents.
     void write(const std::string& contents) const;
