@@ -81,14 +81,10 @@ TEST(MeasureOrder, JumpsAreFollowedOnceAndWithoutRepeats) {
     for (const auto& [measures, order] : cases) {
         EXPECT_EQ(playingOrder(measures), order);
     }
-    EXPECT_EQ(failureOf([] {
-                  playingOrder({plain, saying({"D.S."})});
-              }),
-              "it says \"dal segno\", and there is no segno before it");
-    EXPECT_EQ(failureOf([] {
-                  playingOrder({plain, saying({"al coda"}), saying({"D.C."})});
-              }),
-              "it says \"to coda\", and there is no coda behind it");
+    const auto noSegno = [] { playingOrder({plain, saying({"D.S."})}); };
+    EXPECT_EQ(failureOf(noSegno), "it says \"dal segno\", and there is no segno before it");
+    const auto noCoda = [] { playingOrder({plain, saying({"al coda"}), saying({"D.C."})}); };
+    EXPECT_EQ(failureOf(noCoda), "it says \"to coda\", and there is no coda behind it");
     MeasureSigns signs;
     for (const char* const text : {"", "Dsus4", "D", "Csus", "finely", "d.c. tomorrow"}) {
         EXPECT_FALSE(addSign(text, signs)) << text;

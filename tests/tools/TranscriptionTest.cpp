@@ -70,10 +70,8 @@ TEST(Transcription, TellsWhatWasUnsure) {
 
 TEST(Transcription, RefusesWhatIsNoMelody) {
     EXPECT_EQ(failureOf([] { transcribe({}, {}); }), "it is no melody: 0 notes heard in it");
-    EXPECT_EQ(failureOf([] {
-                  transcribe(framesOf({{0, 100, 150}}), {});
-              }),
-              "it is no melody: 1 note heard in it");
+    const auto oneNote = [] { transcribe(framesOf({{0, 100, 150}}), {}); };
+    EXPECT_EQ(failureOf(oneNote), "it is no melody: 1 note heard in it");
     std::vector<Sound> uneven;
     std::size_t at = 100;
     for (int index = 0; index < 30; ++index) {

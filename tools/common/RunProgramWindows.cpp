@@ -20,7 +20,7 @@ fs::path temporaryFile() {
         GetTempFileNameW(folder.data(), L"zan", 0, file.data()) == 0) {
         throw Failure("there is no place for a temporary file");
     }
-    return file.data();
+    return fs::path(file.data());
 }
 
 /// A word of a command line, as programs take it apart.

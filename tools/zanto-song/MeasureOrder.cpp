@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -51,10 +52,7 @@ private:
 };
 
 void tellToCodaFromCoda(std::vector<MeasureSigns>& measures) {
-    const auto says = [](bool MeasureSigns::*sign) {
-        return [sign](const MeasureSigns& measure) { return measure.*sign; };
-    };
-    if (std::any_of(measures.begin(), measures.end(), says(&MeasureSigns::toCoda))) {
+    if (std::any_of(measures.begin(), measures.end(), std::mem_fn(&MeasureSigns::toCoda))) {
         return;
     }
     bool isLast = true;
