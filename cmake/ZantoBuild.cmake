@@ -64,14 +64,14 @@ function(zanto_test_headers)
   target_compile_options(zanto_test_headers PRIVATE ${zanto_test_options})
 endfunction()
 
-# zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABEL label] [APART])
-# One GoogleTest program, NAME_tests, which runs in the game's data folder. Each of its cases is a CTest test with the
-# label "unit", if no other is given. With a sanitizer a process starts slowly, so there the whole program is one test,
+# zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABEL label] [PREFIX text] [APART])
+# One GoogleTest program, NAME_tests, which runs in the game's data folder. Each of its cases is a CTest test, whose
+# name begins with the prefix, with the label "unit" if no other is given. With a sanitizer a process starts slowly, so there the whole program is one test,
 # unless it is APART: a process can open the game window only once, so each case that does needs its own process.
 function(zanto_test name)
   # clang's leak sanitizer sometimes crashes when it follows the memory of threads.
   set(environment ENVIRONMENT "ASAN_OPTIONS=intercept_tls_get_addr=0")
-  cmake_parse_arguments(test "APART" "LABEL" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(test "APART" "LABEL;PREFIX" "SOURCES;LINK" ${ARGN})
   if(NOT test_LABEL)
     set(test_LABEL unit)
   endif()
@@ -88,6 +88,7 @@ function(zanto_test name)
   gtest_discover_tests(${name}_tests
     DISCOVERY_MODE PRE_TEST
     NO_PRETTY_VALUES
+    TEST_PREFIX "${test_PREFIX}"
     WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}/data"
     PROPERTIES LABELS ${test_LABEL} TIMEOUT 600 ${environment})
 endfunction()
