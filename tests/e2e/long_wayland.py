@@ -15,15 +15,15 @@ from stage.player import Player
 from stage.screen import Screen
 
 
-@pytest.fixture
-def desktop():
-    """The name of the X display that weston offers."""
+@pytest.fixture(params=[1, 2])
+def desktop(request):
+    """The name of the X display that weston offers, on screens of both scales."""
     folder = pathlib.Path(tempfile.mkdtemp(prefix="zanto-wayland-"))  # a socket's path has to be short
     log = folder / "log"
     with log.open("w") as output:
         weston = processes.start(
             ["weston", "--backend=headless-backend.so", "--xwayland", "--no-config", "--socket=stage", "--idle-time=0",
-             "--width=1024", "--height=800"],
+             "--width=1024", "--height=800", f"--scale={request.param}"],
             env={**os.environ, "XDG_RUNTIME_DIR": str(folder)}, stdin=subprocess.DEVNULL, stdout=output,
             stderr=subprocess.STDOUT)
     try:
