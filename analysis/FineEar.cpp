@@ -48,10 +48,6 @@ bool isInRange(double pitch) {
     return pitch > PartialRows::lowestPitch - 0.5 && pitch < PartialRows::highestPitch + 0.5;
 }
 
-double offKey(double pitch) {
-    return std::abs(pitch - std::round(pitch));
-}
-
 }  // namespace
 
 FineEar::FineEar(double a4Hz, int transpose) : rows(a4Hz, transpose), transposeSemitones(transpose) {
@@ -70,11 +66,12 @@ const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& level
     followPower(step);
     std::array<const PartialRows::Note*, 12> foundAt{};
     for (const PartialRows::Note& note : rows) {
-        const std::size_t semitone = PartialRows::semitoneOf(note.pitch);
-        const bool known = voices[semitone].isFound;
+        const double key = keyOf(note.pitch);
+        const std::size_t semitone = PartialRows::semitoneOf(key);
+        const bool known = voices[semitone].age > 0.0;
         if (foundAt[semitone] == nullptr && note.power > powerOf(leastDb) &&
             isInRange(note.pitch + transposeSemitones) &&
-            offKey(note.pitch) <= (known ? inTuneHeard : PartialRows::inTune) &&
+            std::abs(note.pitch - key) <= (known ? inTuneHeard : PartialRows::inTune) &&
             note.score >= (known ? PartialRows::weakest : weakestNew) * rows.begin()->score) {
             foundAt[semitone] = &note;
         }
@@ -94,6 +91,15 @@ const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& level
     return notes;
 }
 
+double FineEar::keyOf(double pitch) const {
+    const double nearest = std::round(pitch);
+    const double second = nearest + (pitch > nearest ? 1.0 : -1.0);
+    const bool wavers = voices[PartialRows::semitoneOf(nearest)].age == 0.0 &&
+                        voices[PartialRows::semitoneOf(second)].age > 0.0 &&
+                        std::abs(pitch - second) <= inTuneHeard;
+    return wavers ? second : nearest;
+}
+
 void FineEar::followPower(double dtSeconds) {
     const double fade = powerOf(-fadeDbPerSecond * dtSeconds);
     const double rise = powerOf(riseDbPerSecond * dtSeconds);
@@ -107,7 +113,9 @@ void FineEar::followPower(double dtSeconds) {
 
 void FineEar::followVoice(Voice& voice, const PartialRows::Note* note, double dtSeconds) {
     voice.isFound = note != nullptr;
-    voice.age += dtSeconds;
+    if (voice.isFound || voice.age > 0.0) {
+        voice.age += dtSeconds;
+    }
     if (note == nullptr) {
         voice.found = 0.0;
         voice.missed += dtSeconds;

@@ -46,6 +46,9 @@ private:
         double power = 0.0;     ///< of the partials that are its own
         double endPower = 0.0;  ///< the least since it ended
     };
+    /// The semitone that a pitch is meant to be: the nearest, or the next one if that sounds already and this
+    /// one does not.
+    double keyOf(double pitch) const;
     void followPower(double dtSeconds);
     void followVoice(Voice& voice, const PartialRows::Note* note, double dtSeconds);
     bool isOwn(double hz, const PartialRows::Note& note) const;

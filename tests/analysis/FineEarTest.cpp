@@ -236,6 +236,26 @@ TEST_F(FineEarTest, BeginningIsHeardWithin80Milliseconds) {
     }
 }
 
+TEST_F(FineEarTest, WideVibratoIsOneNote) {
+    // A quarter tone either way, where the next semitone would begin.
+    std::vector<float> sound(96000);
+    double phase = 0.0;
+    for (std::size_t i = 0; i < sound.size(); ++i) {
+        const double t = static_cast<double>(i) / signals::sampleRateHz;
+        const double bend = 0.5 * std::min(1.0, t / 0.25) * std::sin(2.0 * 3.14159265358979323846 * 5.5 * t);
+        phase += pitchHz(72.0 + bend) / signals::sampleRateHz;
+        for (int partial = 1; partial <= 10; ++partial) {
+            sound[i] +=
+                static_cast<float>(0.1 * std::sin(2.0 * 3.14159265358979323846 * partial * phase) / partial);
+        }
+    }
+    int missed = 0;
+    listen(sound, [&](double seconds, const std::vector<Notes::NoteID>& notes) {
+        missed += seconds > 0.1 && notes != std::vector<Notes::NoteID>{c} ? 1 : 0;
+    });
+    EXPECT_EQ(missed, 0);
+}
+
 // In a living room a sound takes half a second to fall by 60 dB.
 TEST_F(FineEarTest, NoteThatEndsAsAnotherBeginsIsLetGoWithin100Milliseconds) {
     Player first{60.0};
@@ -344,7 +364,7 @@ TEST_F(FineEarTest, AnyLevelsAndStepsLeaveItWhole) {
 
 // fine-ear-decisions.txt is what the ear heard when the hearing page was measured: a line each time that it
 // changed, with the block and the notes. After an intended change, measure again, then replace the file by
-// the one that this test leaves in its folder.
+// the one that this test leaves in its build folder.
 TEST_F(FineEarTest, DecidesInMixedSoundAsWhenItWasMeasured) {
     constexpr double seconds = 48.0;
     std::mt19937 random(3);
@@ -378,7 +398,7 @@ TEST_F(FineEarTest, DecidesInMixedSoundAsWhenItWasMeasured) {
         }
         last = names;
     });
-    std::ofstream("fine-ear-decisions.txt") << decisions.str();
+    std::ofstream(ZANTO_FINE_EAR_DECIDES) << decisions.str();
     std::ostringstream measured;
     measured << std::ifstream(ZANTO_FINE_EAR_DECISIONS).rdbuf();
     EXPECT_EQ(decisions.str(), measured.str());

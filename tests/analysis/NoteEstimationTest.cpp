@@ -316,6 +316,25 @@ TEST_F(NoteEstimationTest, FineEarHearsNothingBelowTheThreshold) {
     }
 }
 
+TEST_F(NoteEstimationTest, AnySamplesLeaveTheFineEarWhole) {
+    setenv("ZANTO_EAR", "fine", 1);
+    start("");
+    const auto any = static_cast<float>(infinity);
+    for (const float value : {0.0f, any, -any, static_cast<float>(notANumber), 3e38f, 1e-45f, 1.0f}) {
+        std::vector<float> sound(6144);
+        for (std::size_t i = 0; i < sound.size(); ++i) {
+            sound[i] = i / 53 % 2 == 0 ? value : -value;
+        }
+        update(sound);
+        update(sound);
+    }
+    const std::vector<float> sound = signals::tones({{440.0, 0.1}}, 6144);
+    for (int frame = 0; frame < 100; ++frame) {
+        update(sound);
+    }
+    EXPECT_THAT(notesDown(), ElementsAre(a));
+}
+
 TEST_F(NoteEstimationTest, MissingNoteTableHearsPeaksAndNoNotes) {
     CaptureStdout();
     estimation.emplace();
