@@ -5,7 +5,7 @@ import time
 from stage import processes, reader, screen
 
 # The part of the window in which the score stands, in shares of its size. To its right the sound's wave begins.
-SCORE_REGION = (0.0, 0.9, 0.265, 1.0)
+SCORE_REGION = (0.0, 0.9, 0.3, 1.0)  # wide enough for five digits
 
 LIST_HEADING = "Choose your song"
 
