@@ -13,7 +13,9 @@
 /// Numbers keep six digits. Text may hold commas, but no quotes.
 class Csv {
 public:
-    Csv(const std::string& path, const char* columns) : name(path), out(path) { out << columns << '\n'; }
+    Csv(const std::string& path, const std::string& columns) : name(path), out(path) {
+        out << columns << '\n';
+    }
 
     template <typename First, typename... Others>
     void row(const First& first, const Others&... others) {

@@ -13,13 +13,12 @@ constexpr double windowStartSeconds = 0.15;
 constexpr double windowEndSeconds = 0.9;
 constexpr double penaltyHoldSeconds = rules::wrongHoldSeconds;
 constexpr int noteCount = Notes::noteCount;
-constexpr double a4Hz = 440.0;
 
 using NoteSet = std::array<bool, noteCount>;
 
-NoteSet notesOf(const Take& take) {
+NoteSet notesOf(const std::vector<int>& pitches) {
     NoteSet played{};
-    for (const int pitch : take.pitches) {
+    for (const int pitch : pitches) {
         if (naturalOf(pitch) != -1) {
             played[static_cast<std::size_t>(naturalOf(pitch))] = true;
         }
@@ -33,18 +32,6 @@ NoteSet notesDown(const NoteState& held) {
         down[static_cast<std::size_t>(note)] = held.isDown(note);
     }
     return down;
-}
-
-NoteSet noteOfPitch(float pitchHz) {
-    NoteSet heard{};
-    if (pitchHz > 0.0f) {
-        const long pitch = std::lround(69.0 + 12.0 * std::log2(static_cast<double>(pitchHz) / a4Hz));
-        const int note = pitch >= 0 ? naturalOf(static_cast<int>(pitch)) : -1;
-        if (note != -1) {
-            heard[static_cast<std::size_t>(note)] = true;
-        }
-    }
-    return heard;
 }
 
 double shareFound(const NoteSet& played, const NoteSet& heard) {
@@ -70,51 +57,36 @@ bool isInWindow(double sinceAttack) {
     return sinceAttack >= windowStartSeconds && sinceAttack < windowEndSeconds;
 }
 
-void judgePeer(const Take& take, const Recording& recording, Hearing& hearing) {
-    const NoteSet played = notesOf(take);
-    int frames = 0;
-    for (std::size_t i = 0; i < recording.peerHz.size(); ++i) {
-        // Its i-th answer comes with the end of the i-th hop.
-        if (isInWindow(static_cast<double>(i + 1) / framesPerSecond - attackSeconds)) {
-            const NoteSet heard = noteOfPitch(recording.peerHz[i]);
-            hearing.peerRight += shareFound(played, heard);
-            hearing.peerWrong += anyForeign(played, heard) ? 1.0 : 0.0;
-            ++frames;
-        }
-    }
-    if (frames > 0) {
-        hearing.peerRight /= frames;
-        hearing.peerWrong /= frames;
-    }
-}
-
 }  // namespace
 
 Hearing judge(const Take& take, const Recording& recording, Listener& listener) {
-    const NoteSet played = notesOf(take);
+    std::vector<int> sounding = take.pitches;
+    if (take.trial == Trial::ringing) {
+        sounding.push_back(take.before);
+    }
+    const NoteSet played = notesOf(sounding);
+    const NoteSet isNew = notesOf(take.pitches);
+    const NoteSet ending = notesOf(take.trial == Trial::legato ? std::vector<int>{take.before} : sounding);
+    const double endSeconds = take.trial == Trial::legato ? take.attack() : take.attack() + holdSeconds;
     Hearing hearing;
     int frames = 0;
-    double lastHeard = 0.0;
     listener.replay(recording, [&](double seconds, const NoteState& held) {
         const NoteSet heard = notesDown(held);
-        const double sinceAttack = seconds - attackSeconds;
-        const double found = shareFound(played, heard);
-        if (found > 0.0) {
-            lastHeard = seconds;
-            if (sinceAttack > 0.0 && !hearing.latencySeconds) {
-                hearing.latencySeconds = sinceAttack;
-            }
+        const double sinceAttack = seconds - take.attack();
+        if (shareFound(ending, heard) > 0.0) {
+            hearing.tailSeconds = std::max(0.0, seconds - endSeconds);
+        }
+        if (sinceAttack > 0.0 && !hearing.latencySeconds && shareFound(isNew, heard) > 0.0) {
+            hearing.latencySeconds = sinceAttack;
         }
         if (isInWindow(sinceAttack)) {
-            hearing.right += found;
+            hearing.right += shareFound(played, heard);
             hearing.wrong += anyForeign(played, heard) ? 1.0 : 0.0;
             ++frames;
         }
     });
     hearing.right /= frames;
     hearing.wrong /= frames;
-    hearing.tailSeconds = std::max(0.0, lastHeard - attackSeconds - holdSeconds);
-    judgePeer(take, recording, hearing);
     return hearing;
 }
 
@@ -129,8 +101,6 @@ Mean meanOf(const std::vector<Heard>& all, const Which& which) {
         ++mean.takes;
         mean.hearing.right += heard.hearing.right;
         mean.hearing.wrong += heard.hearing.wrong;
-        mean.hearing.peerRight += heard.hearing.peerRight;
-        mean.hearing.peerWrong += heard.hearing.peerWrong;
         mean.hearing.tailSeconds += heard.hearing.tailSeconds;
         if (heard.hearing.latencySeconds) {
             latency += *heard.hearing.latencySeconds;
@@ -141,8 +111,6 @@ Mean meanOf(const std::vector<Heard>& all, const Which& which) {
         const auto takes = static_cast<double>(mean.takes);
         mean.hearing.right /= takes;
         mean.hearing.wrong /= takes;
-        mean.hearing.peerRight /= takes;
-        mean.hearing.peerWrong /= takes;
         mean.hearing.tailSeconds /= takes;
         mean.never = 1.0 - static_cast<double>(heardAtAll) / takes;
     }

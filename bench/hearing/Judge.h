@@ -14,11 +14,10 @@
 struct Hearing {
     double right = 0.0;  ///< share of the frames, 0 to 1
     double wrong = 0.0;
-    double peerRight = 0.0;
-    double peerWrong = 0.0;
     std::optional<double>
-        latencySeconds;        ///< from the attack to the first frame with the note; none if never
-    double tailSeconds = 0.0;  ///< from the end of the note to the last frame with it
+        latencySeconds;  ///< from the attack to the first frame with the note; none if never
+    /// From the end of the note to the last frame with it; of the note before, if there is one that ends.
+    double tailSeconds = 0.0;
 };
 
 Hearing judge(const Take& take, const Recording& recording, Listener& listener);

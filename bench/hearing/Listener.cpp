@@ -45,10 +45,11 @@ void Listener::replay(const Recording& recording,
         return;
     }
     NoteState held;
-    for (std::size_t i = 0; i < recording.fineNotes.size(); ++i) {
+    const std::vector<std::uint8_t>& frames = recording.*notes;
+    for (std::size_t i = 0; i < frames.size(); ++i) {
         std::vector<Notes::NoteID> heard;
         for (int note = 0; note < Notes::noteCount; ++note) {
-            if ((recording.fineNotes[i] >> note & 1) != 0) {
+            if ((frames[i] >> note & 1) != 0) {
                 heard.emplace_back(note);
             }
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -8,8 +9,8 @@
 #include "analysis/NoteEstimation.h"
 #include "bench/hearing/Recording.h"
 
-/// One of the game's ears, listening to recordings at 100 frames a second: the plain one with a note table of
-/// its own, or the fine one.
+/// An ear that listens to recordings at 100 frames a second: the game's plain one with a note table of its
+/// own, its fine one, or the peer.
 ///
 ///     Listener listener(tableText);
 ///     listener.replay(recording, [&](double seconds, NoteState const& held) { ... });
@@ -18,17 +19,20 @@ public:
     /// `tableText` is the content of a notes.txt.
     explicit Listener(const std::string& tableText);
 
-    /// With the fine ear.
-    Listener() = default;
+    static Listener fine() { return Listener(&Recording::fineNotes); }
+    static Listener peer() { return Listener(&Recording::peerNotes); }
 
     /// Calls `frame` for every game frame of `recording` with the time since the sound's start and the notes
     /// held then. A frame sees the blocks that are complete at its time. Starts with no note held.
     void replay(const Recording& recording, const std::function<void(double, const NoteState&)>& frame);
 
 private:
+    using NotesByFrame = std::vector<std::uint8_t> Recording::*;
+    explicit Listener(NotesByFrame listened) : notes(listened) {}
     void replayPlain(const Recording& recording, const std::function<void(double, const NoteState&)>& frame);
 
-    std::unique_ptr<NoteEstimation> estimation;  ///< none with the fine ear
+    NotesByFrame notes = nullptr;                ///< what was heard, but by the plain ear
+    std::unique_ptr<NoteEstimation> estimation;  ///< of the plain ear
     /// [2048] dB; silent but for the peaks of the block under analysis.
     std::vector<double> spectrum;
 };

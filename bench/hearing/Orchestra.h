@@ -9,7 +9,7 @@ struct Player {
     std::string name;
     int program;       ///< General MIDI, from 0; -1 for a voice
     char vowel;        ///< of a voice, else 0
-    int lowestPitch;   ///< sounding, MIDI; the bench looks at C3 (48) to B5 (83) only
+    int lowestPitch;   ///< sounding, MIDI; the bench looks at C2 (36) to B5 (83) only
     int highestPitch;  ///< sounding, MIDI
 
     bool isVoice() const { return program < 0; }

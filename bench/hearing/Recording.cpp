@@ -13,6 +13,7 @@
 
 #include "analysis/NoteEstimation.h"
 #include "audio/RingBuffer.h"
+#include "bench/hearing/Orchestra.h"
 #include "bench/hearing/Synth.h"
 
 namespace {
@@ -21,10 +22,11 @@ constexpr unsigned int ringBlocks = 20;
 constexpr float keptBelowLoudestDb = 6.0f;
 constexpr double frameSeconds = 1.0 / framesPerSecond;
 
-// The peer listens with its customary window, in steps of a game frame.
+// The peer listens with its customary window, whenever a block has arrived.
 constexpr unsigned int peerWindowSamples = 2048;
-constexpr unsigned int peerHopSamples = 480;
 constexpr float peerSilenceDb = -65.0f;
+/// The plain ear looks at what the fine one looked at so many blocks before.
+constexpr std::size_t plainDelayBlocks = (rules::copiedSamples - rules::windowSamples) / blockSamples;
 
 std::vector<HeardPeak> peaksOf(const NoteEstimation& estimation) {
     float loudestDb = -1e9f;
@@ -41,21 +43,43 @@ std::vector<HeardPeak> peaksOf(const NoteEstimation& estimation) {
     return peaks;
 }
 
-std::vector<float> peerPitches(const std::vector<float>& sound) {
-    const std::unique_ptr<aubio_pitch_t, void (*)(aubio_pitch_t*)> pitch(
-        new_aubio_pitch("yinfft", peerWindowSamples, peerHopSamples, soundRateHz), del_aubio_pitch);
-    const std::unique_ptr<fvec_t, void (*)(fvec_t*)> in(new_fvec(peerHopSamples), del_fvec);
-    const std::unique_ptr<fvec_t, void (*)(fvec_t*)> out(new_fvec(1), del_fvec);
-    aubio_pitch_set_unit(pitch.get(), "Hz");
-    aubio_pitch_set_silence(pitch.get(), peerSilenceDb);
-    std::vector<float> heard;
-    for (std::size_t done = 0; done + peerHopSamples <= sound.size(); done += peerHopSamples) {
-        std::copy_n(sound.begin() + static_cast<std::ptrdiff_t>(done), peerHopSamples, in->data);
-        aubio_pitch_do(pitch.get(), in.get(), out.get());
-        heard.push_back(out->data[0]);
+std::uint8_t bitOf(float pitchHz) {
+    constexpr double a4Hz = 440.0;
+    if (!(pitchHz > 0.0f)) {
+        return 0;
     }
-    return heard;
+    const long pitch = std::lround(69.0 + 12.0 * std::log2(static_cast<double>(pitchHz) / a4Hz));
+    const int note = pitch >= 0 ? naturalOf(static_cast<int>(pitch)) : -1;
+    return note < 0 ? 0 : static_cast<std::uint8_t>(1u << static_cast<unsigned int>(note));
 }
+
+std::uint8_t bitsOf(const NoteState& held) {
+    unsigned int notes = 0;
+    for (int note = 0; note < Notes::noteCount; ++note) {
+        notes |= held.isDown(note) ? 1u << static_cast<unsigned int>(note) : 0u;
+    }
+    return static_cast<std::uint8_t>(notes);
+}
+
+class Peer {
+public:
+    /// The note of the newest samples, of which there is one block more.
+    std::uint8_t hear(const float* block) {
+        std::copy_n(block, blockSamples, in->data);
+        aubio_pitch_do(pitch.get(), in.get(), out.get());
+        return bitOf(out->data[0]);
+    }
+    Peer() {
+        aubio_pitch_set_unit(pitch.get(), "Hz");
+        aubio_pitch_set_silence(pitch.get(), peerSilenceDb);
+    }
+
+private:
+    std::unique_ptr<aubio_pitch_t, void (*)(aubio_pitch_t*)> pitch{
+        new_aubio_pitch("yinfft", peerWindowSamples, blockSamples, soundRateHz), del_aubio_pitch};
+    std::unique_ptr<fvec_t, void (*)(fvec_t*)> in{new_fvec(blockSamples), del_fvec};
+    std::unique_ptr<fvec_t, void (*)(fvec_t*)> out{new_fvec(1), del_fvec};
+};
 
 template <typename Value>
 void put(std::ostream& out, Value value) {
@@ -69,44 +93,39 @@ Value get(std::istream& in) {
     return value;
 }
 
-/// What the game hears with its fine ear at the time of each frame.
-std::vector<std::uint8_t> fineNotesOf(const std::vector<float>& sound) {
+}  // namespace
+
+Recording listen(const std::vector<float>& sound, double minDecibel) {
+    ::setenv("ZANTO_MIN_DECIBEL", std::to_string(minDecibel).c_str(), 1);
     ::setenv("ZANTO_EAR", "fine", 1);
     NoteEstimation estimation;
     ::unsetenv("ZANTO_EAR");
+    Peer peer;
     const auto ring = boost::make_shared<RingBuffer>(ringBlocks * static_cast<unsigned int>(blockSamples));
-    std::vector<std::uint8_t> heard;
-    constexpr std::size_t samplesPerFrame = soundRateHz / framesPerSecond;
-    const std::size_t blocks = sound.size() / blockSamples;
-    for (std::size_t arrived = 0; heard.size() * samplesPerFrame <= blocks * blockSamples;) {
-        for (; (arrived + 1) * blockSamples <= heard.size() * samplesPerFrame; ++arrived) {
-            ring->append(&sound[arrived * blockSamples], blockSamples);
-        }
-        estimation.update(ring, frameSeconds);
-        unsigned int notes = 0;
-        for (int note = 0; note < Notes::noteCount; ++note) {
-            notes |= estimation.getNoteState().isDown(note) ? 1u << note : 0u;
-        }
-        heard.push_back(static_cast<std::uint8_t>(notes));
-    }
-    return heard;
-}
+    estimation.update(ring, frameSeconds);
+    // By the number of blocks that have arrived.
+    std::vector<std::vector<HeardPeak>> peaks = {peaksOf(estimation)};
+    std::uint8_t peerNote = 0;
 
-}  // namespace
-
-Recording listen(const std::vector<float>& sound, double minDecibel, bool peer) {
-    ::setenv("ZANTO_MIN_DECIBEL", std::to_string(minDecibel).c_str(), 1);
-    const auto ring = boost::make_shared<RingBuffer>(ringBlocks * static_cast<unsigned int>(blockSamples));
-    NoteEstimation estimation;
     Recording recording;
-    for (std::size_t done = 0; done + blockSamples <= sound.size(); done += blockSamples) {
-        ring->append(&sound[done], blockSamples);
-        estimation.update(ring, frameSeconds);
-        recording.blocks.push_back(peaksOf(estimation));
-    }
-    recording.fineNotes = fineNotesOf(sound);
-    if (peer) {
-        recording.peerHz = peerPitches(sound);
+    const std::size_t blocks = sound.size() / blockSamples;
+    constexpr std::size_t samplesPerFrame = soundRateHz / framesPerSecond;
+    for (std::size_t frame = 0; frame * samplesPerFrame <= blocks * blockSamples; ++frame) {
+        const std::size_t arrived = peaks.size() - 1;
+        if ((arrived + 1) * blockSamples <= frame * samplesPerFrame) {
+            const float* const block = &sound[arrived * blockSamples];
+            ring->append(block, blockSamples);
+            estimation.update(ring, frameSeconds);
+            peaks.push_back(peaksOf(estimation));
+            recording.blocks.push_back(
+                peaks[peaks.size() - 1 - std::min(plainDelayBlocks, peaks.size() - 1)]);
+            peerNote = peer.hear(block);
+        } else if (frame > 0) {
+            // The spectrum is the same as in the frame before.
+            estimation.updateNotes(estimation.getPowerSpectrum(), frameSeconds);
+        }
+        recording.fineNotes.push_back(bitsOf(estimation.getNoteState()));
+        recording.peerNotes.push_back(peerNote);
     }
     return recording;
 }
@@ -127,9 +146,9 @@ void writeRecordings(const std::string& path, const std::vector<Recording>& reco
         for (const std::uint8_t notes : recording.fineNotes) {
             put(out, notes);
         }
-        put(out, static_cast<std::uint32_t>(recording.peerHz.size()));
-        for (const float pitchHz : recording.peerHz) {
-            put(out, pitchHz);
+        put(out, static_cast<std::uint32_t>(recording.peerNotes.size()));
+        for (const std::uint8_t notes : recording.peerNotes) {
+            put(out, notes);
         }
     }
     out.close();
@@ -154,9 +173,9 @@ std::vector<Recording> readRecordings(const std::string& path) {
         for (std::uint8_t& notes : recording.fineNotes) {
             notes = get<std::uint8_t>(in);
         }
-        recording.peerHz.resize(get<std::uint32_t>(in));
-        for (float& pitchHz : recording.peerHz) {
-            pitchHz = get<float>(in);
+        recording.peerNotes.resize(get<std::uint32_t>(in));
+        for (std::uint8_t& notes : recording.peerNotes) {
+            notes = get<std::uint8_t>(in);
         }
         if (!in) {
             throw std::runtime_error(path + " ends too early");

@@ -16,19 +16,18 @@ struct HeardPeak {
 /// for any note table, at a hundredth of the cost.
 struct Recording {
     std::vector<std::vector<HeardPeak>> blocks;
-    /// The notes that the fine ear has heard, 100 times a second from the start on, one bit each, C the
-    /// lowest.
+    /// The notes that the fine ear hears, 100 times a second from the start on, one bit each, C the lowest.
     std::vector<std::uint8_t> fineNotes;
-    /// The peer's pitch in Hz, 0 for none, 100 times a second; empty where the peer did not listen.
-    std::vector<float> peerHz;
+    /// The same of the peer.
+    std::vector<std::uint8_t> peerNotes;
 };
 
 constexpr int blockSamples = 1024;    ///< that the game's audio input delivers at a time
 constexpr int framesPerSecond = 100;  ///< of the game
 
 /// Plays `sound`, mono at 48000 Hz, through the game's ring buffer and note estimation, with either ear and
-/// the threshold `minDecibel`; with `peer`, to aubio's yinfft too. No note table is needed.
-Recording listen(const std::vector<float>& sound, double minDecibel, bool peer);
+/// the threshold `minDecibel`, and to aubio's yinfft. No note table is needed.
+Recording listen(const std::vector<float>& sound, double minDecibel);
 
 /// Where the bench keeps its recordings. `read` gives an empty vector when there is no such file.
 void writeRecordings(const std::string& path, const std::vector<Recording>& recordings);

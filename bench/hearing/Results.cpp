@@ -22,7 +22,7 @@ Archive::Archive(const std::string& recordingsFolder, const std::vector<ShippedS
         const Player& player = orchestra()[place];
         const std::string stem = recordingsFolder + "/" + std::to_string(place);
         takeRecordings.push_back(readAll(stem + ".takes", takesOf(player).size()));
-        pieceRecordings.push_back(readAll(stem + ".songs", piecesOf(player, songs.size()).size()));
+        pieceRecordings.push_back(readAll(stem + ".songs", piecesOf(place, songs.size()).size()));
     }
     quietRecordings = readAll(recordingsFolder + "/nobody.takes", quiets().size());
 }
@@ -41,12 +41,12 @@ std::vector<Heard> Archive::takes(Listener& listener, const std::function<bool(c
 }
 
 std::vector<Played> Archive::pieces(Listener& listener, const std::vector<double>& aheadSeconds,
-                                    bool withDetached) const {
+                                    const std::function<bool(const Piece&)>& which) const {
     std::vector<Played> played;
     for (std::size_t place = 0; place < orchestra().size(); ++place) {
-        const std::vector<Piece> pieces = piecesOf(orchestra()[place], songs.size());
+        const std::vector<Piece> pieces = piecesOf(place, songs.size());
         for (std::size_t i = 0; i < pieces.size(); ++i) {
-            if (withDetached || pieces[i].gapSeconds <= 0.0) {
+            if (which(pieces[i])) {
                 const ShippedSong& song = songs[pieces[i].song];
                 played.push_back(
                     {place, pieces[i], outcomes(song, pieceRecordings[place][i], listener, aheadSeconds)});
@@ -70,6 +70,7 @@ void Archive::forEachPlainTake(bool tunedOn,
         const std::vector<Take> takes = takesOf(orchestra()[place]);
         for (std::size_t i = 0; i < takes.size() && isTunedOn(place) == tunedOn; ++i) {
             if (takes[i].trial == Trial::plain && !takes[i].touch.room &&
+                octaveOf(takes[i].pitches.front()) >= lowestTableOctave &&
                 naturalOf(takes[i].pitches.front()) != -1) {
                 each(takes[i], takeRecordings[place][i]);
             }
@@ -77,11 +78,19 @@ void Archive::forEachPlainTake(bool tunedOn,
     }
 }
 
-std::vector<GameEar> gameEars(const std::string& tableText) {
-    std::vector<GameEar> ears;
+std::vector<Ear> allEars(const std::string& tableText) {
+    std::vector<Ear> ears;
     ears.push_back({"plain", Listener(tableText)});
-    ears.push_back({"fine", Listener()});
+    ears.push_back({"fine", Listener::fine()});
+    ears.push_back({"yinfft", Listener::peer()});
     return ears;
+}
+
+const char* partOf(std::size_t place) {
+    if (place >= instrumentCount()) {
+        return "voice";
+    }
+    return isTunedOn(place) ? "tuned" : "other";
 }
 
 SongMean songMeanOf(const std::vector<Played>& all, const std::vector<ShippedSong>& songs, std::size_t timing,

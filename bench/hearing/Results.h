@@ -22,10 +22,11 @@ public:
 
     std::vector<Heard> takes(Listener& listener, const std::function<bool(const Take&)>& which) const;
     std::vector<Played> pieces(Listener& listener, const std::vector<double>& aheadSeconds,
-                               bool withDetached) const;
+                               const std::function<bool(const Piece&)>& which) const;
     std::vector<FalseNotes> quietRooms(Listener& listener) const;
 
-    /// Calls `each` for every dry take of a single natural that an instrument of the given half plays.
+    /// Calls `each` for every dry take of a single natural, from C3 up, that an instrument of the given half
+    /// plays.
     void forEachPlainTake(bool tunedOn, const std::function<void(const Take&, const Recording&)>& each) const;
 
 private:
@@ -35,14 +36,13 @@ private:
     std::vector<Recording> quietRecordings;
 };
 
-/// One of the game's ears.
-struct GameEar {
-    std::string name;  ///< "plain" or "fine"
+struct Ear {
+    std::string name;  ///< as in the figures
     Listener listener;
 };
 
-/// The plain one, with a note table, and the fine one.
-std::vector<GameEar> gameEars(const std::string& tableText);
+/// The game's plain one, with a note table, its fine one, and the peer.
+std::vector<Ear> allEars(const std::string& tableText);
 
 /// What some performances earned, against what they could.
 struct SongMean {
@@ -58,3 +58,9 @@ SongMean songMeanOf(const std::vector<Played>& all, const std::vector<ShippedSon
 
 /// Whether no two notes of the song begin together.
 bool isMelody(const ShippedSong& song);
+
+/// The part of the orchestra that a player belongs to: "tuned", "other" or "voice".
+const char* partOf(std::size_t place);
+
+/// The plain ear's note table begins there.
+constexpr int lowestTableOctave = 3;

@@ -16,6 +16,9 @@ constexpr double originSeconds = 1.0;
 constexpr double afterwardsSeconds = 0.5;
 constexpr double pointsPerSlot = rules::awardPoints;
 
+constexpr std::array<int, 4> songOctaves = {2, 3, 4, 5};
+constexpr std::size_t songStep = 20;
+
 constexpr std::array<int, 7> semitonesAboveC = {0, 2, 4, 5, 7, 9, 11};
 
 void countWhatCanBeReached(ShippedSong& shipped) {
@@ -49,17 +52,19 @@ std::vector<ShippedSong> shippedSongs(const std::string& dataFolder) {
     return songs;
 }
 
-std::vector<Piece> piecesOf(const Player& player, std::size_t songCount) {
+std::vector<Piece> piecesOf(std::size_t place, std::size_t songCount) {
+    const Player& player = orchestra().at(place);
     std::vector<Piece> pieces;
     if (player.isVoice() && player.vowel != 'a') {
         return pieces;
     }
-    for (const double gapSeconds : {0.0, detachedGapSeconds}) {
-        const std::size_t step = gapSeconds > 0.0 ? detachedSongStep : 1;
-        for (const int octave : {3, 4, 5}) {
-            for (std::size_t song = 0; player.playsOctave(octave) && song < songCount; song += step) {
-                pieces.push_back({song, octave, gapSeconds});
-            }
+    for (const int octave : songOctaves) {
+        for (std::size_t song = place % songStep; player.playsOctave(octave) && song < songCount;
+             song += songStep) {
+            Touch touch;
+            touch.room = !player.isVoice() && song % 2 == 1;
+            pieces.push_back({song, octave, 0.0, touch});
+            pieces.push_back({song, octave, detachedGapSeconds, touch});
         }
     }
     return pieces;

@@ -28,15 +28,15 @@ struct Piece {
     std::size_t song;
     int octave;
     double gapSeconds;  ///< between the end of a note and the next beat
+    Touch touch;
 };
 
 constexpr double detachedGapSeconds = 0.12;
-constexpr std::size_t detachedSongStep = 5;  ///< every so manieth song is played detached too
 
-/// All performances of a player, always in the same order: every song in every octave that it has whole, each
-/// note at full length; then every fifth song once more, detached. Of the voices only the two that sing "ah"
-/// perform.
-std::vector<Piece> piecesOf(const Player& player, std::size_t songCount);
+/// All performances of a player, by its place in the orchestra, always in the same order: every twentieth
+/// song in every octave that it has whole, legato and detached, every second one of an instrument with room.
+/// The next player takes the next songs. Of the voices only the two that sing "ah" perform.
+std::vector<Piece> piecesOf(std::size_t place, std::size_t songCount);
 
 /// What a performance of a song earned.
 struct Outcome {

@@ -14,6 +14,10 @@ constexpr int channel = 0;
 constexpr std::size_t blockSamples = 64;
 constexpr double masterGain = 0.5;
 constexpr double bendRangeCents = 200.0;
+constexpr double glideCents = 200.0;
+constexpr double vibratoHz = 5.5;
+constexpr double vibratoOnsetSeconds = 0.25;
+constexpr double pi = 3.14159265358979323846;
 constexpr int bendCentre = 8192;
 
 // A living room.
@@ -47,6 +51,13 @@ std::vector<Event> eventsInOrder(const std::vector<NoteEvent>& notes) {
 }
 
 }  // namespace
+
+double bendCents(const Touch& touch, double seconds) {
+    const double t = std::max(0.0, seconds);
+    const double depth = touch.vibratoCents * std::min(1.0, t / vibratoOnsetSeconds);
+    const double missing = touch.glides ? std::max(0.0, 1.0 - t / glideSeconds) : 0.0;
+    return touch.detuneCents + depth * std::sin(2.0 * pi * vibratoHz * t) - glideCents * missing;
+}
 
 struct Synth::Engine {
     fluid_settings_t* settings = new_fluid_settings();
@@ -85,12 +96,11 @@ std::vector<float> Synth::render(int program, const std::vector<NoteEvent>& note
     fluid_synth_program_change(synth, channel, program);
     fluid_synth_reverb_on(synth, -1, touch.room ? 1 : 0);
     fluid_synth_cc(synth, channel, reverbController, touch.room ? reverbSend : 0);
-    fluid_synth_pitch_bend(
-        synth, channel,
-        bendCentre + static_cast<int>(std::lround(touch.detuneCents / bendRangeCents * bendCentre)));
 
     const std::vector<Event> events = eventsInOrder(notes);
+    const double startSeconds = notes.empty() ? 0.0 : notes.front().startSeconds;
     std::vector<float> sound(sampleAt(seconds));
+    int lastBend = bendCentre;
     auto next = events.begin();
     for (std::size_t done = 0; done < sound.size(); done += blockSamples) {
         for (; next != events.end() && next->sample < done + blockSamples; ++next) {
@@ -99,6 +109,12 @@ std::vector<float> Synth::render(int program, const std::vector<NoteEvent>& note
             } else {
                 fluid_synth_noteoff(synth, channel, next->pitch);
             }
+        }
+        const double cents = bendCents(touch, static_cast<double>(done) / soundRateHz - startSeconds);
+        const int bend = bendCentre + static_cast<int>(std::lround(cents / bendRangeCents * bendCentre));
+        if (bend != lastBend) {
+            fluid_synth_pitch_bend(synth, channel, std::clamp(bend, 0, 2 * bendCentre - 1));
+            lastBend = bend;
         }
         float left[blockSamples];
         float right[blockSamples];

@@ -17,10 +17,17 @@ struct NoteEvent {
 
 /// How a player plays them.
 struct Touch {
-    int velocity = 85;         ///< MIDI, 1 to 127
-    double detuneCents = 0.0;  ///< up to 200 either way
-    bool room = false;         ///< with the sound of a room
+    int velocity = 85;          ///< MIDI, 1 to 127
+    double detuneCents = 0.0;   ///< up to 200 either way
+    bool room = false;          ///< with the sound of a room
+    double vibratoCents = 0.0;  ///< either way
+    bool glides = false;        ///< begins a whole tone too low
 };
+
+constexpr double glideSeconds = 0.2;
+
+/// By how much a note is off `seconds` after its beginning, in cents.
+double bendCents(const Touch& touch, double seconds);
 
 /// Renders sampled instruments with FluidSynth, mono at 48000 Hz. The same call always gives the same sound.
 ///

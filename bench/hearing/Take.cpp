@@ -10,8 +10,10 @@ namespace {
 
 constexpr double loudestPeakDb = -3.0;
 constexpr int levelTestStep = 3;  // semitones
+constexpr int repetitions = 4;
+constexpr double wideVibratoCents = 50.0;
 
-/// Thirds, fifths and triads on the naturals of octave 4, in semitones above C4.
+/// Thirds, fifths, triads and sevenths on the naturals of octave 4, in semitones above C4.
 constexpr int chordBasePitch = 60;
 
 double amplitudeOf(double levelDb) {
@@ -20,8 +22,10 @@ double amplitudeOf(double levelDb) {
 
 void addChords(const Player& player, std::vector<Take>& takes) {
     static const std::vector<std::vector<int>> chords = {
-        {0, 4}, {2, 5}, {4, 7},    {5, 9},    {7, 11},    {0, 7},    {2, 9},     {4, 11},   {0, 5},
-        {2, 7}, {4, 9}, {0, 4, 7}, {2, 5, 9}, {4, 7, 11}, {0, 5, 9}, {2, 7, 11}, {0, 4, 9},
+        {0, 4},        {2, 5},         {4, 7},          {5, 9},       {7, 11},   {0, 7},
+        {2, 9},        {4, 11},        {0, 5},          {2, 7},       {4, 9},    {0, 4, 7},
+        {2, 5, 9},     {4, 7, 11},     {0, 5, 9},       {2, 7, 11},   {0, 4, 9}, {0, 4, 7, 11},
+        {2, 5, 9, 12}, {5, 9, 12, 16}, {7, 11, 14, 17}, {0, 4, 7, 9},
     };
     for (const std::vector<int>& chord : chords) {
         Take take{Trial::chord, {}, Touch()};
@@ -37,7 +41,69 @@ void addChords(const Player& player, std::vector<Take>& takes) {
     }
 }
 
+/// C, E and A: a low, a middle and a high one, whose overtones fall on different notes.
+bool isTried(int pitch) {
+    return pitch % 12 == 0 || pitch % 12 == 4 || pitch % 12 == 9;
+}
+
+/// The natural `steps` below a natural.
+int naturalBelow(int pitch, int steps) {
+    for (; steps > 0; --steps) {
+        do {
+            --pitch;
+        } while (naturalOf(pitch) == -1);
+    }
+    return pitch;
+}
+
+void addPhrases(const Player& player, int pitch, std::vector<Take>& takes) {
+    const auto add = [&](Trial trial, const std::vector<int>& pitches, int before = 0) -> Take& {
+        takes.push_back({trial, pitches, Touch()});
+        takes.back().before = before;
+        return takes.back();
+    };
+    if (pitch + 12 <= player.highestPitch) {
+        add(Trial::octaves, {pitch, pitch + 12});
+    }
+    add(Trial::repeated, {pitch});
+    if (naturalBelow(pitch, 1) >= player.lowestPitch) {
+        add(Trial::legato, {pitch}, naturalBelow(pitch, 1));
+        if (!player.isVoice()) {
+            add(Trial::legato, {pitch}, naturalBelow(pitch, 1)).touch.room = true;
+        }
+    }
+    if (naturalBelow(pitch, 2) >= player.lowestPitch) {
+        add(Trial::ringing, {pitch}, naturalBelow(pitch, 2));
+    }
+    add(Trial::vibrato, {pitch}).touch.vibratoCents = wideVibratoCents;
+    add(Trial::glide, {pitch}).touch.glides = true;
+}
+
 }  // namespace
+
+double Take::attack() const {
+    return attackSeconds + (before != 0 ? beforeSeconds : 0.0) + (touch.glides ? glideSeconds : 0.0);
+}
+
+std::vector<NoteEvent> Take::notes() const {
+    const double end = attack() + holdSeconds;
+    if (trial == Trial::repeated) {
+        std::vector<NoteEvent> notes;
+        for (int i = 0; i < repetitions; ++i) {
+            const double length = holdSeconds / repetitions;
+            notes.push_back({pitches.front(), attackSeconds + i * length, attackSeconds + (i + 1) * length});
+        }
+        return notes;
+    }
+    std::vector<NoteEvent> notes;
+    if (before != 0) {
+        notes.push_back({before, attackSeconds, trial == Trial::ringing ? end : attack()});
+    }
+    for (const int pitch : pitches) {
+        notes.push_back({pitch, touch.glides ? attackSeconds : attack(), end});
+    }
+    return notes;
+}
 
 std::vector<Take> takesOf(const Player& player) {
     std::vector<Take> takes;
@@ -45,27 +111,26 @@ std::vector<Take> takesOf(const Player& player) {
         for (const bool room : {false, true}) {
             for (const int velocity : {softVelocity, mediumVelocity, loudVelocity}) {
                 // The voices have no room of their own.
-                if (!room || !player.isVoice()) {
+                if (!room || (velocity == mediumVelocity && !player.isVoice())) {
                     takes.push_back({Trial::plain, {pitch}, {velocity, 0.0, room}});
                 }
             }
         }
-        if (naturalOf(pitch) == -1) {
+        if (!isTried(pitch)) {
             continue;
         }
-        for (const double cents : {-40.0, -30.0, -20.0, -10.0, 10.0, 20.0, 30.0, 40.0}) {
+        for (const double cents : {-40.0, 40.0}) {
             takes.push_back({Trial::detuned, {pitch}, {mediumVelocity, cents, false}});
         }
-        for (const double levelDb : {-10.0, -20.0, -30.0, -40.0}) {
+        for (const double levelDb : {-20.0, -40.0}) {
             takes.push_back({Trial::quiet, {pitch}, Touch(), levelDb});
             takes.push_back(
                 {Trial::sensitive, {pitch}, Touch(), levelDb, Noise::none, 0.0, sensitiveMinDecibel});
         }
         for (const Noise noise : {Noise::white, Noise::hum}) {
-            for (const double belowDb : {20.0, 10.0}) {
-                takes.push_back({Trial::noisy, {pitch}, Touch(), 0.0, noise, belowDb});
-            }
+            takes.push_back({Trial::noisy, {pitch}, Touch(), 0.0, noise, 10.0});
         }
+        addPhrases(player, pitch, takes);
     }
     addChords(player, takes);
     return takes;
@@ -75,7 +140,7 @@ std::vector<Quiet> quiets() {
     std::vector<Quiet> all;
     for (const Noise noise : {Noise::white, Noise::hum}) {
         for (const double levelDb : {-50.0, -40.0, -30.0}) {
-            for (const double minDecibel : {sensitiveMinDecibel, usualMinDecibel, -55.0, -45.0, -35.0}) {
+            for (const double minDecibel : {sensitiveMinDecibel, usualMinDecibel, -55.0}) {
                 all.push_back({noise, levelDb, minDecibel});
             }
         }
@@ -87,25 +152,22 @@ Studio::Studio(const std::string& soundfontPath) : synth(soundfontPath) {
 }
 
 std::vector<float> Studio::sound(const Player& player, const Take& take) {
-    std::vector<NoteEvent> notes;
-    for (const int pitch : take.pitches) {
-        notes.push_back({pitch, attackSeconds, attackSeconds + holdSeconds});
-    }
-    std::vector<float> sound = raw(player, notes, take.touch, takeSeconds);
+    std::vector<float> sound = raw(player, take.notes(), take.touch, take.seconds());
     const double gain = inputGain(player) * amplitudeOf(take.levelDb);
     for (float& sample : sound) {
         sample = static_cast<float>(gain * sample);
     }
     if (take.noise != Noise::none) {
         const std::vector<float> noise =
-            take.noise == Noise::white ? whiteNoise(takeSeconds) : mainsHum(takeSeconds);
+            take.noise == Noise::white ? whiteNoise(take.seconds()) : mainsHum(take.seconds());
         mix(sound, noise, rootMeanSquare(sound) * amplitudeOf(-take.noiseBelowDb));
     }
     return sound;
 }
 
-std::vector<float> Studio::sound(const Player& player, const std::vector<NoteEvent>& notes, double seconds) {
-    std::vector<float> sound = raw(player, notes, Touch(), seconds);
+std::vector<float> Studio::sound(const Player& player, const std::vector<NoteEvent>& notes, double seconds,
+                                 const Touch& touch) {
+    std::vector<float> sound = raw(player, notes, touch, seconds);
     const double gain = inputGain(player);
     for (float& sample : sound) {
         sample = static_cast<float>(gain * sample);

@@ -9,45 +9,64 @@
 #include "bench/hearing/Synth.h"
 
 /// What a take is recorded for.
-enum class Trial { plain, detuned, quiet, sensitive, noisy, chord };
+enum class Trial {
+    plain,
+    detuned,
+    quiet,
+    sensitive,
+    noisy,
+    chord,
+    octaves,   ///< a note and its octave
+    repeated,  ///< four times, a quarter of a second each
+    legato,    ///< the natural below ends as it begins
+    ringing,   ///< the natural two below goes on
+    vibrato,   ///< of a quarter tone either way
+    glide      ///< from a whole tone below
+};
+
+constexpr double attackSeconds = 0.2;  ///< of the first note, from the sound's start
+constexpr double beforeSeconds = 0.5;  ///< how long the note before sounds alone
+constexpr double holdSeconds = 1.0;
+constexpr double takeSeconds = 1.7;  ///< of a take that is one note
 
 enum class Noise { none, white, hum };
 
 constexpr double usualMinDecibel = rules::usualMinDecibel;
 constexpr double sensitiveMinDecibel = -85.0;
 
-/// One note or chord, struck once.
+/// One note or chord, and what may go before it.
 struct Take {
     Trial trial;
-    std::vector<int> pitches;
+    std::vector<int> pitches;  ///< MIDI
     Touch touch;
     double levelDb = 0.0;                 ///< from the level of a well-set input
     Noise noise = Noise::none;            ///< mixed in
     double noiseBelowDb = 0.0;            ///< below the note
     double minDecibel = usualMinDecibel;  ///< what the game's ZANTO_MIN_DECIBEL is set to
-};
+    int before = 0;                       ///< MIDI, of the note before; 0 for none
 
-constexpr double attackSeconds = 0.2;  ///< from the sound's start
-constexpr double holdSeconds = 1.0;
-constexpr double takeSeconds = 1.7;
+    /// When the note or chord that is judged is there, in seconds from the sound's start.
+    double attack() const;
+    double seconds() const { return attack() + takeSeconds - attackSeconds; }
+    std::vector<NoteEvent> notes() const;
+};
 
 constexpr int softVelocity = 50;
 constexpr int mediumVelocity = 85;
 constexpr int loudVelocity = 120;
 
-/// All takes of a player, always in the same order: every semitone of its range at three loudnesses, dry and
-/// with room; its naturals out of tune, at lower levels with the usual and with a low threshold, and in
-/// noise; chords of naturals.
+/// All takes of a player, always in the same order: every semitone of its range at three loudnesses, and
+/// medium loud with room; its C, E and A under every other trial; chords of naturals.
 std::vector<Take> takesOf(const Player& player);
 
-/// A minute of a room in which nobody plays: noise at a level below full scale.
+/// A room in which nobody plays: noise at a level below full scale.
 struct Quiet {
     Noise noise;
     double levelDb;  ///< root mean square, full scale 0 dB
     double minDecibel;
 };
 
-constexpr double quietSeconds = 60.0;
+constexpr double quietSeconds = 20.0;
 
 /// All of those, always in the same order.
 std::vector<Quiet> quiets();
@@ -60,7 +79,8 @@ public:
 
     /// mono, 48000 Hz
     std::vector<float> sound(const Player& player, const Take& take);
-    std::vector<float> sound(const Player& player, const std::vector<NoteEvent>& notes, double seconds);
+    std::vector<float> sound(const Player& player, const std::vector<NoteEvent>& notes, double seconds,
+                             const Touch& touch = Touch());
     static std::vector<float> sound(const Quiet& quiet);
 
 private:

@@ -28,9 +28,7 @@ constexpr Vowel vowels[] = {
 
 constexpr double highestHarmonicHz = 5000.0;
 constexpr double sourceSlope = 2.0;  // power of the harmonic's number by which its amplitude falls
-constexpr double vibratoHz = 5.5;
-constexpr double vibratoCents = 30.0;
-constexpr double vibratoOnsetSeconds = 0.25;
+constexpr double usualVibratoCents = 30.0;
 constexpr double attackSeconds = 0.06;
 constexpr double releaseSeconds = 0.08;
 
@@ -60,8 +58,9 @@ double envelope(double t, double lengthSeconds) {
 }
 
 void singNote(const Vowel& vowel, const NoteEvent& note, const Touch& touch, std::vector<float>& sound) {
-    const double pitchHz =
-        440.0 * std::exp2((note.pitch - 69) / 12.0) * std::exp2(touch.detuneCents / 1200.0);
+    const double pitchHz = 440.0 * std::exp2((note.pitch - 69) / 12.0);
+    Touch sung = touch;
+    sung.vibratoCents = std::max(touch.vibratoCents, usualVibratoCents);
     std::vector<double> amplitudes;
     for (int harmonic = 1; harmonic * pitchHz < highestHarmonicHz; ++harmonic) {
         amplitudes.push_back(harmonicAmplitude(vowel, harmonic, pitchHz));
@@ -80,8 +79,7 @@ void singNote(const Vowel& vowel, const NoteEvent& note, const Touch& touch, std
         if (t > lengthSeconds + releaseSeconds) {
             break;
         }
-        const double depth = vibratoCents * std::min(1.0, t / vibratoOnsetSeconds);
-        phase += pitchHz * std::exp2(depth * std::sin(2.0 * pi * vibratoHz * t) / 1200.0) / soundRateHz;
+        phase += pitchHz * std::exp2(bendCents(sung, t) / 1200.0) / soundRateHz;
         // sin(n x) from the two before it: 2 cos(x) sin((n - 1) x) - sin((n - 2) x).
         const double twiceCos = 2.0 * std::cos(2.0 * pi * phase);
         double before = 0.0;

@@ -48,17 +48,18 @@ def mark(x, y, style):
     return f'<path d="M{x - 5:g} {y + 4:g}h10l-5 -9z" class="c"/>'
 
 
-def heat_map(title, description, panels, players):
+def heat_map(title, description, panels, players, octaves):
     """`panels`: (heading, {(player, octave): (right, wrong)}), in percent, for each ear."""
-    octaves, left, wide, high, top = (3, 4, 5), 132, 40, 18, 50
-    panel = 6 * wide + 40
+    left, wide, high, top = 132, 34, 18, 50
+    group_wide = len(octaves) * wide + 12
+    panel = 2 * group_wide + 16
     body, cells, numbers = [], [""] * len(SHADES), {"on-light": "", "on-dark": ""}
     for number, (heading, values) in enumerate(panels):
         start = left + number * panel
         body.append(text(start, 14, heading))
         for group, kind in enumerate(("right", "wrong")):
-            first = start + group * (3 * wide + 12)
-            body.append(text(first + 1.5 * wide, 30, kind + " %", "small mid"))
+            first = start + group * group_wide
+            body.append(text(first + len(octaves) * wide / 2, 30, kind + " %", "small mid"))
             for column, octave in enumerate(octaves):
                 x = first + column * wide
                 body.append(text(x + wide / 2, top - 6, f"C{octave}", "small mid"))

@@ -30,7 +30,7 @@ int octaveOfTake(const Heard& heard) {
     return octaveOf(heard.take.pitches.front());
 }
 
-void writeNotes(const std::string& gameEar, const std::vector<Heard>& plain, Csv& csv) {
+void writeNotes(const std::string& ear, const std::vector<Heard>& plain, Csv& csv) {
     const auto groups = grouped(plain, [](const Heard& heard) {
         return std::make_tuple(heard.place, octaveOfTake(heard), !isNatural(heard), heard.take.touch.velocity,
                                heard.take.touch.room);
@@ -38,17 +38,10 @@ void writeNotes(const std::string& gameEar, const std::vector<Heard>& plain, Csv
     for (const auto& [key, takes] : groups) {
         const auto& [place, octave, isSharp, velocity, room] = key;
         const Mean mean = meanOfAll(takes);
-        const char* half = place >= instrumentCount() ? "voice" : isTunedOn(place) ? "tuned" : "other";
-        const auto row = [&](const std::string& ear, double right, double wrong, const auto&... times) {
-            csv.row(ear, orchestra()[place].name, half, octave, isSharp ? "sharp" : "natural", velocity,
-                    room ? "room" : "dry", mean.takes, right, wrong, times...);
-        };
-        const Hearing& hearing = mean.hearing;
-        row(gameEar, hearing.right, hearing.wrong, mean.never,
-            hearing.latencySeconds.value_or(0.0) * msPerSecond, hearing.tailSeconds * msPerSecond);
-        if (gameEar == "plain") {
-            row("yinfft", hearing.peerRight, hearing.peerWrong, "", "", "");
-        }
+        csv.row(ear, orchestra()[place].name, partOf(place), octave, isSharp ? "sharp" : "natural", velocity,
+                room ? "room" : "dry", mean.takes, mean.hearing.right, mean.hearing.wrong, mean.never,
+                mean.hearing.latencySeconds.value_or(0.0) * msPerSecond,
+                mean.hearing.tailSeconds * msPerSecond);
     }
 }
 
@@ -65,36 +58,43 @@ std::pair<std::string, double> conditionOf(const Take& take) {
             return {take.noise == Noise::white ? "white_noise_db" : "hum_db", take.noiseBelowDb};
         case Trial::chord:
             return {"chord_notes", static_cast<double>(take.pitches.size())};
+        case Trial::octaves:
+            return {"octave_together", 1.0};
+        case Trial::repeated:
+            return {"repeated", 1.0};
+        case Trial::legato:
+            return {take.touch.room ? "legato_room" : "legato_dry", 1.0};
+        case Trial::ringing:
+            return {"ringing", 1.0};
+        case Trial::vibrato:
+            return {"vibrato_cents", take.touch.vibratoCents};
+        case Trial::glide:
+            return {"glide", 1.0};
         case Trial::plain:
             break;
     }
     return {"none", 0.0};
 }
 
-void writeConditions(const std::string& gameEar, const std::vector<Heard>& all, Csv& csv) {
+void writeConditions(const std::string& ear, const std::vector<Heard>& all, Csv& csv) {
     const auto groups = grouped(all, [](const Heard& heard) {
-        return std::make_tuple(conditionOf(heard.take), octaveOfTake(heard));
+        return std::make_tuple(conditionOf(heard.take), std::string(partOf(heard.place)),
+                               octaveOfTake(heard));
     });
     for (const auto& [key, takes] : groups) {
-        const auto& [condition, octave] = key;
+        const auto& [condition, half, octave] = key;
         const Mean mean = meanOfAll(takes);
-        const auto row = [&](const std::string& ear, double right, double wrong) {
-            csv.row(ear, condition.first, condition.second, octave, mean.takes, right, wrong);
-        };
-        row(gameEar, mean.hearing.right, mean.hearing.wrong);
-        const Trial trial = takes.front().take.trial;
-        const bool peerListens = trial == Trial::plain || trial == Trial::noisy || trial == Trial::chord;
-        if (gameEar == "plain" && peerListens) {
-            row("yinfft", mean.hearing.peerRight, mean.hearing.peerWrong);
-        }
+        csv.row(ear, condition.first, condition.second, half, octave, mean.takes, mean.hearing.right,
+                mean.hearing.wrong, mean.never, mean.hearing.latencySeconds.value_or(0.0) * msPerSecond,
+                mean.hearing.tailSeconds * msPerSecond);
     }
 }
 
-void writeSilence(const std::string& gameEar, const std::vector<FalseNotes>& heard, Csv& csv) {
+void writeSilence(const std::string& ear, const std::vector<FalseNotes>& heard, Csv& csv) {
     const std::vector<Quiet> rooms = quiets();
     for (std::size_t i = 0; i < rooms.size(); ++i) {
-        csv.row(gameEar, rooms[i].noise == Noise::white ? "white" : "hum", rooms[i].levelDb,
-                rooms[i].minDecibel, heard[i].perMinute, heard[i].longOnesPerMinute);
+        csv.row(ear, rooms[i].noise == Noise::white ? "white" : "hum", rooms[i].levelDb, rooms[i].minDecibel,
+                heard[i].perMinute, heard[i].longOnesPerMinute);
     }
 }
 
@@ -103,13 +103,14 @@ void writeSilence(const std::string& gameEar, const std::vector<FalseNotes>& hea
 void writeNoteFigures(const Archive& archive, const std::string& shippedTable, const std::string& folder) {
     Csv notes(folder + "/notes.csv",
               "ear,player,half,octave,kind,velocity,room,takes,right,wrong,never,latency_ms,tail_ms");
-    Csv conditions(folder + "/conditions.csv", "ear,condition,amount,octave,takes,right,wrong");
+    Csv conditions(folder + "/conditions.csv",
+                   "ear,condition,amount,half,octave,takes,right,wrong,never,latency_ms,tail_ms");
     Csv silence(folder + "/silence.csv",
                 "ear,noise,level_db,threshold_db,notes_per_minute,long_notes_per_minute");
-    for (GameEar& ear : gameEars(shippedTable)) {
+    for (Ear& ear : allEars(shippedTable)) {
         Listener& listener = ear.listener;
         std::vector<Heard> plain;
-        std::vector<Heard> instruments;
+        std::vector<Heard> conditioned;
         for (const Heard& heard : archive.takes(listener, [](const Take&) { return true; })) {
             const bool isPlain = heard.take.trial == Trial::plain;
             if (isPlain) {
@@ -118,12 +119,12 @@ void writeNoteFigures(const Archive& archive, const std::string& shippedTable, c
             // A plain take counts here when it differs from the others in nothing but the condition.
             const bool isLikeOthers =
                 !isPlain || (isDry(heard) && heard.take.touch.velocity == mediumVelocity && isNatural(heard));
-            if (heard.place < instrumentCount() && isLikeOthers) {
-                instruments.push_back(heard);
+            if (isLikeOthers) {
+                conditioned.push_back(heard);
             }
         }
         writeNotes(ear.name, plain, notes);
-        writeConditions(ear.name, instruments, conditions);
+        writeConditions(ear.name, conditioned, conditions);
         writeSilence(ear.name, archive.quietRooms(listener), silence);
     }
     notes.close();

@@ -11,9 +11,9 @@ import sys
 
 import charts
 
-GAME_EARS = {"plain": "the game"}
-EARS = [*GAME_EARS, "yinfft"]
-OCTAVES = (3, 4, 5)
+EARS = {"fine": "fine", "plain": "plain", "yinfft": "`yinfft`"}
+OCTAVES = (2, 3, 4, 5)
+SOFT = 50  # of a pitch's takes the first one: before the others it may ring still
 
 
 def load(path):
@@ -36,12 +36,19 @@ def mean(rows, column, weight="takes"):
 
 
 def right_wrong(rows):
-    return f"{100 * mean(rows, 'right'):.1f} / {100 * mean(rows, 'wrong'):.1f}"
+    return f"{100 * mean(rows, 'right'):.1f}/{100 * mean(rows, 'wrong'):.1f}"
 
 
-def by_octave(rows):
-    """right / wrong of all octaves and of each, for {name[all]} and {name[3]} to {name[5]}."""
-    return {"all": right_wrong(rows), **{octave: right_wrong(pick(rows, octave=octave)) for octave in OCTAVES}}
+def row(name, *cells):
+    return f"|{name}|" + "|".join(cells) + "|"
+
+
+def by_octave(name, rows):
+    return row(name, *(right_wrong(pick(rows, octave=octave)) for octave in OCTAVES))
+
+
+def instruments(rows):
+    return [row for row in rows if row["half"] != "voice"]
 
 
 def heard_for_first(rows, column):
@@ -50,84 +57,96 @@ def heard_for_first(rows, column):
 
 
 def note_figures(notes):
-    naturals = [row for row in notes if row["kind"] == "natural" and row["half"] != "voice"]
-    figures = {}
-    for ear in EARS:
+    naturals = pick(notes, kind="natural")
+    lines, sharps = [], []
+    for ear, name in EARS.items():
         mine = pick(naturals, ear=ear)
-        figures[ear] = {"dry": by_octave(pick(mine, room="dry")), "room": by_octave(pick(mine, room="room"))}
-    dry = pick(naturals, ear="plain", room="dry")
-    for half in ("tuned", "other"):
-        figures[half] = by_octave(pick(dry, half=half))
-    sharps = [row for row in pick(notes, ear="plain", kind="sharp", room="dry") if row["half"] != "voice"]
-    figures |= {
-        "takes": f"{sum(row['takes'] for row in pick(notes, ear='plain')):,.0f}",
-        "latency": f"{heard_for_first(dry, 'latency_ms'):.0f}", "tail": f"{mean(dry, 'tail_ms'):.0f}",
-        "never": f"{100 * mean(dry, 'never'):.1f}", "sharps": f"{100 * mean(sharps, 'wrong'):.1f}",
-    }
+        played = instruments(mine)
+        lines += [by_octave(f"{name}: tuned half", pick(played, half="tuned", room="dry")),
+                  by_octave("- other half", pick(played, half="other", room="dry")),
+                  by_octave("- all, with room", pick(played, room="room")),
+                  by_octave("- synthetic voices", [one for one in mine if one["half"] == "voice"])]
+        black = instruments(pick(notes, ear=ear, kind="sharp"))
+        sharps.append(f"{name} {100 * mean(black, 'wrong'):.1f}")
+    figures = {"naturals": "\n".join(lines), "sharps": ", ".join(sharps),
+               "takes": f"{sum(row['takes'] for row in pick(notes, ear='plain')):,.0f}"}
+    for ear in EARS:
+        dry = instruments(pick(naturals, ear=ear, room="dry"))
+        figures[f"first_{ear}"] = f"{heard_for_first(pick(dry, velocity=SOFT), 'latency_ms'):.0f}"
+        for octave in OCTAVES:
+            figures[f"natural_{ear}_{octave}"] = right_wrong(pick(dry, octave=octave))
     return figures
 
 
+CONDITIONS = (
+    ("nothing in the way", "none", 0), ("40 cents flat", "detuned_cents", -40), ("40 cents sharp", "detuned_cents", 40),
+    ("20 dB less", "level_db", -20), ("40 dB less", "level_db", -40),
+    ("40 dB less, `ZANTO_MIN_DECIBEL` -85", "level_db_sensitive", -40),
+    ("white noise 10 dB below the note", "white_noise_db", 10), ("hum 10 dB below the note", "hum_db", 10),
+    ("vibrato of a semitone", "vibrato_cents", 50), ("glide from a tone below, once there", "glide", 1),
+    ("four times in a second", "repeated", 1), ("the note below ends as it begins", "legato_dry", 1),
+    ("- with room", "legato_room", 1), ("the note a third below rings on", "ringing", 1),
+    ("two notes at once", "chord_notes", 2), ("three notes", "chord_notes", 3), ("four notes", "chord_notes", 4),
+    ("a note and its octave", "octave_together", 1))
+
+
 def condition_figures(conditions):
-    """{hard[detuned_cents][+40]} and so on; the peer's under {hard_yinfft...}."""
-    figures = {"hard": {}, "hard_yinfft": {}}
-    for row in conditions:
-        same = pick(conditions, ear=row["ear"], condition=row["condition"], amount=row["amount"])
-        group = figures["hard" if row["ear"] == "plain" else "hard_yinfft"]
-        group.setdefault(row["condition"], {})[f"{row['amount']:+g}"] = right_wrong(same)
+    played = instruments(conditions)
+    figures, lines = {}, []
+    for name, condition, amount in CONDITIONS:
+        same = pick(played, condition=condition, amount=amount)
+        cells = {ear: right_wrong(pick(same, ear=ear)) for ear in EARS}
+        lines.append(row(name, *cells.values()))
+        figures |= {f"{condition}_{amount}_{ear}".replace("-", "minus"): cell for ear, cell in cells.items()}
+    figures["conditions"] = "\n".join(lines)
+    for ear in EARS:
+        for kind in ("dry", "room"):
+            figures[f"let_go_{kind}_{ear}"] = \
+                f"{mean(pick(played, condition='legato_' + kind, ear=ear), 'tail_ms'):.0f}"
     return figures
 
 
 def earned(rows):
     """awards / penalties for 39 changes of note / score, mean over performances."""
-    count = len(rows)
-    awards = sum(row["awards"] / row["notes"] for row in rows) / count
-    penalties = sum(row["penalties"] * 39 / (row["notes"] - 1) for row in rows) / count
-    score = sum(row["score"] / row["best_score"] for row in rows) / count
-    return awards, penalties, score
+    return "/".join((f"{100 * mean(rows, 'awards', 'performances'):.1f}",
+                       f"{mean(rows, 'penalties_per_39', 'performances'):.1f}",
+                       f"{100 * mean(rows, 'score', 'performances'):.1f}"))
 
 
-def show_earned(awards, penalties, score):
-    return f"{100 * awards:.1f} / {penalties:.1f} / {100 * score:.1f}"
-
-
-def song_figures(songs, timing):
-    instruments = [row for row in songs if row["half"] != "voice"]
-    melodies = pick(instruments, melody=1)
-    figures = {"performances": f"{len(songs) // 2}"}
-    for name, ahead in (("ahead", 0.08), ("on_beat", 0.0)):
-        figures[name] = {octave: show_earned(*earned(pick(melodies, octave=octave, ahead_s=ahead)))
-                         for octave in OCTAVES}
-    top = pick(melodies, octave=5, ahead_s=0.08)
-    each = {song: earned(pick(top, song=song)) for song in {row["song"] for row in top}}
-    fewest, most = min(each, key=lambda song: each[song][0]), max(each, key=lambda song: each[song][1])
-    figures["fewest_awards"] = f"{100 * each[fewest][0]:.1f} % ({fewest})"
-    figures["most_penalties"] = f"{each[most][1]:.1f} ({most})"
-    figures["top"] = {player: show_earned(*earned(pick(top, player=player)))
-                      for player in {row["player"] for row in top}}
-    figures["timing"] = {
-        f"{row['octave']:g}{'d' if row['detached'] else 'f'}{row['ahead_s']:g}":
-        show_earned(row["awards"], row["penalties_per_39"], row["score"]) for row in timing}
+def song_figures(songs, players, timing):
+    played = instruments(songs)
+    lines = []
+    for ear, name in EARS.items():
+        for manner, how in (("ahead", "0.08 s ahead, detached"), ("beat", "on the beat, legato")):
+            same = pick(played, ear=ear, manner=manner)
+            lines.append(row(f"{name}: {how}", *(earned(pick(same, octave=octave)) for octave in OCTAVES)))
+    figures = {"songs": "\n".join(lines),
+               "performances": f"{sum(row['performances'] for row in pick(songs, ear='plain')):.0f}"}
+    for ear in EARS:
+        for manner in ("ahead", "beat"):
+            same = pick(played, ear=ear, manner=manner)
+            figures[f"{manner}_{ear}"] = earned(same)
+            mine = pick(instruments(players), ear=ear, manner=manner)
+            hard = sorted({one["player"] for one in mine},
+                          key=lambda player: mean(pick(mine, player=player), "score", "performances"))[:4]
+            figures[f"hard_{manner}_{ear}"] = ", ".join(
+                f"{player} {100 * mean(pick(mine, player=player), 'score', 'performances'):.1f}" for player in hard)
+        for octave in OCTAVES:
+            for detached in (0, 1):
+                for ahead in sorted({one["ahead_s"] for one in timing}):
+                    figures[f"timing_{ear}_{octave}_{'d' if detached else 'f'}_{ahead:g}".replace("-", "minus")
+                            .replace(".", "_")] = earned(pick(timing, ear=ear, octave=octave, detached=detached,
+                                                               ahead_s=ahead))
     return figures
 
 
-def table_figures(tables, best_maps, best_songs):
-    figures = {"table": {}, "best": {}, "best_song": {}}
-    for row in tables:
-        figures["table"].setdefault(row["table"], {})[row["half"]] = {
-            "all": f"{100 * row['right']:.1f} / {100 * row['wrong']:.1f}",
-            "top": f"{100 * row['top_right']:.1f} / {100 * row['top_wrong']:.1f}",
-            "sharps": f"{100 * row['sharps_wrong']:.1f}",
-            "songs": show_earned(row["awards"], row["penalties_per_39"], row["score"])}
-    for row in best_maps:
-        figures["best"][f"{row['half']} {row['octave'] if row['octave'] == 'all' else 'top'} {row['wrong_weight']:g}"] = \
-            f"{100 * row['right']:.1f} / {100 * row['wrong']:.1f}"
-    for row in best_songs:
-        weight = row["wrong_weight"]
-        same = pick(best_songs, wrong_weight=weight, organ=row["organ"])
-        name = f"{weight if weight == 'shipped' else format(weight, 'g')} {'all' if row['organ'] else 'no organ'}"
-        figures["best_song"][name] = show_earned(*(
-            sum(one[column] for one in same) / len(same) for column in ("awards", "penalties_per_39", "score")))
-    return figures
+def table_figures(tables):
+    figures = {}
+    for one in tables:
+        figures.setdefault(one["table"], {})[one["half"]] = {
+            "all": right_wrong([dict(one, takes=1)]), "sharps": f"{100 * one['sharps_wrong']:.1f}",
+            "songs": earned([dict(one, performances=1)])}
+    return {"table": figures}
 
 
 def pictures(notes, timing):
@@ -135,51 +154,54 @@ def pictures(notes, timing):
     naturals = pick(notes, kind="natural")
     players = list(dict.fromkeys(row["player"] for row in naturals))
     panels = []
-    for ear in GAME_EARS:
+    for ear in ("plain", "fine"):
         values = {}
         for player in players:
             for octave in OCTAVES:
                 rows = pick(naturals, ear=ear, player=player, octave=octave)
                 if rows:
                     values[player, octave] = (100 * mean(rows, "right"), 100 * mean(rows, "wrong"))
-        panels.append((GAME_EARS[ear], values))
+        panels.append((f"the {ear} ear", values))
     yield "hearing-heat-map.svg", charts.heat_map(
-        "Right and wrong frames by player and octave",
-        "Percent of frames with the right note and with a wrong one, for 28 instruments and ten voices in the octaves "
-        "from C3, C4 and C5. Dark cells are bad. The game is nearly faultless from C5 up and worst below C4. "
-        "The figures are in notes.csv.", panels, players)
+        "Right and wrong frames by player and octave, for both ears",
+        "Percent of frames with the right note and with a wrong one, for every instrument and voice in the octaves from "
+        "C2, C3, C4 and C5. Dark cells are bad. The plain ear is worst in the low octaves; the fine ear is nearly "
+        "white everywhere. The figures are in notes.csv.", panels, players, OCTAVES)
 
-    lines = [(f"C{octave} to B{octave}, {'let go early' if detached else 'full length'}", style, bool(detached),
-              [(row["ahead_s"], 100 * row["score"])
-               for row in sorted(pick(timing, ear="plain", octave=octave, detached=detached),
-                                 key=lambda row: row["ahead_s"])])
-             for octave, style in ((5, "a"), (4, "b"), (3, "c")) for detached in (1, 0)]
+    lines = []
+    for style, ear in zip("abc", EARS):
+        for detached in (1, 0):
+            same = pick(timing, ear=ear, detached=detached)
+            points = [(ahead, 100 * mean(pick(same, ahead_s=ahead), "score", "performances"))
+                      for ahead in sorted({one["ahead_s"] for one in same})]
+            lines.append((f"{EARS[ear].strip('`')}, {'detached' if detached else 'legato'}", style, bool(detached),
+                          points))
     yield "hearing-timing.svg", charts.line_chart(
         "Score by how far ahead of the beat one plays",
-        "Percent of the best score against seconds ahead of the beat. Scores are highest 0.04 to 0.16 seconds ahead, fall "
-        "on the beat for notes that are not let go early, and drop below half at a quarter of a second behind. "
-        "The figures are in timing.csv.", lines,
+        "Percent of the best score against seconds ahead of the beat, mean over four octaves, for the fine ear, the "
+        "plain ear and yinfft, detached and legato. The figures are in timing.csv.", lines,
         "seconds ahead of the beat", "score, % of the best", (0, 100), 0.0)
 
-    instruments = [row for row in pick(naturals, ear="plain", room="dry") if row["half"] != "voice"]
-    rows = []
-    for player in dict.fromkeys(row["player"] for row in instruments):
-        mine = pick(instruments, player=player)
-        rows.append((player, (heard_for_first(mine, "latency_ms"), mean(mine, "tail_ms"))))
+    dry = instruments(pick(naturals, room="dry", velocity=SOFT))
+    rows = [(player, tuple(heard_for_first(pick(dry, player=player, ear=ear), "latency_ms") for ear in EARS))
+            for player in dict.fromkeys(row["player"] for row in dry)]
     yield "hearing-latency.svg", charts.dot_chart(
-        "How late a note is heard, and how long after its end",
-        "Milliseconds from the attack to the first frame with the right note, and from the end of the note to the last, "
-        "for 28 instruments played dry. The figures are in notes.csv.",
-        rows, ("first heard after the attack", "still heard after the end"), "milliseconds", 500)
+        "Time to the first right frame",
+        "Milliseconds from the attack to the first frame with the right note, for the fine ear, the plain ear and "
+        "yinfft, by instrument, played softly. The figures are in notes.csv.",
+        rows, [name.strip("`") for name in EARS.values()], "milliseconds", 200)
 
 
 def main(project, check):
     folder = project / "bench" / "results" / "hearing"
     tables = {path.stem: load(path) for path in folder.glob("*.csv")}
-    quiet = pick(tables["silence"], ear="plain", noise="white", level_db=-40, threshold_db=-65)[0]
-    figures = {"white_40": f"{quiet['notes_per_minute']:.0f}", **note_figures(tables["notes"]), **condition_figures(tables["conditions"]),
-               **song_figures(tables["songs"], tables["timing"]),
-               **table_figures(tables["tables"], tables["best-maps"], tables["best-maps-songs"])}
+    figures = {**note_figures(tables["notes"]), **condition_figures(tables["conditions"]),
+               **song_figures(tables["songs"], tables["players"], tables["timing"]),
+               **table_figures(tables["tables"])}
+    for ear in ("plain", "fine"):
+        quiet = pick(tables["silence"], ear=ear, noise="white", level_db=-40, threshold_db=-65)[0]
+        figures[f"white_40_{ear}"] = f"{quiet['notes_per_minute']:.0f}"
+        figures[f"white_40_long_{ear}"] = f"{quiet['long_notes_per_minute']:.0f}"
     page = (project / "bench" / "hearing" / "hearing.md.in").read_text(encoding="utf-8").format(**figures)
     written = {project / "docs" / "hearing.md": page,
                **{project / "docs" / "images" / name: picture for name, picture in pictures(tables["notes"], tables["timing"])}}

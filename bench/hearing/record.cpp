@@ -21,21 +21,20 @@ bool isMissing(const std::string& path) {
 void recordTakes(Studio& studio, const Player& player, const std::string& path) {
     std::vector<Recording> recordings;
     for (const Take& take : takesOf(player)) {
-        const bool peer =
-            take.trial == Trial::plain || take.trial == Trial::noisy || take.trial == Trial::chord;
-        recordings.push_back(listen(studio.sound(player, take), take.minDecibel, peer));
+        recordings.push_back(listen(studio.sound(player, take), take.minDecibel));
     }
     writeRecordings(path, recordings);
 }
 
-void recordSongs(Studio& studio, const Player& player, const std::vector<ShippedSong>& songs,
+void recordSongs(Studio& studio, std::size_t place, const std::vector<ShippedSong>& songs,
                  const std::string& path) {
+    const Player& player = orchestra()[place];
     std::vector<Recording> recordings;
-    for (const Piece& piece : piecesOf(player, songs.size())) {
+    for (const Piece& piece : piecesOf(place, songs.size())) {
         const Song& song = *songs[piece.song].song;
-        recordings.push_back(listen(
-            studio.sound(player, performance(song, piece.octave, piece.gapSeconds), performanceSeconds(song)),
-            usualMinDecibel, false));
+        recordings.push_back(listen(studio.sound(player, performance(song, piece.octave, piece.gapSeconds),
+                                                 performanceSeconds(song), piece.touch),
+                                    usualMinDecibel));
     }
     writeRecordings(path, recordings);
 }
@@ -43,7 +42,7 @@ void recordSongs(Studio& studio, const Player& player, const std::vector<Shipped
 void recordQuiets(const std::string& path) {
     std::vector<Recording> recordings;
     for (const Quiet& quiet : quiets()) {
-        recordings.push_back(listen(Studio::sound(quiet), quiet.minDecibel, true));
+        recordings.push_back(listen(Studio::sound(quiet), quiet.minDecibel));
     }
     writeRecordings(path, recordings);
 }
@@ -71,12 +70,13 @@ int main(int argc, char* argv[]) {
                 }
                 continue;
             }
-            const Player& player = orchestra().at(std::stoul(argv[i]));
+            const std::size_t place = std::stoul(argv[i]);
+            const Player& player = orchestra().at(place);
             if (isMissing(stem + ".takes")) {
                 recordTakes(studio, player, stem + ".takes");
             }
             if (isMissing(stem + ".songs")) {
-                recordSongs(studio, player, songs, stem + ".songs");
+                recordSongs(studio, place, songs, stem + ".songs");
             }
             std::cerr << player.name << '\n';
         }

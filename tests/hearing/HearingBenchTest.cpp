@@ -58,7 +58,7 @@ TEST_F(HearingBench, AReplayHoldsTheNotesThatTheGameHoldsWhileItListens) {
             sine(523.25 * std::exp2(note / 6.0), 0.2 / (1 + note), startSeconds, startSeconds + 0.6, 4.0),
             1.0);
     }
-    const Recording recording = listen(sound, usualMinDecibel, false);
+    const Recording recording = listen(sound, usualMinDecibel);
     std::vector<std::vector<float>> replayed;
     Listener listener(table);
     listener.replay(recording, [&](double, const NoteState& held) {
@@ -93,7 +93,7 @@ TEST_F(HearingBench, AReplayHoldsTheNotesThatTheFineEarHears) {
         const double startSeconds = 0.3 + 0.45 * note;
         mix(sound, sine(130.81 * std::exp2(note / 6.0), 0.2, startSeconds, startSeconds + 0.6, 4.0), 1.0);
     }
-    const Recording recording = listen(sound, usualMinDecibel, false);
+    const Recording recording = listen(sound, usualMinDecibel);
     ::setenv("ZANTO_EAR", "fine", 1);
     NoteEstimation game;
     ::unsetenv("ZANTO_EAR");
@@ -101,7 +101,7 @@ TEST_F(HearingBench, AReplayHoldsTheNotesThatTheFineEarHears) {
     std::size_t appended = 0;
     std::size_t frame = 0;
     std::size_t framesWithNotes = 0;
-    Listener().replay(recording, [&](double seconds, const NoteState& held) {
+    Listener::fine().replay(recording, [&](double seconds, const NoteState& held) {
         EXPECT_NEAR(seconds, 0.01 * static_cast<double>(frame), 1e-9);
         for (; (appended + 1) * 1024 <= frame * 480; ++appended) {
             ring->append(&sound[appended * 1024], 1024);
@@ -119,14 +119,12 @@ TEST_F(HearingBench, AReplayHoldsTheNotesThatTheFineEarHears) {
 }
 
 TEST_F(HearingBench, APureToneIsRightFromATenthOfASecondOnAndForAsLongAfterItsEnd) {
-    const Recording recording = listen(
-        sine(523.25, 0.3, attackSeconds, attackSeconds + holdSeconds, takeSeconds), usualMinDecibel, true);
+    const Recording recording =
+        listen(sine(523.25, 0.3, attackSeconds, attackSeconds + holdSeconds, takeSeconds), usualMinDecibel);
     Listener listener(table);
     const Hearing asC = judge(takeOf(72), recording, listener);
     EXPECT_EQ(asC.right, 1.0);
     EXPECT_EQ(asC.wrong, 0.0);
-    EXPECT_EQ(asC.peerRight, 1.0);
-    EXPECT_EQ(asC.peerWrong, 0.0);
     ASSERT_TRUE(asC.latencySeconds);
     EXPECT_GT(*asC.latencySeconds, 0.04);
     EXPECT_LT(*asC.latencySeconds, 0.12);
@@ -136,13 +134,37 @@ TEST_F(HearingBench, APureToneIsRightFromATenthOfASecondOnAndForAsLongAfterItsEn
     const Hearing asD = judge(takeOf(74), recording, listener);
     EXPECT_EQ(asD.right, 0.0);
     EXPECT_EQ(asD.wrong, 1.0);
-    EXPECT_EQ(asD.peerWrong, 1.0);
     EXPECT_FALSE(asD.latencySeconds);
+
+    Listener peer = Listener::peer();
+    EXPECT_EQ(judge(takeOf(72), recording, peer).right, 1.0);
+    EXPECT_EQ(judge(takeOf(74), recording, peer).wrong, 1.0);
+}
+
+TEST_F(HearingBench, LettingGoIsTimedFromTheNextNote) {
+    Take take = takeOf(74);
+    take.trial = Trial::legato;
+    take.before = 72;
+    ASSERT_EQ(take.notes().size(), 2u);
+    EXPECT_DOUBLE_EQ(take.notes()[0].endSeconds, take.attack());
+    std::vector<float> sound = sine(523.25, 0.3, attackSeconds, take.attack() + 0.2, take.seconds());
+    mix(sound, sine(587.33, 0.3, take.attack(), take.attack() + holdSeconds, take.seconds()), 1.0);
+    Listener listener(table);
+    const Hearing hearing = judge(take, listen(sound, usualMinDecibel), listener);
+    EXPECT_GT(hearing.tailSeconds, 0.25);
+    EXPECT_LT(hearing.tailSeconds, 0.4);
+    ASSERT_TRUE(hearing.latencySeconds);
+    EXPECT_LT(*hearing.latencySeconds, 0.15);
+
+    take.trial = Trial::ringing;
+    EXPECT_DOUBLE_EQ(take.notes()[0].endSeconds, take.notes()[1].endSeconds);
+    // The first one ends after a quarter of the time that counts.
+    EXPECT_LT(judge(take, listen(sound, usualMinDecibel), listener).right, 0.9);
 }
 
 TEST_F(HearingBench, AChordIsRightForTheShareOfItsNotesThatIsHeard) {
-    const Recording recording = listen(
-        sine(523.25, 0.3, attackSeconds, attackSeconds + holdSeconds, takeSeconds), usualMinDecibel, true);
+    const Recording recording =
+        listen(sine(523.25, 0.3, attackSeconds, attackSeconds + holdSeconds, takeSeconds), usualMinDecibel);
     Listener listener(table);
     const Hearing hearing = judge({Trial::chord, {72, 76}, Touch()}, recording, listener);
     EXPECT_EQ(hearing.right, 0.5);
@@ -152,8 +174,7 @@ TEST_F(HearingBench, AChordIsRightForTheShareOfItsNotesThatIsHeard) {
 TEST_F(HearingBench, RecordingsComeBackFromTheirFileAsTheyWere) {
     const TemporaryFolder folder;
     const std::string path = (folder.path() / "a.takes").string();
-    const std::vector<Recording> written = {{{{{45, -20.5f}, {90, -22.25f}}, {}}, {1, 127}, {523.25f, 0.0f}},
-                                            {}};
+    const std::vector<Recording> written = {{{{{45, -20.5f}, {90, -22.25f}}, {}}, {1, 127}, {2, 0}}, {}};
     writeRecordings(path, written);
     const std::vector<Recording> read = readRecordings(path);
     ASSERT_EQ(read.size(), 2u);
@@ -163,14 +184,14 @@ TEST_F(HearingBench, RecordingsComeBackFromTheirFileAsTheyWere) {
     EXPECT_EQ(read[0].blocks[0][1].levelDb, -22.25f);
     EXPECT_TRUE(read[0].blocks[1].empty());
     EXPECT_EQ(read[0].fineNotes, written[0].fineNotes);
-    EXPECT_EQ(read[0].peerHz, written[0].peerHz);
+    EXPECT_EQ(read[0].peerNotes, written[0].peerNotes);
     EXPECT_TRUE(read[1].blocks.empty());
     EXPECT_TRUE(readRecordings(path + ".none").empty());
 }
 
 TEST_F(HearingBench, TheSearchFindsTheNoteOfABinThatATableLacks) {
     BinMapSearch search;
-    search.add(takeOf(72), listen(sine(523.25, 0.3, 0.2, 1.2, takeSeconds), usualMinDecibel, false));
+    search.add(takeOf(72), listen(sine(523.25, 0.3, 0.2, 1.2, takeSeconds), usualMinDecibel));
     const BinMap map = search.best({}, 0.5);
     EXPECT_EQ(map.size(), 1u);
     EXPECT_EQ(map.at(45), 0);  // 527.3 Hz
@@ -200,11 +221,10 @@ TEST_F(HearingBench, AFaithfulPerformanceBeginsEveryNoteAsItsWindowOpens) {
 TEST_F(HearingBench, AQuietRoomHasNoNotesAndAHummingOneHas) {
     Listener listener(table);
     const FalseNotes silent =
-        falseNotes(listen(std::vector<float>(2 * soundRateHz, 0.0f), usualMinDecibel, false), listener);
+        falseNotes(listen(std::vector<float>(2 * soundRateHz, 0.0f), usualMinDecibel), listener);
     EXPECT_EQ(silent.perMinute, 0.0);
     EXPECT_EQ(silent.share, 0.0);
-    const FalseNotes humming =
-        falseNotes(listen(sine(440.0, 0.1, 0.0, 2.0, 2.0), usualMinDecibel, false), listener);
+    const FalseNotes humming = falseNotes(listen(sine(440.0, 0.1, 0.0, 2.0, 2.0), usualMinDecibel), listener);
     EXPECT_NEAR(humming.perMinute, 30.0, 1.0);  // one note in two seconds
     EXPECT_NEAR(humming.longOnesPerMinute, 30.0, 1.0);
     EXPECT_GT(humming.share, 0.9);
