@@ -37,6 +37,13 @@ PaError errorIn(const std::string& printed) {
     return paUnanticipatedHostError;
 }
 
+// What the game says of an input that the player named and that is not there.
+void tell(const std::string& words) {
+    if (!words.empty()) {
+        std::cerr << words << std::endl;
+    }
+}
+
 }  // namespace
 
 std::string adviceFor(PaError error) {
@@ -76,9 +83,16 @@ GameMicrophone::~GameMicrophone() {
 }
 
 std::vector<InputDevice> GameMicrophone::devices() {
-    const QuietDescriptor quiet(standardError);
+    std::string told;
     std::vector<InputDevice> found;
-    const PaDeviceIndex wanted = isSessionOpen ? PortAudioInput::wantedDevice() : paNoDevice;
+    PaDeviceIndex wanted = paNoDevice;
+    if (isSessionOpen) {
+        const QuietErrors printed;
+        wanted = PortAudioInput::wantedDevice();
+        told = printed.text();
+    }
+    tell(told);
+    const QuietDescriptor quiet(standardError);
     for (PaDeviceIndex device = 0; isSessionOpen && device < Pa_GetDeviceCount(); ++device) {
         const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
         if (info == nullptr || info->maxInputChannels < 1) {
@@ -107,7 +121,7 @@ bool GameMicrophone::isMonitor() {
 }
 
 void GameMicrophone::start() {
-    std::string told;  // of an input that the player named and that is not there
+    std::string told;
     {
         const QuietDescriptor quiet(standardError);
         const PaDeviceIndex device = isSessionOpen ? PortAudioInput::wantedDevice() : paNoDevice;
@@ -121,9 +135,7 @@ void GameMicrophone::start() {
         }
         told = printed.text();
     }
-    if (!told.empty()) {
-        std::cerr << told << std::endl;
-    }
+    tell(told);
 }
 
 boost::shared_ptr<const RingBuffer> GameMicrophone::samples() {
