@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/tools/CommandFixture.h"
+#include "tools/zanto-song/EmbeddedSound.h"
 #include "tools/zanto-song/SoundRecording.h"
 
 namespace {
@@ -143,6 +144,20 @@ TEST_F(PerformCommandTest, WritesAReportWithTheSoundIfThatIsAskedFor) {
                   "--report wants a name that ends in .html");
     expectFailure({"song.txt", "anna.wav", "--report", "a.html"}, 1,
                   "a.html: there is such a file; --force replaces it");
+}
+
+TEST_F(PerformCommandTest, ASoundThatCannotBeWrittenAsMp3IsPutIntoTheReportOtherwise) {
+    writeSound("anna.wav", 48000, 1, wav);
+    const std::vector<SoundKind> kinds = soundKinds();
+    EXPECT_EQ(embeddedSound("anna.wav", {{"none", 0, ""}, kinds[1], kinds[2]})
+                  .rfind("data:audio/flac;base64,ZkxhQ", 0),
+              0u);
+    EXPECT_EQ(embeddedSound("anna.wav", {{"none", 0, ""}, kinds[2]}).rfind("data:audio/wav;base64,UklGR", 0),
+              0u);
+    EXPECT_THAT(failureOf([] {
+                    embeddedSound("anna.wav", {{"none", 0, ""}});
+                }),
+                testing::StartsWith("its sound cannot be put into the report; none: "));
 }
 
 TEST_F(PerformCommandTest, ConvertedRecordingsKeepTheirLengthAndTheirPitch) {

@@ -29,27 +29,47 @@ std::string base64(const std::string& bytes) {
     return text;
 }
 
-}  // namespace
-
-std::string embeddedSound(const std::string& path) {
+// Throws a Failure when the recording cannot be read, and gives the reason when the kind cannot be written.
+std::string reasonAgainst(const SoundKind& kind, const std::string& path, const MemoryFile& memory) {
     SoundRecording recording(path);
-    const MemoryFile memory;
     SF_INFO format{};
     format.samplerate = SampleSource::sampleRate;
     format.channels = 1;
-    format.format = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
+    format.format = kind.format;
     std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file(
         sf_open_fd(memory.getDescriptor(), SFM_WRITE, &format, SF_FALSE), sf_close);
     if (file == nullptr) {
-        throw Failure(std::string("it cannot be written as MP3: ") + sf_strerror(nullptr));
+        return sf_strerror(nullptr);
     }
     std::vector<float> block(blockSamples);
     while (const std::size_t count = recording.read(block.data(), block.size())) {
         const auto frames = static_cast<sf_count_t>(count);
         if (sf_write_float(file.get(), block.data(), frames) != frames) {
-            throw Failure(std::string("it cannot be written as MP3: ") + sf_strerror(file.get()));
+            return sf_strerror(file.get());
         }
     }
-    file.reset();
-    return "data:audio/mpeg;base64," + base64(memory.contents());
+    return "";
+}
+
+}  // namespace
+
+const std::vector<SoundKind>& soundKinds() {
+    static const std::vector<SoundKind> kinds = {
+        {"MP3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, "audio/mpeg"},
+        {"FLAC", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, "audio/flac"},
+        {"WAV", SF_FORMAT_WAV | SF_FORMAT_PCM_16, "audio/wav"}};
+    return kinds;
+}
+
+std::string embeddedSound(const std::string& path, const std::vector<SoundKind>& kinds) {
+    std::string reason;
+    for (const SoundKind& kind : kinds) {
+        const MemoryFile memory;
+        const std::string against = reasonAgainst(kind, path, memory);
+        if (against.empty()) {
+            return "data:" + kind.mediaType + ";base64," + base64(memory.contents());
+        }
+        reason += "; " + kind.name + ": " + against;
+    }
+    throw Failure("its sound cannot be put into the report" + reason);
 }

@@ -73,7 +73,18 @@ Page pictureOf(const std::string& title, const std::vector<NamedTake>& takes) {
     return onSheets(strips);
 }
 
-std::string pageOf(const std::string& songPath, const std::vector<NamedTake>& takes, bool withSound) {
+// A take whose sound cannot be had stays in the report without it.
+std::string soundOf(const std::string& path, int& status) {
+    std::string sound;
+    status = std::max(status, runCommand("zanto-song perform: " + path, [&] {
+                          sound = embeddedSound(path);
+                          return statusDone;
+                      }));
+    return sound;
+}
+
+std::string pageOf(const std::string& songPath, const std::vector<NamedTake>& takes, bool withSound,
+                   int& status) {
     const Judge judge = [&](const std::vector<HeardFrame>& frames) {
         Song song;
         loadSong(songPath, song);
@@ -83,7 +94,7 @@ std::string pageOf(const std::string& songPath, const std::vector<NamedTake>& ta
     shown.reserve(takes.size());
     for (const NamedTake& named : takes) {
         shown.push_back(
-            {named, adviceFor(named.take, judge), withSound ? embeddedSound(named.recording) : ""});
+            {named, adviceFor(named.take, judge), withSound ? soundOf(named.recording, status) : ""});
     }
     return htmlReport(titleOf(songPath), shown);
 }
@@ -141,7 +152,7 @@ int perform(const CommandArguments& arguments) {
         pictureFile->keep();
     }
     if (page && !takes.empty()) {
-        pageFile->write(pageOf(songPath, takes, given.has("--with-sound")));
+        pageFile->write(pageOf(songPath, takes, given.has("--with-sound"), status));
         pageFile->keep();
     }
     return status;
