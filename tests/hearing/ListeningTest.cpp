@@ -114,7 +114,8 @@ TEST_P(Listening, AnInstrumentInTwoOctavesAtFiveTempiIsWrittenDown) {
 }
 
 INSTANTIATE_TEST_SUITE_P(SampledInstruments, Listening,
-                         testing::Values("grand piano", "clarinet", "violin", "trumpet", "flute"),
+                         testing::Values("grand piano", "nylon guitar", "clarinet", "violin", "trumpet",
+                                         "flute"),
                          [](const testing::TestParamInfo<const char*>& player) {
                              std::string name = player.param;
                              std::replace(name.begin(), name.end(), ' ', '_');

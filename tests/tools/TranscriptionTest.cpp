@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/tools/Outcome.h"
@@ -54,6 +55,62 @@ TEST(Transcription, FindsTheBeatAndWritesNotesRestsChordsAndWhatIsStruckAgain) {
     }
     EXPECT_EQ(songIn(framesOf(tune(30.0)), 200.0), tuneAsSong);
     EXPECT_EQ(songIn(framesOf(tune(60.0)), 200.0).substr(0, 20), "120 4\nC2\n\nC2\n\nD4\n\n\n\n");
+}
+
+TEST(Transcription, ANoteLastsUntilItsLevelFallsSteeplyWheneverTheEarLosesIt) {
+    const auto level = [](ListenedFrame& frame, int note) -> float& {
+        return frame.levelsDb.at(static_cast<std::size_t>(note));
+    };
+    const std::vector<Sound> sounds = tune(60.0);
+    std::vector<ListenedFrame> frames = framesOf(sounds);
+    const Sound& fading = sounds[5];
+    for (std::size_t frame = fading.from + 2; frame < fading.to + 5; ++frame) {
+        level(frames[frame], fading.note) = 20.0f - 0.2f * static_cast<float>(frame - fading.from);
+        if (frame > fading.from + 110) {
+            frames[frame].notes = 0;
+        }
+    }
+    const Sound& ringing = sounds[2];
+    for (std::size_t frame = ringing.to; frame < ringing.to + 50; ++frame) {
+        level(frames[frame], ringing.note) = 20.0f - 0.9f * static_cast<float>(frame - ringing.to);
+        frames[frame].notes = 1u << 1u;
+    }
+    EXPECT_EQ(songIn(frames), tuneAsSong);
+}
+
+TEST(Transcription, ANoteSoundsOnWhenTheEarMistakesItForAnotherThatNobodyStruck) {
+    const std::vector<Sound> sounds = tune(60.0);
+    std::vector<ListenedFrame> frames = framesOf(sounds);
+    const Sound& beating = sounds[5];
+    for (std::size_t frame = beating.from + 80; frame < beating.from + 110; ++frame) {
+        frames[frame].notes = 1u << 6u;
+    }
+    EXPECT_NE(songIn(frames).find("\nF4\n"), std::string::npos) << songIn(frames);
+}
+
+TEST(Transcription, TwoNotesOffTheBeatSpeakAgainstATempoAndAMetreInThreesDoesNot) {
+    std::vector<Sound> sounds;
+    const double slot = 6000.0 / 95.0;
+    int note = 0;
+    for (const auto& [at, length] : std::vector<std::pair<int, int>>{{0, 3},
+                                                                     {3, 3},
+                                                                     {6, 5},
+                                                                     {12, 3},
+                                                                     {15, 3},
+                                                                     {18, 5},
+                                                                     {24, 3},
+                                                                     {27, 2},
+                                                                     {29, 1},
+                                                                     {30, 5},
+                                                                     {36, 3},
+                                                                     {39, 2},
+                                                                     {41, 1},
+                                                                     {42, 5}}) {
+        const double from = 100.0 + at * slot;
+        sounds.push_back({note++ % 7, static_cast<std::size_t>(from),
+                          static_cast<std::size_t>(from + length * slot - 12.0)});
+    }
+    EXPECT_NEAR(transcribe(framesOf(sounds, 4000), {}).slotSeconds, 60.0 / 95.0, 0.005);
 }
 
 TEST(Transcription, TellsWhatWasUnsure) {

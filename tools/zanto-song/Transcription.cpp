@@ -20,6 +20,11 @@ constexpr double farthestStrike = 9.0;    // from where a note seems to begin
 constexpr double settling = 12.0;         // of a beginning, in which nothing is struck again
 constexpr std::size_t attack = 12;        // in which the level of a struck note rises
 constexpr float leastAttackDb = 2.0f;
+constexpr std::size_t fallFrames = 8;  // that a fall of the level is measured over, as long as the window
+constexpr float letGoDb =
+    0.6f * fallFrames;                 // in these: a string that rings on loses less than 60 dB a second
+constexpr std::size_t fallReach = 10;  // from a note's end, in which it was let go
+constexpr std::size_t longestFade = 500;
 
 // A strike is a peak of the spectrum's rise, which is a share of the sound. Wind and plucked strings show in
 // it; a bow shows more in the noise of weak lines.
@@ -35,9 +40,12 @@ constexpr double onBeat = 0.12;           // slots
 constexpr std::size_t tremoloReach = 70;  // frames
 constexpr float aboveTremolo = 1.1f;
 
-constexpr int phaseParts = 48;         // of a slot, that the beat is tried at
-constexpr double mostMisfit = 0.25;    // slots, that one note counts
-constexpr double lengthWeight = 0.25;  // of a misfit at a note's end
+constexpr int phaseParts = 48;        // of a slot, that the beat is tried at
+constexpr double mostMisfit = 0.25;   // slots, that one note counts
+constexpr double lengthWeight = 0.1;  // of a misfit at an end; players let go before the beat
+constexpr double rareStep = 0.06;
+constexpr double oddStep = 0.1;
+constexpr double rareMetre = 0.5;  // slots of misfit: two notes off the beat
 constexpr double tempoStep = 0.1;
 constexpr double tempoMargin = 2.0;
 
@@ -156,7 +164,54 @@ private:
         for (std::size_t at = end - std::min(end, memory); at < end; ++at) {
             before |= frames[at].notes;
         }
-        return (frames[frame].notes & ~before) == 0;
+        for (int other = 0; other < Notes::noteCount; ++other) {
+            if (isHeard(other, frame) && (before >> other & 1u) == 0 && hasRisen(other, frame)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    // A note that the ear has just made out may have sounded before.
+    bool hasRisen(int note, std::size_t heard) const {
+        while (heard > 0 && isHeard(note, heard - 1)) {
+            --heard;
+        }
+        return level(note, heard) - level(note, heard - std::min(heard, attack)) > leastAttackDb;
+    }
+
+    float fallTo(int note, std::size_t frame) const {
+        return level(note, frame - std::min(frame, fallFrames)) - level(note, frame);
+    }
+
+    // Until when a note that was lost among weak sounds fades on, alone and slowly.
+    std::size_t fadesUntil(int note, std::size_t lost) const {
+        std::size_t end = lost;
+        const std::size_t most = std::min(frames.size(), lost + longestFade);
+        const unsigned known = frames[lost - 1].notes;
+        while (end < most && fallTo(note, end) < letGoDb && level(note, end) < level(note, end - memory) &&
+               (frames[end].notes & ~known) == 0 && !isStruckIn(end - reach, end)) {
+            ++end;
+        }
+        return end;
+    }
+
+    // When a note was let go that the ear lost at `lost`: where its level began to fall steeply. A damped
+    // string may be heard for half a second more.
+    double endOf(int note, double start, std::size_t lost) const {
+        const std::size_t end = lost < memory ? lost : fadesUntil(note, lost);
+        const std::size_t earliest = static_cast<std::size_t>(start) + shortestRun + fallFrames;
+        std::size_t falling = end;
+        while (falling > earliest && falling + fallReach > end && fallTo(note, falling) < letGoDb) {
+            --falling;
+        }
+        if (fallTo(note, falling) < letGoDb) {
+            return static_cast<double>(end - endDelay);
+        }
+        while (falling > earliest && fallTo(note, falling) >= letGoDb) {
+            --falling;
+        }
+        return static_cast<double>(falling - fallFrames / 2);
     }
 
     void findRuns(int note, std::vector<Event>& events) const {
@@ -214,7 +269,7 @@ private:
                 start = at;
             }
         }
-        events.push_back({note, start, static_cast<double>(end - endDelay)});
+        events.push_back({note, start, endOf(note, start, end)});
     }
 
     const std::vector<ListenedFrame>& frames;
@@ -222,36 +277,44 @@ private:
     std::vector<std::size_t> strikes;
 };
 
-// From one note to the next, music goes in twos and fours, now and then in threes.
-double oddness(long slots) {
-    if (slots <= 2 || slots == 4 || slots == 8) {
-        return 0.0;
+// How unusual the steps from one beginning to the next are: music goes in twos and fours, or all of it in
+// threes.
+double oddness(const std::vector<long>& steps) {
+    double inTwos = 0.0;
+    double inThrees = rareMetre;
+    for (const long slots : steps) {
+        const bool isShort = slots <= 2;
+        const bool isThrees = slots == 3 || slots == 6;
+        inTwos += isShort || slots == 4 || slots == 8 ? 0.0 : (isThrees ? rareStep : oddStep);
+        inThrees += isShort || isThrees || slots == 12 ? 0.0 : oddStep;
     }
-    return slots == 3 || slots == 6 ? 0.06 : 0.1;
+    return std::min(inTwos, inThrees);
 }
 
 Beat fit(const std::vector<Event>& events, double period) {
+    const auto misfitOf = [&](double time) { return std::min(away(time / period), mostMisfit); };
     Beat best{period, 0.0, 1e9};
     for (int part = 0; part < phaseParts; ++part) {
         const double phase = period * part / phaseParts;
         double misfit = 0.0;
         for (const Event& event : events) {
-            misfit += std::min(away((event.start - phase) / period), mostMisfit);
+            misfit += misfitOf(event.start - phase);
         }
         if (misfit < best.misfit) {
             best = {period, phase, misfit};
         }
     }
     double before = events.front().start;
+    std::vector<long> steps;
     for (const Event& event : events) {
-        best.misfit += lengthWeight * std::min(away((event.end - event.start) / period), mostMisfit);
+        best.misfit += lengthWeight * misfitOf(event.end - event.start);
         const long slots = std::lround((event.start - before) / period);
         if (slots > 0) {
-            best.misfit += oddness(slots);
+            steps.push_back(slots);
             before = event.start;
         }
     }
-    best.misfit /= static_cast<double>(events.size());
+    best.misfit += oddness(steps);
     return best;
 }
 
