@@ -27,6 +27,23 @@ void removeForgotten(const fs::path& folder) {
     }
 }
 
+// The language's own fs::copy takes any two files here for the same one, and refuses.
+void copyFile(const fs::path& from, const fs::path& to) {
+    if (CopyFileW(from.c_str(), to.c_str(), FALSE) == 0) {
+        throw fs::filesystem_error("cannot copy", from, to,
+                                   {static_cast<int>(GetLastError()), std::system_category()});
+    }
+}
+
+/// Copies all that is in a folder; what `to` has of the same names goes.
+void copyFolder(const fs::path& from, const fs::path& to) {
+    fs::create_directories(to);
+    for (const fs::directory_entry& entry : fs::directory_iterator(from)) {
+        const auto copy = entry.is_directory() ? copyFolder : copyFile;
+        copy(entry.path(), to / entry.path().filename());
+    }
+}
+
 /// Both listings in one. Listings are words in pairs; the empty line keeps the last word of one from the
 /// first of the other.
 void joinListings(const fs::path& first, const fs::path& second, const fs::path& joined) {
@@ -55,13 +72,12 @@ OwnSongs::OwnSongs(const fs::path& data, const fs::path& own)
     try {
         removeForgotten(view.parent_path());
         fs::remove_all(view);
-        fs::copy(data, view, fs::copy_options::recursive);
-        const auto replacing = fs::copy_options::recursive | fs::copy_options::overwrite_existing;
+        copyFolder(data, view);
         if (fs::is_directory(own / "Songs")) {
-            fs::copy(own / "Songs", view / "Songs", replacing);
+            copyFolder(own / "Songs", view / "Songs");
         }
         if (fs::is_regular_file(own / "notes.txt")) {
-            fs::copy_file(own / "notes.txt", view / "notes.txt", replacing);
+            copyFile(own / "notes.txt", view / "notes.txt");
         }
         if (fs::is_regular_file(own / "Songs" / "listing.txt")) {
             joinListings(data / "Songs" / "listing.txt", own / "Songs" / "listing.txt",

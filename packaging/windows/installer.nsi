@@ -56,6 +56,8 @@ Section "Uninstall"
     !include "${FILES}"
     Delete "$INSTDIR\uninstall.exe"
     RMDir "$INSTDIR"
+    ; Empty where nothing else is installed for this user alone.
+    RMDir "$LOCALAPPDATA\Programs"
 
     Delete "${MENU}\Zanto.lnk"
     Delete "${MENU}\Zanto with the fine ear.lnk"

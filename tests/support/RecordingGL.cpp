@@ -1,6 +1,7 @@
 #include "tests/support/RecordingGL.h"
 
 #include <GL/gl.h>
+#include <GL/glext.h>
 
 #include <algorithm>
 #include <cmath>

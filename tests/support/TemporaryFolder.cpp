@@ -1,15 +1,15 @@
 #include "tests/support/TemporaryFolder.h"
 
-#include <cstdlib>
 #include <fstream>
+#include <random>
 #include <stdexcept>
+#include <string>
 
 TemporaryFolder::TemporaryFolder() : before(std::filesystem::current_path()) {
-    std::string name = (std::filesystem::temp_directory_path() / "zanto-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-        throw std::runtime_error("cannot make a temporary folder");
-    }
-    folder = name;
+    std::random_device random;
+    do {
+        folder = std::filesystem::temp_directory_path() / ("zanto-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(folder));
     std::filesystem::current_path(folder);
 }
 

@@ -33,7 +33,7 @@ std::optional<fs::path> findDataFolder(const std::optional<std::string>& asked, 
     const fs::path here = fs::current_path(ignored);
     std::vector<fs::path> places;
     if (asked) {
-        places.push_back(here / *asked);
+        places.push_back(here / fs::u8path(*asked));
     } else {
         places = {here, here / "data"};
         const fs::path folder = program.parent_path();

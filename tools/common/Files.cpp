@@ -16,7 +16,8 @@ namespace fs = std::filesystem;
 
 std::string whyUnreadable(const std::string& path, std::uintmax_t mostBytes) {
     std::error_code error;
-    const fs::file_status status = fs::status(path, error);
+    const fs::path file = fs::u8path(path);
+    const fs::file_status status = fs::status(file, error);
     if (!fs::exists(status)) {
         return "there is no such file";
     }
@@ -29,7 +30,7 @@ std::string whyUnreadable(const std::string& path, std::uintmax_t mostBytes) {
     if (access(path.c_str(), R_OK) != 0) {
         return "the file cannot be read";
     }
-    if (fs::file_size(path, error) > mostBytes) {
+    if (fs::file_size(file, error) > mostBytes) {
         return "the file is larger than " + std::to_string(mostBytes >> 20) + " MiB";
     }
     return "";
@@ -50,7 +51,8 @@ std::string readFile(const std::string& path, std::uintmax_t mostBytes) {
 NewFile::NewFile(std::string path_, bool mayReplace_, const std::vector<std::string>& sources)
     : path(std::move(path_)), place(path), mayReplace(mayReplace_) {
     std::error_code error;
-    const fs::file_status present = fs::status(path, error);
+    const fs::path file = fs::u8path(path);
+    const fs::file_status present = fs::status(file, error);
     if (!fs::exists(present)) {
         openBeside();
         return;
@@ -64,7 +66,7 @@ NewFile::NewFile(std::string path_, bool mayReplace_, const std::vector<std::str
         return;
     }
     for (const std::string& source : sources) {
-        if (fs::equivalent(source, path, error)) {
+        if (fs::equivalent(fs::u8path(source), file, error)) {
             fail("this is the file that is read; choose another name");
         }
     }
@@ -74,7 +76,7 @@ NewFile::NewFile(std::string path_, bool mayReplace_, const std::vector<std::str
     if (access(path.c_str(), W_OK) != 0) {
         failWithErrno();
     }
-    place = fs::canonical(path).string();
+    place = fs::canonical(file).string();
     openBeside();
 }
 

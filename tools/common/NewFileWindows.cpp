@@ -37,14 +37,14 @@ NewFile::~NewFile() {
 }
 
 void NewFile::openDevice() {
-    descriptor = _wopen(fs::path(path).c_str(), _O_WRONLY | _O_BINARY | _O_NOINHERIT);
+    descriptor = _wopen(fs::u8path(path).c_str(), _O_WRONLY | _O_BINARY | _O_NOINHERIT);
     if (descriptor == -1) {
         failWithErrno();
     }
 }
 
 void NewFile::openBeside() {
-    const fs::path name = fs::path(place).concat(".new" + std::to_string(GetCurrentProcessId()));
+    const fs::path name = fs::u8path(place).concat(".new" + std::to_string(GetCurrentProcessId()));
     const HANDLE file = CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr,
                                     CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
@@ -61,7 +61,7 @@ void NewFile::keep() {
         return;
     }
     const HANDLE file = handleOf(descriptor);
-    const std::wstring name = fs::absolute(place).wstring();
+    const std::wstring name = fs::absolute(fs::u8path(place)).wstring();
     const std::size_t nameBytes = name.size() * sizeof(wchar_t);
     std::vector<char> request(sizeof(FILE_RENAME_INFO) + nameBytes);
     auto* const renaming = reinterpret_cast<FILE_RENAME_INFO*>(request.data());

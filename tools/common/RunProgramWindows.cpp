@@ -45,8 +45,8 @@ HANDLE handleOf(int descriptor) {
 
 // Others open it by its name, so it cannot be one that goes away by itself.
 MemoryFile::MemoryFile() : descriptor(-1), name(temporaryFile().string()) {
-    descriptor =
-        _wsopen(fs::path(name).c_str(), _O_RDWR | _O_BINARY | _O_NOINHERIT, _SH_DENYNO, _S_IREAD | _S_IWRITE);
+    descriptor = _wsopen(fs::u8path(name).c_str(), _O_RDWR | _O_BINARY | _O_NOINHERIT, _SH_DENYNO,
+                         _S_IREAD | _S_IWRITE);
     if (descriptor == -1) {
         throw Failure("there is no place for a temporary file");
     }
@@ -54,7 +54,7 @@ MemoryFile::MemoryFile() : descriptor(-1), name(temporaryFile().string()) {
 
 MemoryFile::~MemoryFile() {
     _close(descriptor);
-    DeleteFileW(fs::path(name).c_str());
+    DeleteFileW(fs::u8path(name).c_str());
 }
 
 std::string MemoryFile::contents() const {
@@ -77,7 +77,7 @@ fs::path thisProgram() {
 std::optional<ProgramResult> runProgram(const std::vector<std::string>& command) {
     std::wstring line;
     for (const std::string& word : command) {
-        line += (line.empty() ? L"" : L" ") + quotedWord(fs::path(word).wstring());
+        line += (line.empty() ? L"" : L" ") + quotedWord(fs::u8path(word).wstring());
     }
     const MemoryFile out;
     const MemoryFile errors;

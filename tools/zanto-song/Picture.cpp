@@ -13,14 +13,14 @@ constexpr double pixelsPerMillimetre = 200.0 / 25.4;
 }  // namespace
 
 void expectPictureName(const std::string& option, const std::string& name) {
-    const std::string kind = fs::path(name).extension().string();
+    const std::string kind = fs::u8path(name).extension().string();
     if (kind != ".png" && kind != ".svg") {
         throw WrongUse(option + " wants a name that ends in .png or .svg");
     }
 }
 
 std::string toPicture(const Page& page, const std::string& name, const std::optional<std::string>& asked) {
-    if (fs::path(name).extension() == ".svg") {
+    if (fs::u8path(name).extension() == ".svg") {
         return toSvg(page);
     }
     const fs::path data = findDataFolder(asked).value_or(".");

@@ -78,7 +78,7 @@ for (const head of table.tHead.rows[0].cells) {
 )";
 
 std::string shortName(const std::string& path) {
-    return std::filesystem::path(path).filename().string();
+    return std::filesystem::u8path(path).filename().string();
 }
 
 std::string column(const std::string& name, const std::string& first) {

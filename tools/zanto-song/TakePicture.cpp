@@ -289,7 +289,7 @@ Page heading(const std::string& song, const NamedTake& named) {
     Page page;
     page.width = pageWidth;
     page.height = 2.0 * titleSize + 2.0 * textSize;
-    page.title = std::filesystem::path(named.recording).filename().string() + " plays " + song;
+    page.title = std::filesystem::u8path(named.recording).filename().string() + " plays " + song;
     page.description = summaryOf(named.take);
     page.texts = {
         {margin, titleSize, titleSize, Page::Anchor::start, black, page.title},

@@ -40,9 +40,10 @@ struct FileReport {
 
 Problem unreadable(const std::string& path, const std::string& reason) {
     std::error_code ignored;
-    const bool isFolder = fs::is_directory(path, ignored);
-    const std::string hint = isFolder ? "name the files in it, such as " + (fs::path(path) / "*.txt").string()
-                                      : "look at its name, and at its permissions";
+    const bool isFolder = fs::is_directory(fs::u8path(path), ignored);
+    const std::string hint = isFolder
+                                 ? "name the files in it, such as " + (fs::u8path(path) / "*.txt").string()
+                                 : "look at its name, and at its permissions";
     return {1, 1, Problem::Severity::error, "unreadable", reason, hint};
 }
 
@@ -60,7 +61,7 @@ Problem tooLarge() {
 std::string keepBackup(const std::string& path, const std::string& contents) {
     std::string backup = path + ".bak";
     std::error_code ignored;
-    for (int number = 2; fs::exists(fs::symlink_status(backup, ignored)); ++number) {
+    for (int number = 2; fs::exists(fs::symlink_status(fs::u8path(backup), ignored)); ++number) {
         backup = path + ".bak" + std::to_string(number);
     }
     NewFile file(backup, false);
@@ -169,8 +170,14 @@ std::vector<Problem> problemsOf(const std::string& contents, const std::string& 
     if (!isListing) {
         return checkSong(contents);
     }
-    const fs::path folder = fs::path(path).parent_path();
-    return checkListing(contents, [&](const std::string& name) { return stateOf(folder / name); });
+    const fs::path folder = fs::u8path(path).parent_path();
+    return checkListing(contents, [&](const std::string& name) {
+        try {
+            return stateOf(folder / fs::u8path(name));
+        } catch (const fs::filesystem_error&) {  // no UTF-8, where names of files are UTF-16
+            return SongState::missing;
+        }
+    });
 }
 
 int check(const CommandArguments& arguments) {
@@ -184,10 +191,10 @@ int check(const CommandArguments& arguments) {
     }
     std::vector<FileReport> reports;
     for (const std::string& path : given.files()) {
-        const bool isListing = allListings || fs::path(path).filename() == "listing.txt";
+        const bool isListing = allListings || fs::u8path(path).filename() == "listing.txt";
         FileReport report{path, {}, {}, ""};
         try {
-            if (whyUnreadable(path, anySize).empty() && fs::file_size(path) > mostSongBytes) {
+            if (whyUnreadable(path, anySize).empty() && fs::file_size(fs::u8path(path)) > mostSongBytes) {
                 report.problems.push_back(tooLarge());
                 reports.push_back(std::move(report));
                 continue;

@@ -89,7 +89,7 @@ ImportOptions readOptions(const CommandArguments& arguments) {
 }
 
 SheetMusic readSheet(const ImportOptions& options) {
-    std::string ending = fs::path(options.source).extension().string();
+    std::string ending = fs::u8path(options.source).extension().string();
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     const std::string contents = readFile(options.source, mostSheetBytes);

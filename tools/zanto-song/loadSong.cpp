@@ -24,7 +24,7 @@ void loadSong(const std::string& path, Song& song) {
 }
 
 std::string titleOf(const std::string& songPath) {
-    const std::filesystem::path path = songPath;
+    const std::filesystem::path path = std::filesystem::u8path(songPath);
     std::string title = path.stem().string();
     const std::filesystem::path listingPath = path.parent_path() / "listing.txt";
     std::ifstream listing;

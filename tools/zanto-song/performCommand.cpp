@@ -113,7 +113,7 @@ int perform(const CommandArguments& arguments) {
     if (picture) {
         expectPictureName("--picture", *picture);
     }
-    if (page && std::filesystem::path(*page).extension() != ".html") {
+    if (page && std::filesystem::u8path(*page).extension() != ".html") {
         throw WrongUse("--report wants a name that ends in .html");
     }
     if (given.has("--with-sound") && !page) {
