@@ -24,27 +24,15 @@ std::string lettersOf(const Sections& sections) {
 
 class Layout {
 public:
-    /// Of parts with equal numbers of measures.
-    Layout(const std::vector<ScorePart>& parts, const std::string& plan, SheetMusic& sheet_) : sheet(sheet_) {
-        for (const ScorePart& part : parts) {
-            lengths.resize(std::max(lengths.size(), part.measures.size()));
-            signs.resize(lengths.size());
-            for (std::size_t index = 0; index < part.measures.size(); ++index) {
-                lengths[index] = std::max(lengths[index], part.measures[index].length);
-                merge(part.measures[index].signs, signs[index]);
-            }
-        }
-        findOrder(parts.front(), plan);
-        for (const ScorePart& part : parts) {
-            add(part);
-        }
-        tellUnplayed(parts.front());
-    }
+    explicit Layout(SheetMusic& sheet_) : sheet(sheet_) {}
+
+    /// Adds parts with equal numbers of measures. To be called once.
+    void add(const std::vector<ScorePart>& parts, const std::string& plan);
 
 private:
     static void merge(const MeasureSigns& one, MeasureSigns& all);
     void findOrder(const ScorePart& part, const std::string& plan);
-    void add(const ScorePart& part);
+    void addPart(const ScorePart& part);
     void tellUnplayed(const ScorePart& part);
 
     SheetMusic& sheet;
@@ -52,6 +40,22 @@ private:
     std::vector<MeasureSigns> signs;
     std::vector<std::size_t> order;
 };
+
+void Layout::add(const std::vector<ScorePart>& parts, const std::string& plan) {
+    for (const ScorePart& part : parts) {
+        lengths.resize(std::max(lengths.size(), part.measures.size()));
+        signs.resize(lengths.size());
+        for (std::size_t index = 0; index < part.measures.size(); ++index) {
+            lengths[index] = std::max(lengths[index], part.measures[index].length);
+            merge(part.measures[index].signs, signs[index]);
+        }
+    }
+    findOrder(parts.front(), plan);
+    for (const ScorePart& part : parts) {
+        addPart(part);
+    }
+    tellUnplayed(parts.front());
+}
 
 void Layout::merge(const MeasureSigns& one, MeasureSigns& all) {
     all.repeatBegins = all.repeatBegins || one.repeatBegins;
@@ -100,7 +104,7 @@ void Layout::findOrder(const ScorePart& part, const std::string& plan) {
     }
 }
 
-void Layout::add(const ScorePart& part) {
+void Layout::addPart(const ScorePart& part) {
     std::map<std::string, SheetVoice> voices;
     std::map<std::pair<std::string, int>, std::size_t> latest;  // by voice and pitch, an index of its notes
     double begin = 0.0;
@@ -156,11 +160,11 @@ void layOut(const std::vector<ScorePart>& parts, const std::string& plan, SheetM
         return part.measures.size() == parts.front().measures.size();
     });
     if (areEqual && !parts.empty()) {
-        Layout(parts, plan, sheet);
+        Layout(sheet).add(parts, plan);
         return;
     }
     for (const ScorePart& part : parts) {
-        Layout({part}, plan, sheet);
+        Layout(sheet).add({part}, plan);
     }
     if (!parts.empty()) {
         sheet.remarks.emplace_back("the parts have different numbers of bars: each was read on its own");
