@@ -46,7 +46,7 @@ public:
     PartialRows(double a4Hz, int transposeSemitones);
 
     /// Finds the notes of a spectrum, the one with the best score first. `levelsDb` has one level per line,
-    /// from 0 Hz on, at least `lineCount`; any value may stand in it. No peak above `leastDb`, no notes.
+    /// from 0 Hz on, more than `lineCount`; any value may stand in it. No peak above `leastDb`, no notes.
     /// `favoured` says by semitoneOf which written notes are more likely, because they sound already.
     void find(const std::vector<double>& levelsDb, double leastDb, const std::bitset<12>& favoured);
 
