@@ -58,7 +58,8 @@ endif()
 # Compiles the headers that most tests include once.
 function(zanto_test_headers)
   add_library(zanto_test_headers OBJECT "${PROJECT_SOURCE_DIR}/tests/support/testHeaders.cpp")
-  target_link_libraries(zanto_test_headers PUBLIC zanto_options Boost::headers GTest::gmock)
+  target_link_libraries(zanto_test_headers PUBLIC zanto_options GTest::gmock
+    $<$<PLATFORM_ID:Windows>:Boost::headers>)
   target_precompile_headers(zanto_test_headers PRIVATE
     <boost/bind/bind.hpp> <boost/signals2.hpp> <gmock/gmock.h> <gtest/gtest.h>
     $<$<PLATFORM_ID:Windows>:${PROJECT_SOURCE_DIR}/tests/support/environmentOnWindows.h>)
