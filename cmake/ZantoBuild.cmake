@@ -68,8 +68,9 @@ endfunction()
 
 # zanto_test(NAME SOURCES aTest.cpp ... LINK lib ... [LABEL label] [PREFIX text] [APART])
 # One GoogleTest program, NAME_tests, which runs in the game's data folder. Each of its cases is a CTest test, whose
-# name begins with the prefix, with the label "unit" if no other is given. With a sanitizer a process starts slowly, so there the whole program is one test,
-# unless it is APART: a process can open the game window only once, so each case that does needs its own process.
+# name begins with the prefix, with the label "unit" if no other is given. With a sanitizer a process starts slowly, so
+# there the whole program is one test, unless it is APART: a process can open the game window only once, so each case
+# that does needs its own process.
 function(zanto_test name)
   # clang's leak sanitizer sometimes crashes when it follows the memory of threads.
   set(environment ENVIRONMENT "ASAN_OPTIONS=intercept_tls_get_addr=0")

@@ -16,6 +16,7 @@
 
 #include "optionsHelp.h"
 #include "packaging/windows/OwnSongs.h"
+#include "tools/common/quotedWord.h"
 
 namespace fs = std::filesystem;
 
@@ -40,20 +41,6 @@ fs::path thisFolder() {
     std::array<wchar_t, 32768> path{};
     GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     return fs::path(path.data()).parent_path();
-}
-
-/// A word of a command line, as programs take it apart.
-std::wstring quotedWord(const std::wstring& word) {
-    std::wstring text = L"\"";
-    std::size_t backslashes = 0;
-    for (const wchar_t character : word) {
-        if (character == L'"') {
-            text.append(backslashes + 1, L'\\');  // those before a quotation mark count twice
-        }
-        backslashes = character == L'\\' ? backslashes + 1 : 0;
-        text += character;
-    }
-    return text.append(backslashes, L'\\') + L"\"";
 }
 
 /// Runs a program in a folder to its end; its status, or none when it cannot be started.

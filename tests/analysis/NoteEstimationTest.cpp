@@ -8,30 +8,23 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <memory>
-#include <optional>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
+#include "tests/analysis/NoteEstimationFixture.h"
 #include "tests/analysis/PlainFFT.h"
-#include "tests/support/SignalGenerators.h"
-#include "tests/support/TemporaryFolder.h"
 
 using testing::Contains;
 using testing::ElementsAre;
 using testing::FloatNear;
 using testing::IsEmpty;
 using testing::Pair;
-using testing::internal::CaptureStderr;
 using testing::internal::CaptureStdout;
-using testing::internal::GetCapturedStderr;
 using testing::internal::GetCapturedStdout;
 
 namespace {
 
-constexpr std::size_t bins = 2048;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr int a = 5;
@@ -39,67 +32,6 @@ constexpr int a = 5;
 /// The seven notes at the centres of bins 20 to 80, C at 234.375 Hz to B at 937.5 Hz.
 const char* const everyTenthBin =
     "C 1 234.375\nD 1 351.5625\nE 1 468.75\nF 1 585.9375\nG 1 703.125\nA 1 820.3125\nB 1 937.5\n";
-
-/// A spectrum of `floorDb` with some bins above it.
-std::vector<double> levels(const std::vector<std::pair<std::size_t, double>>& peaks,
-                           double floorDb = -200.0) {
-    std::vector<double> result(bins, floorDb);
-    for (const auto& [bin, levelDb] : peaks) {
-        result[bin] = levelDb;
-    }
-    return result;
-}
-
-/// A sine in the middle of a bin.
-signals::Tone binTone(int bin, double amplitude) {
-    return {bin * 11.71875, amplitude};
-}
-
-class NoteEstimationTest : public testing::Test {
-protected:
-    void SetUp() override { forgetSettings(); }
-    void TearDown() override { forgetSettings(); }
-
-    static void forgetSettings() {
-        for (const char* const name : {"ZANTO_MIN_DECIBEL", "ZANTO_EAR", "ZANTO_A4", "ZANTO_TRANSPOSE"}) {
-            unsetenv(name);
-        }
-    }
-
-    /// Makes the estimation anew with this note table, and gives what it says.
-    std::string start(const std::string& table) {
-        folder.write("notes.txt", table);
-        CaptureStdout();
-        estimation.emplace();
-        return GetCapturedStdout();
-    }
-
-    /// Gives what the update says.
-    std::string update(const std::vector<float>& samples, double dtSeconds = 0.02) {
-        CaptureStdout();
-        estimation->update(signals::ringHolding(samples), dtSeconds);
-        return GetCapturedStdout();
-    }
-
-    std::string updateNotes(const std::vector<double>& levelsDb, double dtSeconds = 0.02) {
-        CaptureStdout();
-        estimation->updateNotes(levelsDb, dtSeconds);
-        return GetCapturedStdout();
-    }
-
-    std::vector<int> notesDown() const {
-        std::vector<int> down;
-        for (int note = -1; note <= 7; ++note) {
-            if (estimation->getNoteState().isDown(note)) {
-                down.push_back(note);
-            }
-        }
-        return down;
-    }
-
-    TemporaryFolder folder;
-    std::optional<NoteEstimation> estimation;
-};
 
 /// Levels by bin above a floor, and what the estimation says of them: each strong peak with its level, then
 /// the loudest one.
@@ -222,119 +154,6 @@ TEST_F(NoteEstimationTest, ThresholdMayBeAsLargeAsAFloatGets) {
     EXPECT_EQ(estimation->getMinDecibel(), std::numeric_limits<float>::lowest());
 }
 
-TEST_F(NoteEstimationTest, EarComesFromTheEnvironment) {
-    // A4 lies between two bins, and no table is there: only the fine ear can hear it.
-    const std::vector<float> sound = signals::tones({{440.0, 0.1}, {880.0, 0.05}}, 6144);
-    for (const char* const name : {"", "plain", "fine"}) {
-        setenv("ZANTO_EAR", name, 1);
-        CaptureStderr();
-        start("");
-        EXPECT_EQ(GetCapturedStderr(), "") << name;
-        update(sound);
-        update(sound);
-        EXPECT_EQ(notesDown(), name == std::string("fine") ? std::vector<int>{a} : std::vector<int>())
-            << name;
-    }
-}
-
-TEST_F(NoteEstimationTest, EarThatDoesNotExistIsToldAndThePlainOneListens) {
-    setenv("ZANTO_EAR", "Fine", 1);
-    setenv("ZANTO_A4", "nonsense", 1);
-    CaptureStderr();
-    start("A 1 433.6");
-    EXPECT_EQ(GetCapturedStderr(), "ZANTO_EAR: \"Fine\" is not one of plain fine. plain is used.\n");
-    update(signals::tones({binTone(37, 0.1)}, 6144));
-    EXPECT_THAT(notesDown(), ElementsAre(a));
-}
-
-TEST_F(NoteEstimationTest, FineEarIsTunedByTheEnvironment) {
-    setenv("ZANTO_EAR", "fine", 1);
-    setenv("ZANTO_A4", "380", 1);
-    setenv("ZANTO_TRANSPOSE", "-2", 1);
-    CaptureStderr();
-    start("");
-    EXPECT_EQ(GetCapturedStderr(), "");
-    const std::vector<float> sound = signals::tones({{380.0 / std::exp2(1.0 / 6.0), 0.1}}, 6144);
-    update(sound);
-    update(sound);
-    EXPECT_THAT(notesDown(), ElementsAre(a));
-}
-
-TEST_F(NoteEstimationTest, TuningThatIsOutOfRangeOrNoNumberIsToldAndNotTaken) {
-    setenv("ZANTO_EAR", "fine", 1);
-    for (const auto& [name, value, said] : std::vector<std::tuple<const char*, const char*, const char*>>{
-             {"ZANTO_A4", "379.9", "a number from 380 to 480. 440 is used."},
-             {"ZANTO_A4", "480.1", "a number from 380 to 480. 440 is used."},
-             {"ZANTO_A4", "nan", "a number from 380 to 480. 440 is used."},
-             {"ZANTO_A4", "440 Hz", "a number from 380 to 480. 440 is used."},
-             {"ZANTO_TRANSPOSE", "25", "a whole number from -24 to 24. 0 is used."},
-             {"ZANTO_TRANSPOSE", "0.5", "a whole number from -24 to 24. 0 is used."}}) {
-        setenv(name, value, 1);
-        CaptureStderr();
-        start("");
-        EXPECT_EQ(GetCapturedStderr(), std::string(name) + ": \"" + value + "\" is not " + said + "\n");
-        unsetenv(name);
-        const std::vector<float> sound = signals::tones({{440.0, 0.1}}, 6144);
-        update(sound);
-        update(sound);
-        EXPECT_THAT(notesDown(), ElementsAre(a));
-    }
-}
-
-TEST_F(NoteEstimationTest, SpectrumPeaksAndLinesMeanTheSameWithTheFineEar) {
-    const std::vector<double> spectrum = levels({{20, -20.0}, {40, -21.0}, {60, -50.0}});
-    start("");
-    const std::string plainLine = updateNotes(spectrum);
-    const auto plainPeaks = estimation->getCandidatePeaks();
-    setenv("ZANTO_EAR", "fine", 1);
-    start("");
-    EXPECT_EQ(updateNotes(spectrum), plainLine);
-    EXPECT_EQ(estimation->getCandidatePeaks(), plainPeaks);
-    update(signals::tones({binTone(20, 1.0)}, 6144));
-    EXPECT_NEAR(estimation->getPowerSpectrum()[20], 0.0, 0.001);
-}
-
-TEST_F(NoteEstimationTest, FineEarAnalysesTheNewestSamples) {
-    setenv("ZANTO_EAR", "fine", 1);
-    start("");
-    std::vector<float> samples(2048);
-    const std::vector<float> newest = signals::tones({binTone(60, 1.0)}, 4096);
-    samples.insert(samples.end(), newest.begin(), newest.end());
-    update(samples);
-    EXPECT_NEAR(estimation->getPowerSpectrum()[60], 0.0, 0.001);
-}
-
-TEST_F(NoteEstimationTest, FineEarHearsNothingBelowTheThreshold) {
-    setenv("ZANTO_EAR", "fine", 1);
-    setenv("ZANTO_MIN_DECIBEL", "-15", 1);
-    start("");
-    for (const double amplitude : {0.1, 0.3}) {
-        const std::vector<float> sound = signals::tones({{440.0, amplitude}}, 6144);
-        update(sound);
-        update(sound);
-        EXPECT_EQ(notesDown(), amplitude > 0.2 ? std::vector<int>{a} : std::vector<int>()) << amplitude;
-    }
-}
-
-TEST_F(NoteEstimationTest, AnySamplesLeaveTheFineEarWhole) {
-    setenv("ZANTO_EAR", "fine", 1);
-    start("");
-    const auto any = static_cast<float>(infinity);
-    for (const float value : {0.0f, any, -any, static_cast<float>(notANumber), 3e38f, 1e-45f, 1.0f}) {
-        std::vector<float> sound(6144);
-        for (std::size_t i = 0; i < sound.size(); ++i) {
-            sound[i] = i / 53 % 2 == 0 ? value : -value;
-        }
-        update(sound);
-        update(sound);
-    }
-    const std::vector<float> sound = signals::tones({{440.0, 0.1}}, 6144);
-    for (int frame = 0; frame < 100; ++frame) {
-        update(sound);
-    }
-    EXPECT_THAT(notesDown(), ElementsAre(a));
-}
-
 TEST_F(NoteEstimationTest, MissingNoteTableHearsPeaksAndNoNotes) {
     CaptureStdout();
     estimation.emplace();
@@ -355,7 +174,7 @@ TEST_F(NoteEstimationTest, SilenceIsMinusInfinityEverywhereAndReleasesEveryNote)
     updateNotes(levels({{20, -10.0}, {40, -10.0}}));
     ASSERT_THAT(notesDown(), ElementsAre(0, 2));
     EXPECT_EQ(update(std::vector<float>(6144, 0.0f)), "");
-    EXPECT_EQ(estimation->getPowerSpectrum(), std::vector<double>(bins, -infinity));
+    EXPECT_EQ(estimation->getPowerSpectrum(), std::vector<double>(spectrumBins, -infinity));
     EXPECT_THAT(estimation->getCandidatePeaks(), IsEmpty());
     EXPECT_THAT(notesDown(), IsEmpty());
 }
@@ -391,9 +210,9 @@ TEST_F(NoteEstimationTest, SpectrumHasTheBitsOfThePlainSteps) {
     EXPECT_EQ(estimation->initializeWindow(), norm);
     std::vector<float> frame(samples.begin(), samples.begin() + 4096);
     plain::WindowFunc(2, 4096, frame.data());
-    std::vector<float> power(bins);
+    std::vector<float> power(spectrumBins);
     plain::PowerSpectrum(4096, frame.data(), power.data());
-    for (std::size_t bin = 0; bin < bins; ++bin) {
+    for (std::size_t bin = 0; bin < spectrumBins; ++bin) {
         const double expected = 10.0 * std::log10(static_cast<double>(power[bin]) * norm / 1);
         ASSERT_EQ(estimation->getPowerSpectrum()[bin], expected) << "bin " << bin;
     }

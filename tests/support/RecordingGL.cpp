@@ -96,8 +96,6 @@ void get(GLenum name, T* values) {
             return put(state().attributes.color);
         case GL_MAX_TEXTURE_SIZE:
             return put(std::array<int, 1>{4096});
-        default:
-            return;
     }
 }
 
@@ -133,28 +131,6 @@ Matrix matrixOf(const double* values) {
     Matrix matrix;
     std::copy(values, values + matrix.size(), matrix.begin());
     return matrix;
-}
-
-void rotate(double degrees, double x, double y, double z) {
-    const double length = std::sqrt(x * x + y * y + z * z);
-    if (length > 0.0) {
-        x /= length, y /= length, z /= length;
-    }
-    const double angle = degrees * std::acos(-1.0) / 180.0;
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
-    const double d = 1.0 - c;
-    multiply("glRotate",
-             {x * x * d + c, y * x * d + z * s, x * z * d - y * s, 0, x * y * d - z * s, y * y * d + c,
-              y * z * d + x * s, 0, x * z * d + y * s, y * z * d - x * s, z * z * d + c, 0, 0, 0, 0, 1});
-}
-
-void translate(double x, double y, double z) {
-    multiply("glTranslate", {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1});
-}
-
-void scale(double x, double y, double z) {
-    multiply("glScale", {x, 0, 0, 0, 0, y, 0, 0, 0, 0, z, 0, 0, 0, 0, 1});
 }
 
 }  // namespace
@@ -380,20 +356,30 @@ void glLoadMatrixd(const GLdouble* m) {
 void glMultMatrixd(const GLdouble* m) {
     multiply("glMultMatrixd", matrixOf(m));
 }
-void glTranslatef(GLfloat x, GLfloat y, GLfloat z) {
-    translate(x, y, z);
-}
 void glTranslated(GLdouble x, GLdouble y, GLdouble z) {
-    translate(x, y, z);
+    multiply("glTranslate", {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, x, y, z, 1});
 }
-void glScalef(GLfloat x, GLfloat y, GLfloat z) {
-    scale(x, y, z);
+void glTranslatef(GLfloat x, GLfloat y, GLfloat z) {
+    glTranslated(x, y, z);
 }
 void glScaled(GLdouble x, GLdouble y, GLdouble z) {
-    scale(x, y, z);
+    multiply("glScale", {x, 0, 0, 0, 0, y, 0, 0, 0, 0, z, 0, 0, 0, 0, 1});
+}
+void glScalef(GLfloat x, GLfloat y, GLfloat z) {
+    glScaled(x, y, z);
 }
 void glRotated(GLdouble degrees, GLdouble x, GLdouble y, GLdouble z) {
-    rotate(degrees, x, y, z);
+    const double length = std::sqrt(x * x + y * y + z * z);
+    if (length > 0.0) {
+        x /= length, y /= length, z /= length;
+    }
+    const double angle = degrees * std::acos(-1.0) / 180.0;
+    const double c = std::cos(angle);
+    const double s = std::sin(angle);
+    const double d = 1.0 - c;
+    multiply("glRotate",
+             {x * x * d + c, y * x * d + z * s, x * z * d - y * s, 0, x * y * d - z * s, y * y * d + c,
+              y * z * d + x * s, 0, x * z * d + y * s, y * z * d - x * s, z * z * d + c, 0, 0, 0, 0, 1});
 }
 void glOrtho(GLdouble l, GLdouble r, GLdouble b, GLdouble t, GLdouble n, GLdouble f) {
     multiply("glOrtho", {2 / (r - l), 0, 0, 0, 0, 2 / (t - b), 0, 0, 0, 0, -2 / (f - n), 0,

@@ -8,6 +8,7 @@
 
 #include "tools/common/Command.h"
 #include "tools/common/RunProgram.h"
+#include "tools/common/quotedWord.h"
 
 namespace fs = std::filesystem;
 
@@ -21,20 +22,6 @@ fs::path temporaryFile() {
         throw Failure("there is no place for a temporary file");
     }
     return fs::path(file.data());
-}
-
-/// A word of a command line, as programs take it apart.
-std::wstring quotedWord(const std::wstring& word) {
-    std::wstring text = L"\"";
-    std::size_t backslashes = 0;
-    for (const wchar_t character : word) {
-        if (character == L'"') {
-            text.append(backslashes + 1, L'\\');  // those before a quotation mark count twice
-        }
-        backslashes = character == L'\\' ? backslashes + 1 : 0;
-        text += character;
-    }
-    return text.append(backslashes, L'\\') + L"\"";
 }
 
 HANDLE handleOf(int descriptor) {

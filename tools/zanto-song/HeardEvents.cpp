@@ -1,0 +1,253 @@
+#include "tools/zanto-song/HeardEvents.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// Times in frames, hundredths of a second.
+constexpr std::size_t shortestRun = 8;  // of a note
+constexpr std::size_t longestBreak = 2;
+constexpr std::size_t longestLoss = 100;  // of a note that sounds on
+constexpr std::size_t memory = 30;        // of what sounded before it was lost
+constexpr double beginDelay = 5.0;        // by which the ear trails a note's beginning
+constexpr std::size_t endDelay = 6;       // and its end
+constexpr double farthestStrike = 9.0;    // from where a note seems to begin
+constexpr double settling = 12.0;         // of a beginning, in which nothing is struck again
+constexpr std::size_t attack = 12;        // in which the level of a struck note rises
+constexpr float leastAttackDb = 2.0f;
+constexpr std::size_t fallFrames = 8;  // that a fall of the level is measured over, as long as the window
+constexpr float letGoDb =
+    0.6f * fallFrames;                 // in these: a string that rings on loses less than 60 dB a second
+constexpr std::size_t fallReach = 10;  // from a note's end, in which it was let go
+constexpr std::size_t longestFade = 500;
+
+// A strike is a peak of the spectrum's rise, which is a share of the sound. Wind and plucked strings show in
+// it; a bow shows more in the noise of weak lines.
+constexpr std::size_t reach = 6;  // of a peak to both sides, in frames
+constexpr float leastRise = 0.12f;
+constexpr float softRise = 0.2f;
+constexpr float strongRise = 0.33f;
+constexpr float certainRise = 0.55f;
+constexpr float strongScratchDb = 6.3f;
+constexpr float usualRise = 0.3f;
+constexpr float usualScratchDb = 6.0f;
+constexpr double onBeat = 0.12;           // slots
+constexpr std::size_t tremoloReach = 70;  // frames
+constexpr float aboveTremolo = 1.1f;
+
+class Events {
+public:
+    Events(const std::vector<ListenedFrame>& frames_, const Beat* beat_) : frames(frames_), beat(beat_) {
+        findStrikes();
+    }
+
+    std::vector<HeardEvent> find() const {
+        std::vector<HeardEvent> events;
+        for (int note = 0; note < Notes::noteCount; ++note) {
+            findRuns(note, events);
+        }
+        std::sort(events.begin(), events.end(),
+                  [](const HeardEvent& a, const HeardEvent& b) { return a.start < b.start; });
+        return events;
+    }
+
+private:
+    bool isHeard(int note, std::size_t frame) const { return (frames[frame].notes >> note & 1) != 0; }
+    float level(int note, std::size_t frame) const {
+        return frames[std::min(frame, frames.size() - 1)].levelsDb.at(static_cast<std::size_t>(note));
+    }
+
+    // The moments at which the sound rises most.
+    void findStrikes() {
+        for (std::size_t frame = reach; frame + reach < frames.size(); ++frame) {
+            if (isPeak(frame) && isStrike(frame)) {
+                strikes.push_back(frame);
+            }
+        }
+    }
+
+    bool isStrike(std::size_t frame) const {
+        const float rise = frames[frame].rise;
+        if (beat == nullptr) {
+            return rise > strongRise || scratchAround(frame) > strongScratchDb;
+        }
+        if (rise > certainRise) {
+            return true;
+        }
+        if (!isOnBeat(frame) || rise < softRise) {
+            return false;
+        }
+        // A tremolo's strokes lie off the beat as well.
+        const std::size_t begin = frame - std::min(frame, tremoloReach);
+        const std::size_t end = std::min(frame + tremoloReach, frames.size() - reach);
+        for (std::size_t at = std::max(begin, reach); at < end; ++at) {
+            if (!isOnBeat(at) && isPeak(at) && strengthAt(at) * aboveTremolo > strengthAt(frame)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    bool isOnBeat(std::size_t frame) const {
+        return awayFromWhole((static_cast<double>(frame) - beat->phase) / beat->period) < onBeat;
+    }
+
+    float strengthAt(std::size_t frame) const {
+        return frames[frame].rise / usualRise + scratchAround(frame) / usualScratchDb;
+    }
+
+    bool isPeak(std::size_t frame) const {
+        const float rise = frames[frame].rise;
+        bool is = rise > leastRise;
+        for (std::size_t at = frame - reach; at <= frame + reach && is; ++at) {
+            is = frames[at].rise < rise || (frames[at].rise == rise && at >= frame);
+        }
+        return is;
+    }
+
+    float scratchAround(std::size_t frame) const {
+        float most = 0.0f;
+        for (std::size_t at = frame - 3; at <= frame + 3; ++at) {
+            most = std::max(most, frames[at].scratchDb);
+        }
+        return most;
+    }
+
+    bool isStruckIn(std::size_t from, std::size_t to) const {
+        const auto strike = std::lower_bound(strikes.begin(), strikes.end(), from);
+        return strike != strikes.end() && *strike <= to;
+    }
+
+    // A note that is not heard for a while sounds on all the same when nothing else has begun.
+    bool isOnlyLost(std::size_t end, std::size_t frame) const {
+        if (frame - end > longestLoss || isStruckIn(end - std::min(end, shortestRun), frame)) {
+            return false;
+        }
+        unsigned before = 0;
+        for (std::size_t at = end - std::min(end, memory); at < end; ++at) {
+            before |= frames[at].notes;
+        }
+        for (int other = 0; other < Notes::noteCount; ++other) {
+            if (isHeard(other, frame) && (before >> other & 1u) == 0 && hasRisen(other, frame)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    // A note that the ear has just made out may have sounded before.
+    bool hasRisen(int note, std::size_t heard) const {
+        while (heard > 0 && isHeard(note, heard - 1)) {
+            --heard;
+        }
+        return level(note, heard) - level(note, heard - std::min(heard, attack)) > leastAttackDb;
+    }
+
+    float fallTo(int note, std::size_t frame) const {
+        return level(note, frame - std::min(frame, fallFrames)) - level(note, frame);
+    }
+
+    // Until when a note that was lost among weak sounds fades on, alone and slowly.
+    std::size_t fadesUntil(int note, std::size_t lost) const {
+        std::size_t end = lost;
+        const std::size_t most = std::min(frames.size(), lost + longestFade);
+        const unsigned known = frames[lost - 1].notes;
+        while (end < most && fallTo(note, end) < letGoDb && level(note, end) < level(note, end - memory) &&
+               (frames[end].notes & ~known) == 0 && !isStruckIn(end - reach, end)) {
+            ++end;
+        }
+        return end;
+    }
+
+    // When a note was let go that the ear lost at `lost`: where its level began to fall steeply. A damped
+    // string may be heard for half a second more.
+    double endOf(int note, double start, std::size_t lost) const {
+        const std::size_t end = lost < memory ? lost : fadesUntil(note, lost);
+        const std::size_t earliest =
+            static_cast<std::size_t>(std::max(start, 0.0)) + shortestRun + fallFrames;
+        std::size_t falling = end;
+        while (falling > earliest && falling + fallReach > end && fallTo(note, falling) < letGoDb) {
+            --falling;
+        }
+        if (fallTo(note, falling) < letGoDb) {
+            return static_cast<double>(end - endDelay);
+        }
+        while (falling > earliest && fallTo(note, falling) >= letGoDb) {
+            --falling;
+        }
+        return static_cast<double>(falling - fallFrames / 2);
+    }
+
+    void findRuns(int note, std::vector<HeardEvent>& events) const {
+        for (std::size_t frame = 0; frame < frames.size();) {
+            if (!isHeard(note, frame)) {
+                ++frame;
+                continue;
+            }
+            const std::size_t begin = frame;
+            std::size_t end = frame;
+            while (frame < frames.size() && (frame - end <= longestBreak || isOnlyLost(end, frame))) {
+                end = isHeard(note, frame) ? frame + 1 : end;
+                ++frame;
+            }
+            if (end - begin >= shortestRun) {
+                split(note, begin, end, events);
+            }
+        }
+    }
+
+    // The strike nearest to where a note seems to begin.
+    double beginOf(std::size_t heard) const {
+        const double seeming = static_cast<double>(heard) - beginDelay;
+        double begin = seeming;
+        double nearest = farthestStrike;
+        for (const std::size_t strike : strikes) {
+            const double distance = std::abs(static_cast<double>(strike) - seeming);
+            if (distance < nearest) {
+                nearest = distance;
+                begin = static_cast<double>(strike);
+            }
+        }
+        return begin;
+    }
+
+    bool isAttacked(int note, std::size_t strike) const {
+        float least = level(note, strike);
+        for (std::size_t at = strike - 4; at <= strike + 4; ++at) {
+            least = std::min(least, level(note, at));
+        }
+        float most = least;
+        for (std::size_t at = strike + 2; at <= strike + attack; ++at) {
+            most = std::max(most, level(note, at));
+        }
+        return most - least > leastAttackDb;
+    }
+
+    // A run into the notes that were struck in it.
+    void split(int note, std::size_t begin, std::size_t end, std::vector<HeardEvent>& events) const {
+        double start = beginOf(begin);
+        for (const std::size_t strike : strikes) {
+            const auto at = static_cast<double>(strike);
+            if (at >= start + settling && strike + shortestRun <= end && isAttacked(note, strike)) {
+                events.push_back({note, start, at});
+                start = at;
+            }
+        }
+        events.push_back({note, start, endOf(note, start, end)});
+    }
+
+    const std::vector<ListenedFrame>& frames;
+    const Beat* beat;
+    std::vector<std::size_t> strikes;
+};
+
+}  // namespace
+
+double awayFromWhole(double value) {
+    return std::abs(value - std::round(value));
+}
+
+std::vector<HeardEvent> findEvents(const std::vector<ListenedFrame>& frames, const Beat* beat) {
+    return Events(frames, beat).find();
+}
