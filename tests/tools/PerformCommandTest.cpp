@@ -154,10 +154,8 @@ TEST_F(PerformCommandTest, ASoundThatCannotBeWrittenAsMp3IsPutIntoTheReportOther
               0u);
     EXPECT_EQ(embeddedSound("anna.wav", {{"none", 0, ""}, kinds[2]}).rfind("data:audio/wav;base64,UklGR", 0),
               0u);
-    EXPECT_THAT(failureOf([] {
-                    embeddedSound("anna.wav", {{"none", 0, ""}});
-                }),
-                testing::StartsWith("its sound cannot be put into the report; none: "));
+    const auto noKind = [] { embeddedSound("anna.wav", {{"none", 0, ""}}); };
+    EXPECT_THAT(failureOf(noKind), testing::StartsWith("its sound cannot be put into the report; none: "));
 }
 
 TEST_F(PerformCommandTest, ConvertedRecordingsKeepTheirLengthAndTheirPitch) {
