@@ -25,8 +25,8 @@ RECORDING_LATENCY_MS = "20"  # of a program that records
 LATENCY_VARIABLE = "PULSE_LATENCY_MSEC"
 # Starting a player and filling its buffer takes less than this, so the sound is still to come afterwards.
 LEAD_SECONDS = 2.0
-# The first milliseconds of a new stream can get lost.
-MARKER_SECONDS = 0.1
+# The beginning of a new stream can get lost, more of it on a busy machine.
+MARKER_SECONDS = 0.5
 
 SOURCE = "mic"
 SINK_ARGUMENTS = ["format=float32le", "rate=48000", "channels=1", "channel_map=mono",
@@ -69,6 +69,7 @@ class VirtualMicrophone:
         self.source = SOURCE
         self._modules = {}  # the server's numbers for them, by the source's name
         self.listener = None
+        self._hearing = None  # the thread that reads from the listener
         self._performances = []
         self._marker = None  # set to the time at which silence was first broken, None while waited for
         self._heard_anything = threading.Event()
@@ -128,9 +129,9 @@ class VirtualMicrophone:
             raise RuntimeError(f"the private sound server makes no source \"{name}\"")
         self.source = name
         self._modules[name] = loaded.strip()
+        self._listen()  # first, as the sink delivers nothing for its first two seconds
         # PipeWire has a default only when its session manager is there.
         processes.wait_until(lambda: self._control("set-default-source", f"{name}.monitor"), 30, "a default source", 0.05)
-        self._listen()
 
     def remove_source(self):
         """Unplugs the source that `add_source` made last."""
@@ -154,12 +155,14 @@ class VirtualMicrophone:
         """Keeps a reader on the monitor: a sink without one sleeps, and wakes too late for a new recorder."""
         if self.listener:
             processes.stop(self.listener)
+            self._hearing.join()  # the last that the old one delivered is not the new one's first
         self._delivers.clear()
         self.listener = processes.start(
             ["parec", "--latency-msec=10", "--raw", "-d", f"{self.source}.monitor", "--format=float32le",
              f"--rate={SAMPLE_RATE}", "--channels=1"],
             env=self._settings(), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        threading.Thread(target=self._hear, args=(self.listener.stdout,), daemon=True).start()
+        self._hearing = threading.Thread(target=self._hear, args=(self.listener.stdout,), daemon=True)
+        self._hearing.start()
         if not self._delivers.wait(30 * processes.PATIENCE):
             raise processes.TimedOut("the private microphone delivers no sound")
 
@@ -181,7 +184,7 @@ class VirtualMicrophone:
 
     def play(self, path):
         """Plays a sound file (48000 Hz, one channel, 16 bit) into the microphone and returns at once, with
-        the exact time at which it will begin to sound, one to two seconds from now.
+        the exact time at which it will begin to sound, one and a half seconds from now.
 
         The sink is silent to the last bit while nothing plays. One sample of the smallest value, far below
         anything the game could hear, goes ahead of the file: when that arrives, the rest is known.
