@@ -31,6 +31,7 @@ if(WIN32)
 endif()
 
 if(ZANTO_SANITIZE)
+  add_compile_definitions(ZANTO_SANITIZED)
   add_compile_options(-fsanitize=${ZANTO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${ZANTO_SANITIZE})
 endif()

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "platform/timage/PageAllocator.h"
+
 namespace tavi {
 
 /// A picture in memory: rows from top to bottom without padding, `channels` samples per pixel side by side.
@@ -52,7 +54,7 @@ private:
     int columns = 0;
     int rows = 0;
     int samplesPerPixel = 0;
-    std::vector<Sample> samples;
+    std::vector<Sample, PageAllocator<Sample>> samples;
 };
 
 template <class Sample>

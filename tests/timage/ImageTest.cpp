@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#if defined(__GLIBC__) && !defined(ZANTO_SANITIZED)
+#include <malloc.h>
+#endif
+
 #include "tests/support/TemporaryFolder.h"
 
 using Image = tavi::Image<unsigned char>;
@@ -75,3 +80,18 @@ TEST(Image, DoesNotWriteWhatIsNoPicture) {
     EXPECT_FALSE(Image(2, 2, 5).write("picture.png"));
     EXPECT_FALSE(std::filesystem::exists("picture.png"));
 }
+
+#if defined(__GLIBC__) && !defined(ZANTO_SANITIZED)
+TEST(Image, LeavesTheHeapAsItWasWhenItGoes) {
+    const auto blockIsMapped = [] {
+        const std::size_t mapped = mallinfo2().hblks;
+        void* const block = std::malloc(1 << 20);
+        const bool is = mallinfo2().hblks == mapped + 1;
+        std::free(block);
+        return is;
+    };
+    { const Image image(1280, 960, 4); }
+    // What the C library has had back it may keep from then on.
+    EXPECT_TRUE(blockIsMapped());
+}
+#endif
