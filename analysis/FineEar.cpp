@@ -39,18 +39,13 @@ constexpr double riseDbPerSecond = 40.0;
 
 constexpr int naturals[12] = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
 
-double powerOf(double levelDb) {
-    return std::pow(10.0, levelDb / 10.0);
-}
-
-/// Of a sounding pitch.
 bool isInRange(double pitch) {
     return pitch > PartialRows::lowestPitch - 0.5 && pitch < PartialRows::highestPitch + 0.5;
 }
 
 }  // namespace
 
-FineEar::FineEar(double a4Hz, int transpose) : rows(a4Hz, transpose), transposeSemitones(transpose) {
+FineEar::FineEar(double a4Hz, int transpose) : rows(a4Hz), transposeSemitones(transpose) {
     notes.reserve(std::size(naturals));
 }
 
@@ -63,14 +58,14 @@ const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& level
         sounding.set(semitone, voices[semitone].isFound && !voices[semitone].hasEnded);
     }
     rows.find(levelsDb, leastDb, sounding);
+    const double leastPower = PartialRows::powerOf(leastDb);
     followPower(step);
     std::array<const PartialRows::Note*, 12> foundAt{};
     for (const PartialRows::Note& note : rows) {
         const double key = keyOf(note.pitch);
         const std::size_t semitone = PartialRows::semitoneOf(key);
         const bool known = voices[semitone].age > 0.0;
-        if (foundAt[semitone] == nullptr && note.power > powerOf(leastDb) &&
-            isInRange(note.pitch + transposeSemitones) &&
+        if (foundAt[semitone] == nullptr && note.power > leastPower && isInRange(note.pitch) &&
             std::abs(note.pitch - key) <= (known ? inTuneHeard : PartialRows::inTune) &&
             note.score >= (known ? PartialRows::weakest : weakestNew) * rows.begin()->score) {
             foundAt[semitone] = &note;
@@ -80,12 +75,12 @@ const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& level
         followVoice(voices[semitone], foundAt[semitone], step);
     }
     notes.clear();
-    for (std::size_t semitone = 0; semitone < voices.size(); ++semitone) {
-        Voice& voice = voices[semitone];
+    for (int written = 0; written < static_cast<int>(voices.size()); ++written) {
+        Voice& voice = voices[PartialRows::semitoneOf(written + transposeSemitones)];
         judgeEnd(voice);
         voice.isHeard = voice.isFound && !voice.hasEnded && (voice.isHeard || voice.found > confirmSeconds);
-        if (voice.isHeard && naturals[semitone] != -1) {
-            notes.emplace_back(naturals[semitone]);
+        if (voice.isHeard && naturals[written] != -1) {
+            notes.emplace_back(naturals[written]);
         }
     }
     return notes;
@@ -101,10 +96,10 @@ double FineEar::keyOf(double pitch) const {
 }
 
 void FineEar::followPower(double dtSeconds) {
-    const double fade = powerOf(-fadeDbPerSecond * dtSeconds);
-    const double rise = powerOf(riseDbPerSecond * dtSeconds);
+    const double fade = PartialRows::powerOf(-fadeDbPerSecond * dtSeconds);
+    const double rise = PartialRows::powerOf(riseDbPerSecond * dtSeconds);
     // From nothing nothing rises.
-    const double least = powerOf(-PartialRows::levelLimitDb);
+    const double least = PartialRows::powerOf(-PartialRows::levelLimitDb);
     for (std::size_t line = 0; line < PartialRows::lineCount; ++line) {
         peakPower[line] = std::max(rows.power()[line], peakPower[line] * fade);
         restPower[line] = std::min(rows.power()[line], std::max(least, restPower[line] * rise));

@@ -26,14 +26,14 @@ public:
     FineEar(double a4Hz, int transposeSemitones);
 
     /// The naturals that sound in a spectrum of the newest 4096 samples at 48000 Hz through a Hamming window,
-    /// each once: `levelsDb` has one level per line, from 0 Hz on, more than PartialRows::lineCount; any
+    /// each once: `levelsDb` has one level per line, from 0 Hz on, at least PartialRows::lineCount; any
     /// value may stand in it. A partial of each note must exceed `leastDb`. `dtSeconds` is the time since the
     /// last call. The result is valid until the next one.
     const std::vector<Notes::NoteID>& hear(const std::vector<double>& levelsDb, double leastDb,
                                            double dtSeconds);
 
 private:
-    /// What is known of a note whatever its octave, sharps included.
+    /// What is known of a sounding note whatever its octave, sharps included.
     struct Voice {
         bool isFound = false;   ///< in this spectrum
         bool isHeard = false;   ///< reported

@@ -33,7 +33,11 @@ float toFloat(double value) {
 
 }  // namespace
 
-NoteEstimation::NoteEstimation() {
+NoteEstimation::NoteEstimation()
+    : NoteEstimation(settings::choice("ZANTO_EAR", {"plain", "fine"}) == 1 ? Ear::fine : Ear::plain) {
+}
+
+NoteEstimation::NoteEstimation(Ear ear) {
     const auto size = static_cast<std::size_t>(windowSize);
     frame.resize(size);
     spectrum.resize(size);
@@ -45,7 +49,7 @@ NoteEstimation::NoteEstimation() {
         minDecibel = toFloat(std::strtod(text, nullptr));
     }
     std::printf("NoteEstimation minDecibel is %f\n", minDecibel);
-    if (settings::choice("ZANTO_EAR", {"plain", "fine"}) == 1) {
+    if (ear == Ear::fine) {
         fineEar.emplace(settings::number("ZANTO_A4", 380.0, 480.0, 440.0),
                         settings::wholeNumber("ZANTO_TRANSPOSE", -24, 24, 0));
     }
@@ -64,9 +68,8 @@ void NoteEstimation::update(const boost::shared_ptr<const RingBuffer>& buffer, d
     updateNotes(powerSpectrum, dtSeconds);
 }
 
-void NoteEstimation::updateNotes(const std::vector<double>& levelsDb, double dtSeconds) {
-    float maxDb = -10000.0f;
-    float maxFrequencyHz = 0.0f;
+std::pair<float, float> NoteEstimation::pickPeaks(const std::vector<double>& levelsDb) {
+    std::pair<float, float> loudest(-10000.0f, 0.0f);
     candidatePeaks.clear();
     for (int bin = rules::lowestPeakBin; bin <= rules::highestPeakBin; ++bin) {
         const auto i = static_cast<std::size_t>(bin);
@@ -76,16 +79,19 @@ void NoteEstimation::updateNotes(const std::vector<double>& levelsDb, double dtS
             continue;
         }
         const float frequencyHz = indexToFrequency(bin);
-        if (levelsDb[i] > maxDb) {
-            maxDb = toFloat(levelsDb[i]);
-            maxFrequencyHz = frequencyHz;
+        if (levelsDb[i] > loudest.first) {
+            loudest = {toFloat(levelsDb[i]), frequencyHz};
         }
         candidatePeaks.emplace_back(toFloat(levelsDb[i]), frequencyHz);
         if (frequencyHz > rules::lastPeakHz) {
             break;
         }
     }
+    return loudest;
+}
 
+void NoteEstimation::updateNotes(const std::vector<double>& levelsDb, double dtSeconds) {
+    const auto [maxDb, maxFrequencyHz] = pickPeaks(levelsDb);
     std::vector<Notes::NoteID> found;
     const double leastStrength = rules::strongShare * (maxDb - rules::levelOriginDb);
     for (const auto& [levelDb, frequencyHz] : candidatePeaks) {

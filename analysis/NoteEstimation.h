@@ -56,10 +56,17 @@ public:
     /// The level in dB that a peak must exceed.
     float getMinDecibel() const;
 
+    enum class Ear { plain, fine };
+    /// With this ear, whatever ZANTO_EAR says.
+    explicit NoteEstimation(Ear ear);
+
     /// Whether the fine ear listens.
     bool hasFineEar() const;
 
 private:
+    /// Collects the candidate peaks; gives the first of the loudest, or a frequency of 0 when there is none.
+    std::pair<float, float> pickPeaks(const std::vector<double>& levelsDb);
+
     Notes notes;
     NoteState noteState;
     /// Length of the transform, in samples.

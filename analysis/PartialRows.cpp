@@ -27,6 +27,15 @@ constexpr double reachShare = 0.016;
 /// What is taken away with a note is a little wider: the flanks of its partials have peaks of their own.
 constexpr double takenHz = 1.3 * lineHz;
 
+// The candidates for a fundamental.
+/// Semitones below the lowest note: what is lower than any note, such as hum, must not pass for one.
+constexpr double candidateMargin = 6.0;
+constexpr double leastCandidatePitch = PartialRows::lowestPitch - candidateMargin;
+constexpr double mostCandidatePitch = PartialRows::highestPitch + 0.5;
+/// Nearer than that two are the same.
+constexpr double candidatesInASemitone = 4.0;
+constexpr auto candidateCount =
+    static_cast<std::size_t>((mostCandidatePitch - leastCandidatePitch) * candidatesInASemitone) + 1;
 constexpr int highestDivisor = 5;  ///< a peak may be the first to fifth partial of a note
 constexpr double holeCost = 0.5;   ///< of what a partial there would add
 /// A partial in a place that another note has taken: it may be there or not.
@@ -37,6 +46,8 @@ constexpr double takenGain = 0.5;
 constexpr double lowerPartials = 0.8;
 constexpr double lowerScore = 0.5;
 constexpr int lowerRange = 4;  ///< how many partials of the upper one to look between
+constexpr double lowerHz =
+    4800.0;  ///< and up to where: a partial may lie off its place, and 5 kHz is the end
 
 /// By how much a favoured note is more likely than another one.
 constexpr double favour = 0.3;
@@ -44,10 +55,6 @@ constexpr double favour = 0.3;
 constexpr double leastTonal = 0.3;
 /// The power of a sine is spread over lines that add up to this many times its peak (Hamming window).
 constexpr double windowSpread = 1.36;
-
-double powerOf(double levelDb) {
-    return std::pow(10.0, levelDb / 10.0);
-}
 
 double limited(double levelDb) {
     constexpr double limit = PartialRows::levelLimitDb;
@@ -60,12 +67,16 @@ double reachAt(double hz) {
 
 }  // namespace
 
-PartialRows::PartialRows(double a4, int transpose) : a4Hz(a4), transposeSemitones(transpose) {
+PartialRows::PartialRows(double a4) : a4Hz(a4) {
 }
 
 std::size_t PartialRows::semitoneOf(double pitch) {
     const long semitones = std::lround(pitch) % 12;
     return static_cast<std::size_t>(semitones < 0 ? semitones + 12 : semitones);
+}
+
+double PartialRows::powerOf(double levelDb) {
+    return std::pow(10.0, levelDb / 10.0);
 }
 
 void PartialRows::findPeaks(const std::vector<double>& levelsDb, double leastDb) {
@@ -76,14 +87,14 @@ void PartialRows::findPeaks(const std::vector<double>& levelsDb, double leastDb)
     double loudestDb = -levelLimitDb;
     for (std::size_t line = 0; line < lineCount; ++line) {
         linePower[line] = powerOf(level(line));
-        if (line >= lowestLine && isPeak(line)) {
+        if (line >= lowestLine && line + 1 < lineCount && isPeak(line)) {
             loudestDb = std::max(loudestDb, level(line));
         }
     }
     // Partials below the threshold speak for a note that is above it.
     const double lowestDb = std::max(loudestDb - peakRangeDb, leastDb - supportDb);
     peakCount = 0;
-    for (std::size_t line = lowestLine; line < lineCount - 1; ++line) {
+    for (std::size_t line = lowestLine; line + 1 < lineCount; ++line) {
         if (!(level(line) > lowestDb) || !(loudestDb > leastDb) || !isPeak(line)) {
             continue;
         }
@@ -120,7 +131,7 @@ void PartialRows::find(const std::vector<double>& levelsDb, double leastDb, cons
             tonal += peaks[row.peaks[i]].power;
             strongest = std::max(strongest, peaks[row.peaks[i]].power);
         }
-        found[foundCount++] = {row.hz, row.score, soundingPitch(row.hz) - transposeSemitones, strongest};
+        found[foundCount++] = {row.hz, row.score, pitchOf(row.hz), strongest};
         take(row);
     }
     double all = 0.0;
@@ -133,24 +144,23 @@ void PartialRows::find(const std::vector<double>& levelsDb, double leastDb, cons
 }
 
 PartialRows::Row PartialRows::bestRow(const std::bitset<12>& favoured) const {
-    // A quarter of a semitone apart is the same candidate.
-    std::array<bool, 240> tried{};
+    std::array<bool, candidateCount> tried{};
     Row best;
     for (std::size_t i = 0; i < peakCount; ++i) {
         for (int divisor = 1; divisor <= highestDivisor && !peaks[i].isTaken; ++divisor) {
             const double hz = peaks[i].hz / divisor;
-            const double pitch = soundingPitch(hz);
-            // Half an octave lower too: what is lower than any note, such as hum, must not pass for one.
-            if (pitch > highestPitch + 0.5 || pitch < lowestPitch - 6.0) {
+            const double pitch = pitchOf(hz);
+            if (pitch > mostCandidatePitch || pitch < leastCandidatePitch) {
                 continue;
             }
-            bool& isTried = tried[static_cast<std::size_t>((pitch - lowestPitch + 6.0) * 4.0)];
+            bool& isTried =
+                tried[static_cast<std::size_t>((pitch - leastCandidatePitch) * candidatesInASemitone)];
             if (isTried) {
                 continue;
             }
             isTried = true;
             Row row = rowOn(hz);
-            if (favoured[semitoneOf(soundingPitch(row.hz) - transposeSemitones)]) {
+            if (favoured[semitoneOf(pitchOf(row.hz))]) {
                 row.score *= 1.0 + favour;
             }
             if (row.score > best.score) {
@@ -200,7 +210,7 @@ PartialRows::Row PartialRows::rowOn(double hz) const {
 PartialRows::Row PartialRows::lowered(Row row) const {
     for (int divisor = 2; divisor <= highestDivisor; ++divisor) {
         const double hz = row.hz / divisor;
-        if (soundingPitch(hz) < lowestPitch - inTune) {
+        if (pitchOf(hz) < lowestPitch - inTune) {
             break;
         }
         if (!hasLowerPartials(hz, divisor)) {
@@ -219,8 +229,7 @@ PartialRows::Row PartialRows::lowered(Row row) const {
 bool PartialRows::hasLowerPartials(double hz, int divisor) const {
     int wanted = 0;
     int there = 0;
-    constexpr double highestHz = 4800.0;
-    for (int partial = 1; partial <= lowerRange * divisor && partial * hz < highestHz; ++partial) {
+    for (int partial = 1; partial <= lowerRange * divisor && partial * hz < lowerHz; ++partial) {
         if (partial % divisor != 0) {
             ++wanted;
             there += peakNear(partial * hz) != nullptr ? 1 : 0;
@@ -251,7 +260,7 @@ void PartialRows::take(const Row& row) {
     }
 }
 
-double PartialRows::soundingPitch(double hz) const {
+double PartialRows::pitchOf(double hz) const {
     constexpr double a4Pitch = 69.0;
     return a4Pitch + 12.0 * std::log2(hz / a4Hz);
 }

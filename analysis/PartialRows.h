@@ -20,7 +20,7 @@
 /// J. Hermes, "Measurement of pitch by subharmonic summation" (J. Acoust. Soc. Am. 83, 1988). What speaks for
 /// a lower fundamental and what noise is are our own.
 ///
-///     PartialRows rows(440.0, 0);
+///     PartialRows rows(440.0);
 ///     rows.find(levelsDb, -65.0, heard);
 ///     for (const PartialRows::Note& note : rows) ...
 class PartialRows {
@@ -38,16 +38,16 @@ public:
     struct Note {
         double hz;     ///< the fundamental
         double score;  ///< how strongly the partials speak for it
-        double pitch;  ///< as written, in semitones, A4 69
+        double pitch;  ///< as it sounds, in semitones, A4 69
         double power;  ///< of its strongest partial, 1 for a sine at full scale
     };
 
-    /// `a4Hz` is what A4 is tuned to. `transposeSemitones` is how far a written note sounds from its name.
-    PartialRows(double a4Hz, int transposeSemitones);
+    /// `a4Hz` is what A4 is tuned to.
+    explicit PartialRows(double a4Hz);
 
     /// Finds the notes of a spectrum, the one with the best score first. `levelsDb` has one level per line,
-    /// from 0 Hz on, more than `lineCount`; any value may stand in it. No peak above `leastDb`, no notes.
-    /// `favoured` says by semitoneOf which written notes are more likely, because they sound already.
+    /// from 0 Hz on, at least `lineCount`; any value may stand in it. No peak above `leastDb`, no notes.
+    /// `favoured` says by semitoneOf which notes are more likely, because they sound already.
     void find(const std::vector<double>& levelsDb, double leastDb, const std::bitset<12>& favoured);
 
     const Note* begin() const { return found.data(); }
@@ -57,6 +57,8 @@ public:
 
     /// Which of the octave's twelve semitones is nearest to a pitch: 0 for C to 11 for B.
     static std::size_t semitoneOf(double pitch);
+    /// The power of a level, 1 at 0 dB.
+    static double powerOf(double levelDb);
 
 private:
     static constexpr std::size_t maxPeaks = lineCount / 2;
@@ -84,10 +86,9 @@ private:
     bool hasLowerPartials(double hz, int divisor) const;
     const Peak* peakNear(double hz) const;
     void take(const Row& row);
-    double soundingPitch(double hz) const;
+    double pitchOf(double hz) const;
 
     double a4Hz;
-    int transposeSemitones;
     std::array<Peak, maxPeaks> peaks{};
     std::size_t peakCount = 0;
     std::array<std::size_t, lineCount> nearestPeak{};  ///< by line

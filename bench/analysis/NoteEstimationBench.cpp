@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <boost/shared_ptr.hpp>
 #include <cmath>
-#include <cstdlib>
 #include <random>
 #include <vector>
 
@@ -56,9 +55,7 @@ void ownUpdate(benchmark::State& state) {
 
 void ownFineUpdate(benchmark::State& state) {
     const boost::shared_ptr<RingBuffer> ring = recording();
-    setenv("ZANTO_EAR", "fine", 1);
-    NoteEstimation estimation;
-    unsetenv("ZANTO_EAR");
+    NoteEstimation estimation(NoteEstimation::Ear::fine);
     for (auto _ : state) {
         estimation.update(ring, frameSeconds);
     }

@@ -97,9 +97,7 @@ Value get(std::istream& in) {
 
 Recording listen(const std::vector<float>& sound, double minDecibel) {
     ::setenv("ZANTO_MIN_DECIBEL", std::to_string(minDecibel).c_str(), 1);
-    ::setenv("ZANTO_EAR", "fine", 1);
-    NoteEstimation estimation;
-    ::unsetenv("ZANTO_EAR");
+    NoteEstimation estimation(NoteEstimation::Ear::fine);
     Peer peer;
     const auto ring = boost::make_shared<RingBuffer>(ringBlocks * static_cast<unsigned int>(blockSamples));
     estimation.update(ring, frameSeconds);

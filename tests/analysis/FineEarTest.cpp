@@ -52,7 +52,7 @@ protected:
                 levelsDb[line] = 10.0 * std::log10(static_cast<double>(power[line]) * 8.178e-7);
             }
             heard(static_cast<double>(end) / signals::sampleRateHz,
-                  ear.hear(levelsDb, thresholdDb, blockSeconds));
+                  ear.hear(levelsDb, thresholdDb, stepSeconds));
         }
     }
 
@@ -81,6 +81,7 @@ protected:
 
     double a4Hz = 440.0;
     int transposeSemitones = 0;
+    double stepSeconds = blockSeconds;  ///< between calls, as the ear is told
     FineEar ear{440.0, 0};
 };
 
@@ -293,6 +294,13 @@ TEST_F(FineEarTest, SpeechGlidesAndIsHeldForNoTime) {
         sound[i] = static_cast<float>(0.1 * sample);
     }
     EXPECT_LT(longestHeld(sound), 0.15);
+}
+
+TEST_F(FineEarTest, NothingIsConfirmedWhileTheClockDoesNotGoOn) {
+    for (const double step : {0.0, -1.0, std::numeric_limits<double>::quiet_NaN()}) {
+        stepSeconds = step;
+        EXPECT_THAT(heardOf({{69.0}}), IsEmpty()) << step;
+    }
 }
 
 TEST_F(FineEarTest, AnyLevelsAndStepsLeaveItWhole) {

@@ -51,7 +51,7 @@ Found notesIn(PartialRows& rows, const std::vector<double>& levels) {
 }
 
 TEST(PartialRowsTest, PeakLiesAtTheTopOfTheParabolaThroughThreeLines) {
-    PartialRows rows(440.0, 0);
+    PartialRows rows(440.0);
     for (double hz = 600.0; hz < 700.0; hz += 1.7) {
         const Found found = notesIn(rows, spectrum({{hz, -20.0}}));
         ASSERT_EQ(found.size(), 1u) << hz;
@@ -62,7 +62,7 @@ TEST(PartialRowsTest, PeakLiesAtTheTopOfTheParabolaThroughThreeLines) {
 
 TEST(PartialRowsTest, FundamentalIsTheMeanOverItsPartials) {
     // The second partial is 2 Hz sharp; both are equally strong and it counts by its number.
-    PartialRows rows(440.0, 0);
+    PartialRows rows(440.0);
     const Found found = notesIn(rows, spectrum({{600.0, -20.0}, {1202.0, -20.0}}));
     ASSERT_EQ(found.size(), 1u);
     EXPECT_NEAR(std::get<0>(found[0]), (600.0 + 2.0 * 1202.0) / 5.0, 1e-6);
@@ -71,7 +71,7 @@ TEST(PartialRowsTest, FundamentalIsTheMeanOverItsPartials) {
 TEST(PartialRowsTest, NotesDoNotDependOnTheSpectraBefore) {
     std::mt19937 random(7);
     const auto below = [&](double end) { return end * static_cast<double>(random() >> 1) / 2147483648.0; };
-    PartialRows used(440.0, 0);
+    PartialRows used(440.0);
     std::size_t withNotes = 0;
     for (int i = 0; i < 300; ++i) {
         std::vector<Top> tops(random() % 12);
@@ -79,7 +79,7 @@ TEST(PartialRowsTest, NotesDoNotDependOnTheSpectraBefore) {
             top = {70.0 + below(2000.0), -60.0 + below(55.0)};
         }
         const std::vector<double> levels = spectrum(tops);
-        PartialRows fresh(440.0, 0);
+        PartialRows fresh(440.0);
         const Found expected = notesIn(fresh, levels);
         ASSERT_THAT(notesIn(used, levels), ContainerEq(expected)) << i;
         withNotes += expected.empty() ? 0 : 1;

@@ -1,7 +1,6 @@
 // Any numbers as a spectrum: NoteEstimation::updateNotes against the rule written down step by step. The fine
 // ear hears the same numbers.
 
-#include <cstdlib>
 #include <fstream>
 #include <limits>
 #include <utility>
@@ -65,16 +64,9 @@ std::vector<Notes::NoteID> plainNotes(const Notes& notes, const Peaks& peaks) {
     return found;
 }
 
-NoteEstimation withFineEar() {
-    setenv("ZANTO_EAR", "fine", 1);
-    NoteEstimation estimation;
-    unsetenv("ZANTO_EAR");
-    return estimation;
-}
-
 struct Ear {
     NoteEstimation estimation;
-    NoteEstimation fine = withFineEar();
+    NoteEstimation fine{NoteEstimation::Ear::fine};
     NoteState plainState;
     Notes notes;
 

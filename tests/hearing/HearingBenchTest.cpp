@@ -94,9 +94,7 @@ TEST_F(HearingBench, AReplayHoldsTheNotesThatTheFineEarHears) {
         mix(sound, sine(130.81 * std::exp2(note / 6.0), 0.2, startSeconds, startSeconds + 0.6, 4.0), 1.0);
     }
     const Recording recording = listen(sound, usualMinDecibel);
-    ::setenv("ZANTO_EAR", "fine", 1);
-    NoteEstimation game;
-    ::unsetenv("ZANTO_EAR");
+    NoteEstimation game(NoteEstimation::Ear::fine);
     const auto ring = boost::shared_ptr<RingBuffer>(new RingBuffer(20 * 1024));
     std::size_t appended = 0;
     std::size_t frame = 0;

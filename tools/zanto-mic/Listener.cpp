@@ -8,7 +8,6 @@
 #include "analysis/SpectrumRules.h"
 #include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
-#include "platform/settings/Settings.h"
 #include "tools/common/DataFolder.h"
 #include "tools/zanto-mic/Microphone.h"
 
@@ -27,9 +26,7 @@ Listener::Listener(Microphone& microphone_, const std::filesystem::path& dataFol
     const WorkingFolder inData(dataFolder);
     estimation = std::make_unique<NoteEstimation>();
     if (!estimation->hasFineEar()) {
-        settings::set("ZANTO_EAR", "fine");
-        fineEstimation = std::make_unique<NoteEstimation>();
-        settings::set("ZANTO_EAR", "plain");
+        fineEstimation = std::make_unique<NoteEstimation>(NoteEstimation::Ear::fine);
     }
 }
 

@@ -22,25 +22,10 @@ constexpr float letGoDb =
 constexpr std::size_t fallReach = 10;  // from a note's end, in which it was let go
 constexpr std::size_t longestFade = 500;
 
-// A strike is a peak of the spectrum's rise, which is a share of the sound. Wind and plucked strings show in
-// it; a bow shows more in the noise of weak lines.
-constexpr std::size_t reach = 6;  // of a peak to both sides, in frames
-constexpr float leastRise = 0.12f;
-constexpr float softRise = 0.2f;
-constexpr float strongRise = 0.33f;
-constexpr float certainRise = 0.55f;
-constexpr float strongScratchDb = 6.3f;
-constexpr float usualRise = 0.3f;
-constexpr float usualScratchDb = 6.0f;
-constexpr double onBeat = 0.12;           // slots
-constexpr std::size_t tremoloReach = 70;  // frames
-constexpr float aboveTremolo = 1.1f;
-
 class Events {
 public:
-    Events(const std::vector<ListenedFrame>& frames_, const Beat* beat_) : frames(frames_), beat(beat_) {
-        findStrikes();
-    }
+    Events(const std::vector<ListenedFrame>& frames_, const Beat* beat)
+        : frames(frames_), strikes(frames_, beat) {}
 
     std::vector<HeardEvent> find() const {
         std::vector<HeardEvent> events;
@@ -58,70 +43,9 @@ private:
         return frames[std::min(frame, frames.size() - 1)].levelsDb.at(static_cast<std::size_t>(note));
     }
 
-    // The moments at which the sound rises most.
-    void findStrikes() {
-        for (std::size_t frame = reach; frame + reach < frames.size(); ++frame) {
-            if (isPeak(frame) && isStrike(frame)) {
-                strikes.push_back(frame);
-            }
-        }
-    }
-
-    bool isStrike(std::size_t frame) const {
-        const float rise = frames[frame].rise;
-        if (beat == nullptr) {
-            return rise > strongRise || scratchAround(frame) > strongScratchDb;
-        }
-        if (rise > certainRise) {
-            return true;
-        }
-        if (!isOnBeat(frame) || rise < softRise) {
-            return false;
-        }
-        // A tremolo's strokes lie off the beat as well.
-        const std::size_t begin = frame - std::min(frame, tremoloReach);
-        const std::size_t end = std::min(frame + tremoloReach, frames.size() - reach);
-        for (std::size_t at = std::max(begin, reach); at < end; ++at) {
-            if (!isOnBeat(at) && isPeak(at) && strengthAt(at) * aboveTremolo > strengthAt(frame)) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-    bool isOnBeat(std::size_t frame) const {
-        return awayFromWhole((static_cast<double>(frame) - beat->phase) / beat->period) < onBeat;
-    }
-
-    float strengthAt(std::size_t frame) const {
-        return frames[frame].rise / usualRise + scratchAround(frame) / usualScratchDb;
-    }
-
-    bool isPeak(std::size_t frame) const {
-        const float rise = frames[frame].rise;
-        bool is = rise > leastRise;
-        for (std::size_t at = frame - reach; at <= frame + reach && is; ++at) {
-            is = frames[at].rise < rise || (frames[at].rise == rise && at >= frame);
-        }
-        return is;
-    }
-
-    float scratchAround(std::size_t frame) const {
-        float most = 0.0f;
-        for (std::size_t at = frame - 3; at <= frame + 3; ++at) {
-            most = std::max(most, frames[at].scratchDb);
-        }
-        return most;
-    }
-
-    bool isStruckIn(std::size_t from, std::size_t to) const {
-        const auto strike = std::lower_bound(strikes.begin(), strikes.end(), from);
-        return strike != strikes.end() && *strike <= to;
-    }
-
     // A note that is not heard for a while sounds on all the same when nothing else has begun.
     bool isOnlyLost(std::size_t end, std::size_t frame) const {
-        if (frame - end > longestLoss || isStruckIn(end - std::min(end, shortestRun), frame)) {
+        if (frame - end > longestLoss || strikes.anyIn(end - std::min(end, shortestRun), frame)) {
             return false;
         }
         unsigned before = 0;
@@ -154,7 +78,7 @@ private:
         const std::size_t most = std::min(frames.size(), lost + longestFade);
         const unsigned known = frames[lost - 1].notes;
         while (end < most && fallTo(note, end) < letGoDb && level(note, end) < level(note, end - memory) &&
-               (frames[end].notes & ~known) == 0 && !isStruckIn(end - reach, end)) {
+               (frames[end].notes & ~known) == 0 && !strikes.anyIn(end - Strikes::reach, end)) {
             ++end;
         }
         return end;
@@ -202,7 +126,7 @@ private:
         const double seeming = static_cast<double>(heard) - beginDelay;
         double begin = seeming;
         double nearest = farthestStrike;
-        for (const std::size_t strike : strikes) {
+        for (const std::size_t strike : strikes.frames()) {
             const double distance = std::abs(static_cast<double>(strike) - seeming);
             if (distance < nearest) {
                 nearest = distance;
@@ -227,7 +151,7 @@ private:
     // A run into the notes that were struck in it.
     void split(int note, std::size_t begin, std::size_t end, std::vector<HeardEvent>& events) const {
         double start = beginOf(begin);
-        for (const std::size_t strike : strikes) {
+        for (const std::size_t strike : strikes.frames()) {
             const auto at = static_cast<double>(strike);
             if (at >= start + settling && strike + shortestRun <= end && isAttacked(note, strike)) {
                 events.push_back({note, start, at});
@@ -238,15 +162,10 @@ private:
     }
 
     const std::vector<ListenedFrame>& frames;
-    const Beat* beat;
-    std::vector<std::size_t> strikes;
+    const Strikes strikes;
 };
 
 }  // namespace
-
-double awayFromWhole(double value) {
-    return std::abs(value - std::round(value));
-}
 
 std::vector<HeardEvent> findEvents(const std::vector<ListenedFrame>& frames, const Beat* beat) {
     return Events(frames, beat).find();

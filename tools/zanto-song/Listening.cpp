@@ -8,7 +8,6 @@
 #include "analysis/NoteEstimation.h"
 #include "analysis/SpectrumRules.h"
 #include "audio/RingBuffer.h"
-#include "platform/settings/Settings.h"
 #include "tools/zanto-song/Performance.h"
 #include "tools/zanto-song/SoundRecording.h"
 
@@ -78,8 +77,7 @@ float levelOf(int note, const std::vector<double>& spectrum) {
 }  // namespace
 
 std::vector<ListenedFrame> listenTo(SampleSource& recording) {
-    settings::set("ZANTO_EAR", "fine");
-    NoteEstimation estimation;
+    NoteEstimation estimation(NoteEstimation::Ear::fine);
     const auto ring = boost::make_shared<RingBuffer>(static_cast<unsigned int>(samplesPerFrame) * framesKept);
     std::vector<ListenedFrame> frames;
     std::array<ShortSpectrum, framesBack> earlier{};
