@@ -58,7 +58,7 @@ const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& level
         sounding.set(semitone, voices[semitone].isFound && !voices[semitone].hasEnded);
     }
     rows.find(levelsDb, leastDb, sounding);
-    const double leastPower = PartialRows::powerOf(leastDb);
+    const double leastPower = SpectrumPeaks::powerOf(leastDb);
     followPower(step);
     std::array<const PartialRows::Note*, 12> foundAt{};
     for (const PartialRows::Note& note : rows) {
@@ -96,11 +96,11 @@ double FineEar::keyOf(double pitch) const {
 }
 
 void FineEar::followPower(double dtSeconds) {
-    const double fade = PartialRows::powerOf(-fadeDbPerSecond * dtSeconds);
-    const double rise = PartialRows::powerOf(riseDbPerSecond * dtSeconds);
+    const double fade = SpectrumPeaks::powerOf(-fadeDbPerSecond * dtSeconds);
+    const double rise = SpectrumPeaks::powerOf(riseDbPerSecond * dtSeconds);
     // From nothing nothing rises.
-    const double least = PartialRows::powerOf(-PartialRows::levelLimitDb);
-    for (std::size_t line = 0; line < PartialRows::lineCount; ++line) {
+    const double least = SpectrumPeaks::powerOf(-SpectrumPeaks::levelLimitDb);
+    for (std::size_t line = 0; line < SpectrumPeaks::lineCount; ++line) {
         peakPower[line] = std::max(rows.power()[line], peakPower[line] * fade);
         restPower[line] = std::min(rows.power()[line], std::max(least, restPower[line] * rise));
     }
@@ -127,7 +127,7 @@ void FineEar::followVoice(Voice& voice, const PartialRows::Note* note, double dt
     for (std::size_t partial = 1; partial <= endPartials; ++partial) {
         const double hz = static_cast<double>(partial) * note->hz;
         const auto line = static_cast<std::size_t>(std::lround(hz / rules::binWidthHz));
-        if (line + 1 >= PartialRows::lineCount || !isOwn(hz, *note)) {
+        if (line + 1 >= SpectrumPeaks::lineCount || !isOwn(hz, *note)) {
             continue;
         }
         for (std::size_t i = line - 1; i <= line + 1; ++i) {

@@ -26,7 +26,7 @@ public:
     FineEar(double a4Hz, int transposeSemitones);
 
     /// The naturals that sound in a spectrum of the newest 4096 samples at 48000 Hz through a Hamming window,
-    /// each once: `levelsDb` has one level per line, from 0 Hz on, at least PartialRows::lineCount; any
+    /// each once: `levelsDb` has one level per line, from 0 Hz on, at least SpectrumPeaks::lineCount; any
     /// value may stand in it. A partial of each note must exceed `leastDb`. `dtSeconds` is the time since the
     /// last call. The result is valid until the next one.
     const std::vector<Notes::NoteID>& hear(const std::vector<double>& levelsDb, double leastDb,
@@ -57,7 +57,7 @@ private:
     PartialRows rows;
     int transposeSemitones;
     std::array<Voice, 12> voices{};
-    PartialRows::Spectrum peakPower{};  ///< the recent maximum
-    PartialRows::Spectrum restPower{};  ///< the recent minimum
+    SpectrumPeaks::Spectrum peakPower{};  ///< the recent maximum
+    SpectrumPeaks::Spectrum restPower{};  ///< the recent minimum
     std::vector<Notes::NoteID> notes;
 };

@@ -8,23 +8,13 @@
 namespace {
 
 constexpr double lineHz = rules::binWidthHz;
-/// 47 Hz, below the lowest fundamental; the window spreads a constant over the lines below.
-constexpr std::size_t lowestLine = 4;
-/// The side lobes of the Hamming window lie 43 dB below its main lobe: a peak as weak as that may not be a
-/// sound.
-constexpr double peakRangeDb = 42.0;
-/// Partials at most this much below the threshold count for a note with a stronger one.
-constexpr double supportDb = 20.0;
 
 // Klapuri's weights for a window of 93 ms; ours lasts 85 ms.
 constexpr double weightHz = 52.0;
 constexpr double weightPartialHz = 320.0;
 
-/// How far a partial may be from its place: nearly one line, and the quarter of a semitone by which stiff
-/// strings and vibrato move it.
-constexpr double reachHz = 0.8 * lineHz;
-constexpr double reachShare = 0.016;
-/// What is taken away with a note is a little wider: the flanks of its partials have peaks of their own.
+/// What is taken away with a note is a little wider than a partial's reach: the flanks of its partials have
+/// peaks of their own.
 constexpr double takenHz = 1.3 * lineHz;
 
 // The candidates for a fundamental.
@@ -46,24 +36,13 @@ constexpr double takenGain = 0.5;
 constexpr double lowerPartials = 0.8;
 constexpr double lowerScore = 0.5;
 constexpr int lowerRange = 4;  ///< how many partials of the upper one to look between
-constexpr double lowerHz =
-    4800.0;  ///< and up to where: a partial may lie off its place, and 5 kHz is the end
+/// And up to where: a partial may lie off its place, and at 5 kHz the peaks end.
+constexpr double lowerHz = 4800.0;
 
 /// By how much a favoured note is more likely than another one.
 constexpr double favour = 0.3;
 /// The share of all power up to 5 kHz that the notes' partials must hold. With less it is noise.
 constexpr double leastTonal = 0.3;
-/// The power of a sine is spread over lines that add up to this many times its peak (Hamming window).
-constexpr double windowSpread = 1.36;
-
-double limited(double levelDb) {
-    constexpr double limit = PartialRows::levelLimitDb;
-    return levelDb > -limit ? std::min(levelDb, limit) : -limit;
-}
-
-double reachAt(double hz) {
-    return reachHz + reachShare * hz;
-}
 
 }  // namespace
 
@@ -75,49 +54,9 @@ std::size_t PartialRows::semitoneOf(double pitch) {
     return static_cast<std::size_t>(semitones < 0 ? semitones + 12 : semitones);
 }
 
-double PartialRows::powerOf(double levelDb) {
-    return std::pow(10.0, levelDb / 10.0);
-}
-
-void PartialRows::findPeaks(const std::vector<double>& levelsDb, double leastDb) {
-    const auto level = [&](std::size_t line) { return limited(levelsDb[line]); };
-    const auto isPeak = [&](std::size_t line) {
-        return level(line) > level(line - 1) && level(line) >= level(line + 1);
-    };
-    double loudestDb = -levelLimitDb;
-    for (std::size_t line = 0; line < lineCount; ++line) {
-        linePower[line] = powerOf(level(line));
-        if (line >= lowestLine && line + 1 < lineCount && isPeak(line)) {
-            loudestDb = std::max(loudestDb, level(line));
-        }
-    }
-    // Partials below the threshold speak for a note that is above it.
-    const double lowestDb = std::max(loudestDb - peakRangeDb, leastDb - supportDb);
-    peakCount = 0;
-    for (std::size_t line = lowestLine; line + 1 < lineCount; ++line) {
-        if (!(level(line) > lowestDb) || !(loudestDb > leastDb) || !isPeak(line)) {
-            continue;
-        }
-        // The top of the parabola through the three levels.
-        const double slope = level(line - 1) - level(line + 1);
-        const double bend = level(line - 1) - 2.0 * level(line) + level(line + 1);
-        const double offset = bend < 0.0 ? 0.5 * slope / bend : 0.0;
-        const double topDb = level(line) - 0.25 * slope * offset;
-        peaks[peakCount++] = {(static_cast<double>(line) + offset) * lineHz, powerOf(topDb / 4.0),
-                              powerOf(topDb), false};
-    }
-    std::size_t next = 0;
-    for (std::size_t line = 0; line < lineCount; ++line) {
-        const double hz = static_cast<double>(line) * lineHz;
-        while (next + 1 < peakCount && peaks[next + 1].hz - hz < hz - peaks[next].hz) {
-            ++next;
-        }
-        nearestPeak[line] = next;
-    }
-}
-
 void PartialRows::find(const std::vector<double>& levelsDb, double leastDb, const std::bitset<12>& favoured) {
-    findPeaks(levelsDb, leastDb);
+    peaks.find(levelsDb, leastDb);
+    isTaken = {};
     foundCount = 0;
     double tonal = 0.0;
     while (foundCount < maxNotes) {
@@ -128,17 +67,13 @@ void PartialRows::find(const std::vector<double>& levelsDb, double leastDb, cons
         row = lowered(row);
         double strongest = 0.0;
         for (std::size_t i = 0; i < row.peakCount; ++i) {
-            tonal += peaks[row.peaks[i]].power;
-            strongest = std::max(strongest, peaks[row.peaks[i]].power);
+            tonal += row.peaks[i]->power;
+            strongest = std::max(strongest, row.peaks[i]->power);
         }
         found[foundCount++] = {row.hz, row.score, pitchOf(row.hz), strongest};
         take(row);
     }
-    double all = 0.0;
-    for (std::size_t line = lowestLine; line < lineCount; ++line) {
-        all += linePower[line] / windowSpread;
-    }
-    if (tonal < leastTonal * all) {
+    if (tonal < leastTonal * peaks.totalPower()) {
         foundCount = 0;
     }
 }
@@ -146,9 +81,9 @@ void PartialRows::find(const std::vector<double>& levelsDb, double leastDb, cons
 PartialRows::Row PartialRows::bestRow(const std::bitset<12>& favoured) const {
     std::array<bool, candidateCount> tried{};
     Row best;
-    for (std::size_t i = 0; i < peakCount; ++i) {
-        for (int divisor = 1; divisor <= highestDivisor && !peaks[i].isTaken; ++divisor) {
-            const double hz = peaks[i].hz / divisor;
+    for (const SpectrumPeaks::Peak& peak : peaks) {
+        for (int divisor = 1; divisor <= highestDivisor && !isTaken[indexOf(peak)]; ++divisor) {
+            const double hz = peak.hz / divisor;
             const double pitch = pitchOf(hz);
             if (pitch > mostCandidatePitch || pitch < leastCandidatePitch) {
                 continue;
@@ -180,14 +115,14 @@ PartialRows::Row PartialRows::rowOn(double hz) const {
     double holes = 0.0;
     double hzSum = 0.0;
     double weightSum = 0.0;
-    constexpr double highestHz = static_cast<double>(lineCount - 2) * lineHz;
+    constexpr double highestHz = static_cast<double>(SpectrumPeaks::lineCount - 2) * lineHz;
     for (std::size_t i = 1; i <= maxPartials && static_cast<double>(i) * row.hz < highestHz; ++i) {
         const auto partial = static_cast<double>(i);
         const double weight = (hz + weightHz) / (partial * hz + weightPartialHz);
-        const Peak* const peak = peakNear(partial * row.hz);
+        const SpectrumPeaks::Peak* const peak = peaks.nearestTo(partial * row.hz);
         if (peak == nullptr) {
             holes += weight;
-        } else if (peak->isTaken) {
+        } else if (isTaken[indexOf(*peak)]) {
             gained += takenGain * weight;
         } else {
             sum += weight * peak->weight;
@@ -198,7 +133,7 @@ PartialRows::Row PartialRows::rowOn(double hz) const {
             hzSum += peak->weight * partial * peak->hz;
             weightSum += peak->weight * partial * partial;
             row.hz = hzSum / weightSum;
-            row.peaks[row.peakCount++] = static_cast<std::size_t>(peak - peaks.data());
+            row.peaks[row.peakCount++] = peak;
         }
     }
     if (row.peakCount > 0) {
@@ -232,30 +167,21 @@ bool PartialRows::hasLowerPartials(double hz, int divisor) const {
     for (int partial = 1; partial <= lowerRange * divisor && partial * hz < lowerHz; ++partial) {
         if (partial % divisor != 0) {
             ++wanted;
-            there += peakNear(partial * hz) != nullptr ? 1 : 0;
+            there += peaks.nearestTo(partial * hz) != nullptr ? 1 : 0;
         }
     }
     return there >= lowerPartials * wanted;
 }
 
-const PartialRows::Peak* PartialRows::peakNear(double hz) const {
-    const auto line = static_cast<std::size_t>(std::lround(hz / lineHz));
-    if (line >= lineCount) {
-        return nullptr;
-    }
-    const Peak& peak = peaks[nearestPeak[line]];
-    return std::abs(peak.hz - hz) < reachAt(hz) ? &peak : nullptr;
-}
-
 void PartialRows::take(const Row& row) {
     for (std::size_t i = 0; i < row.peakCount; ++i) {
-        peaks[row.peaks[i]].isTaken = true;
+        isTaken[indexOf(*row.peaks[i])] = true;
     }
-    for (std::size_t i = 0; i < peakCount; ++i) {
-        const double partial = std::round(peaks[i].hz / row.hz);
+    for (const SpectrumPeaks::Peak& peak : peaks) {
+        const double partial = std::round(peak.hz / row.hz);
         const double placeHz = partial * row.hz;
-        if (partial >= 1.0 && std::abs(peaks[i].hz - placeHz) < takenHz + reachShare * placeHz) {
-            peaks[i].isTaken = true;
+        if (partial >= 1.0 && std::abs(peak.hz - placeHz) < takenHz + SpectrumPeaks::reachShare * placeHz) {
+            isTaken[indexOf(peak)] = true;
         }
     }
 }

@@ -34,8 +34,8 @@ TEST(FineEarMemoryTest, AllocatesNothingAfterItsConstruction) {
     std::vector<std::vector<double>> spectra;
     constexpr std::size_t steps[] = {430, 40, 22, 12, 3, 2, 430};
     for (const std::size_t step : steps) {
-        spectra.emplace_back(PartialRows::lineCount + 1, -90.0);
-        for (std::size_t line = step; line < PartialRows::lineCount; line += step) {
+        spectra.emplace_back(SpectrumPeaks::lineCount + 1, -90.0);
+        for (std::size_t line = step; line < SpectrumPeaks::lineCount; line += step) {
             spectra.back()[line] = -20.0;
         }
     }

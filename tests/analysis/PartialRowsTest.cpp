@@ -27,7 +27,7 @@ struct Top {
 /// Silence with a parabola around each top, as wide as the main lobe of the analysis window.
 std::vector<double> spectrum(const std::vector<Top>& tops) {
     constexpr double dbPerLine = 6.0;  // one line beside the top
-    std::vector<double> levels(PartialRows::lineCount, silenceDb);
+    std::vector<double> levels(SpectrumPeaks::lineCount, silenceDb);
     for (const Top& top : tops) {
         for (std::size_t line = 0; line < levels.size(); ++line) {
             const double away = static_cast<double>(line) - top.hz / rules::binWidthHz;
