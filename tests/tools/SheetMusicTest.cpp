@@ -210,7 +210,8 @@ TEST(MusicXmlSheet, JumpsAreFollowedBySoundsAndByWhatIsWritten) {
     const std::string coda = "<direction><direction-type><coda/></direction-type></direction>";
     const auto played = [](const std::string& measures) {
         std::string steps;
-        for (const SheetNote& sounded : xml(measures).voices.at(0).notes) {
+        const SheetMusic sheet = xml(measures);
+        for (const SheetNote& sounded : sheet.voices.at(0).notes) {
             steps += std::to_string(sounded.pitch) + " ";
         }
         return steps;
