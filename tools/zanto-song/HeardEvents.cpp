@@ -100,7 +100,8 @@ private:
         while (falling > earliest && fallTo(note, falling) >= letGoDb) {
             --falling;
         }
-        return static_cast<double>(falling - fallFrames / 2);
+        const std::size_t middle = falling - fallFrames / 2;
+        return static_cast<double>(middle);
     }
 
     void findRuns(int note, std::vector<HeardEvent>& events) const {
