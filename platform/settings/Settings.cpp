@@ -8,8 +8,23 @@
 namespace settings {
 
 namespace {
-constexpr const char* aNumber = "a number";
-constexpr const char* aWholeNumber = "a whole number";
+
+double numberLike(bool isWhole, const char* variable, double least, double most, double usual) {
+    const std::string value = text(variable);
+    if (value.empty()) {
+        return usual;
+    }
+    char* end = nullptr;
+    const double given = std::strtod(value.c_str(), &end);
+    const bool isKind = !isWhole || given == std::floor(given);
+    if (*end == '\0' && given >= least && given <= most && isKind) {
+        return given;
+    }
+    std::cerr << variable << ": \"" << value << "\" is not a " << (isWhole ? "whole " : "") << "number from "
+              << least << " to " << most << ". " << usual << " is used." << std::endl;
+    return usual;
+}
+
 }  // namespace
 
 void set(const char* variable, const std::string& value) {
@@ -41,32 +56,12 @@ std::size_t choice(const char* variable, const std::vector<std::string>& words) 
     return 0;
 }
 
-namespace {
-
-double numberLike(const char* kind, const char* variable, double least, double most, double usual) {
-    const std::string value = text(variable);
-    if (value.empty()) {
-        return usual;
-    }
-    char* end = nullptr;
-    const double given = std::strtod(value.c_str(), &end);
-    const bool isKind = kind == aNumber || given == std::floor(given);
-    if (*end == '\0' && given >= least && given <= most && isKind) {
-        return given;
-    }
-    std::cerr << variable << ": \"" << value << "\" is not " << kind << " from " << least << " to " << most
-              << ". " << usual << " is used." << std::endl;
-    return usual;
-}
-
-}  // namespace
-
 double number(const char* variable, double least, double most, double usual) {
-    return numberLike(aNumber, variable, least, most, usual);
+    return numberLike(false, variable, least, most, usual);
 }
 
 int wholeNumber(const char* variable, int least, int most, int usual) {
-    return static_cast<int>(numberLike(aWholeNumber, variable, least, most, usual));
+    return static_cast<int>(numberLike(true, variable, least, most, usual));
 }
 
 }  // namespace settings
