@@ -165,7 +165,7 @@ void PortAudioInput::tend(double nowSeconds) {
     if (stream == nullptr && !lost) {
         return;
     }
-    if (watch.moves(ringBuffer->position(), nowSeconds)) {
+    if (watch.observe(ringBuffer->position(), nowSeconds)) {
         if (lost) {
             std::cerr << "The microphone is heard again." << std::endl;
         }

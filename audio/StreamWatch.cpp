@@ -6,7 +6,7 @@ namespace {
 constexpr double longestStepSeconds = 0.25;
 }  // namespace
 
-bool StreamWatch::moves(std::uint32_t position, double nowSeconds) {
+bool StreamWatch::observe(std::uint32_t position, double nowSeconds) {
     const double step = std::min(nowSeconds - lastLook, longestStepSeconds);
     lastLook = nowSeconds;
     if (position != lastPosition) {

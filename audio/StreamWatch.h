@@ -4,11 +4,12 @@
 
 /// Notices that a ring buffer stands still. Its owner looks at it in every frame:
 ///
-///     if (!watch.moves(ring.position(), nowSeconds) && watch.stillSeconds() > patience) reopen();
+///     if (!watch.observe(ring.position(), nowSeconds) && watch.stillSeconds() > patience) reopen();
 class StreamWatch {
 public:
-    /// Whether `position` is another one than at the last look.
-    bool moves(std::uint32_t position, double nowSeconds);
+    /// Takes a look, and gives whether `position` is another one than at the last. If not, the time since
+    /// then counts.
+    bool observe(std::uint32_t position, double nowSeconds);
 
     /// For how long the looks have found the same position. Between two looks at most 0.25 s count, so that a
     /// program that was stopped does not take its own pause for a silent stream.

@@ -47,9 +47,9 @@ bool Song::load(const char* path) {
 }
 
 bool Song::load(std::ifstream& in) {
-    const bool complete = read(in);
+    const bool wasRead = read(in);
     measureTrack();
-    return complete;
+    return wasRead;
 }
 
 bool Song::read(std::ifstream& in) {
