@@ -54,11 +54,11 @@ void Song::updateScore(Score& score, double t, const NoteState& state) {
         expected.set(static_cast<std::size_t>(mark.note));
     }
     // Notes of earlier slots earn the award for each slot of their length, notes of this slot earn it once.
-    for (int earlier = std::max(current - rules::lookBackSlots, 0); earlier < current; ++earlier) {
-        const auto start = static_cast<std::size_t>(earlier);
+    for (int back = std::min(current, rules::lookBackSlots); back > 0; --back) {
+        const std::size_t start = slot - static_cast<std::size_t>(back);
         for (std::size_t i = 0; i < slots[start].size(); ++i) {
             const NoteMark& mark = slots[start][i];
-            if (static_cast<std::int64_t>(mark.length) + earlier > current) {
+            if (mark.length > back) {
                 const auto length = static_cast<float>(mark.length);
                 award({start, i}, length, rules::awardPoints * length, score, state);
                 expected.set(static_cast<std::size_t>(mark.note));
@@ -103,8 +103,8 @@ void Song::penalise(std::size_t slot, const Notes::NoteID& note, Score& score) {
 
 void Song::give(float points, std::size_t slot, float height, Score& score) {
     const FFont font = Globals::getInstance().getScoreFont();
-    scene.addObject(boost::make_shared<ScoreAnnotation>(static_cast<float>(static_cast<int>(slot)), height,
-                                                        font, toInt(static_cast<double>(points))));
+    scene.addObject(boost::make_shared<ScoreAnnotation>(static_cast<float>(slot), height, font,
+                                                        toInt(static_cast<double>(points))));
     score.addToScore(points);
 }
 
