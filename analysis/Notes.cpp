@@ -66,3 +66,8 @@ std::string Notes::idToName(const NoteID& id) {
     const bool named = id >= 0 && id < noteCount;
     return named ? names[static_cast<std::size_t>(id)] : std::string();
 }
+
+Notes::NoteID Notes::ofSemitone(int semitones) {
+    static constexpr std::array<std::int32_t, 12> naturals = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
+    return naturals.at(static_cast<std::size_t>((semitones % 12 + 12) % 12));
+}

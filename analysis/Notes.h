@@ -45,6 +45,9 @@ public:
     /// 0 to 6 give "C" to "B"; any other value gives the empty string.
     static std::string idToName(const NoteID& id);
 
+    /// The note that lies so many semitones above a C, in any octave, below C too; -1 for a sharp.
+    static NoteID ofSemitone(int semitones);
+
 private:
     /// From a frequency in Hz to its note. Several frequencies may share a note.
     std::map<float, NoteID> frequencies;

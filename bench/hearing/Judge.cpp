@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "analysis/Notes.h"
 #include "game/Rules.h"
 
 namespace {
@@ -19,8 +20,8 @@ using NoteSet = std::array<bool, noteCount>;
 NoteSet notesOf(const std::vector<int>& pitches) {
     NoteSet played{};
     for (const int pitch : pitches) {
-        if (naturalOf(pitch) != -1) {
-            played[static_cast<std::size_t>(naturalOf(pitch))] = true;
+        if (Notes::ofSemitone(pitch) != -1) {
+            played[static_cast<std::size_t>(Notes::ofSemitone(pitch))] = true;
         }
     }
     return played;
@@ -121,7 +122,7 @@ Mean meanOf(const std::vector<Heard>& all, const Which& which) {
 }
 
 bool isNatural(const Heard& heard) {
-    return naturalOf(heard.take.pitches.front()) != -1;
+    return Notes::ofSemitone(heard.take.pitches.front()) != -1;
 }
 
 bool isDry(const Heard& heard) {

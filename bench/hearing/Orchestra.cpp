@@ -1,7 +1,6 @@
 #include "bench/hearing/Orchestra.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
@@ -66,9 +65,4 @@ std::size_t instrumentCount() {
 
 bool isTunedOn(std::size_t place) {
     return place < instrumentCount() && place % 2 == 0;
-}
-
-int naturalOf(int pitch) {
-    static constexpr std::array<int, pitchesPerOctave> naturals = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
-    return naturals[static_cast<std::size_t>(pitch % pitchesPerOctave)];
 }

@@ -35,6 +35,3 @@ constexpr int pitchOfC(int octave) {
 constexpr int octaveOf(int pitch) {
     return pitch / 12 - 1;
 }
-
-/// The natural note of a pitch, 0 (C) to 6 (B), -1 for a sharp.
-int naturalOf(int pitch);

@@ -12,8 +12,8 @@
 #include <stdexcept>
 
 #include "analysis/NoteEstimation.h"
+#include "analysis/Notes.h"
 #include "audio/RingBuffer.h"
-#include "bench/hearing/Orchestra.h"
 #include "bench/hearing/Synth.h"
 
 namespace {
@@ -49,7 +49,7 @@ std::uint8_t bitOf(float pitchHz) {
         return 0;
     }
     const long pitch = std::lround(69.0 + 12.0 * std::log2(static_cast<double>(pitchHz) / a4Hz));
-    const int note = pitch >= 0 ? naturalOf(static_cast<int>(pitch)) : -1;
+    const Notes::NoteID note = pitch >= 0 ? Notes::ofSemitone(static_cast<int>(pitch)) : Notes::NoteID();
     return note < 0 ? 0 : static_cast<std::uint8_t>(1u << static_cast<unsigned int>(note));
 }
 

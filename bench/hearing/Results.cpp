@@ -71,7 +71,7 @@ void Archive::forEachPlainTake(bool tunedOn,
         for (std::size_t i = 0; i < takes.size() && isTunedOn(place) == tunedOn; ++i) {
             if (takes[i].trial == Trial::plain && !takes[i].touch.room &&
                 octaveOf(takes[i].pitches.front()) >= lowestTableOctave &&
-                naturalOf(takes[i].pitches.front()) != -1) {
+                Notes::ofSemitone(takes[i].pitches.front()) != -1) {
                 each(takes[i], takeRecordings[place][i]);
             }
         }

@@ -7,7 +7,6 @@
 
 #include "analysis/Notes.h"
 #include "analysis/SpectrumRules.h"
-#include "bench/hearing/Orchestra.h"
 #include "tools/zanto-notes/TableModel.h"
 
 namespace {
@@ -27,8 +26,9 @@ std::string modelText(const TableModel& model) {
 std::string equalTemperedPitches() {
     std::ostringstream text;
     for (int pitch = lowestTablePitch; pitch <= highestTablePitch; ++pitch) {
-        if (naturalOf(pitch) != -1) {
-            text << Notes::idToName(naturalOf(pitch)) << " 1 " << pitchFrequencyHz(a4Hz, pitch) << '\n';
+        if (Notes::ofSemitone(pitch) != -1) {
+            text << Notes::idToName(Notes::ofSemitone(pitch)) << " 1 " << pitchFrequencyHz(a4Hz, pitch)
+                 << '\n';
         }
     }
     return text.str();
@@ -38,8 +38,8 @@ std::string nearestSemitones() {
     BinMap map;
     for (int bin = firstScannedBin; bin * binWidthHz < pitchFrequencyHz(a4Hz, highestTablePitch); ++bin) {
         const auto pitch = static_cast<int>(std::lround(69.0 + 12.0 * std::log2(bin * binWidthHz / a4Hz)));
-        if (naturalOf(pitch) != -1) {
-            map[bin] = naturalOf(pitch);
+        if (Notes::ofSemitone(pitch) != -1) {
+            map[bin] = Notes::ofSemitone(pitch);
         }
     }
     return tableText(map);
@@ -111,7 +111,7 @@ void BinMapSearch::add(const Take& take, const Recording& recording) {
                 bins.push_back(peak.bin);
             }
         }
-        frames[{naturalOf(take.pitches.front()), bins}] += 1.0;
+        frames[{Notes::ofSemitone(take.pitches.front()), bins}] += 1.0;
     }
 }
 

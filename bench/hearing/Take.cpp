@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "analysis/Notes.h"
 #include "bench/hearing/Voice.h"
 
 namespace {
@@ -51,7 +52,7 @@ int naturalBelow(int pitch, int steps) {
     for (; steps > 0; --steps) {
         do {
             --pitch;
-        } while (naturalOf(pitch) == -1);
+        } while (Notes::ofSemitone(pitch) == -1);
     }
     return pitch;
 }

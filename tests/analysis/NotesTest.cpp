@@ -102,6 +102,16 @@ const Example examples[] = {
 INSTANTIATE_TEST_SUITE_P(Notes, Table, testing::ValuesIn(examples),
                          [](const auto& example) { return std::string(example.param.name); });
 
+TEST(Notes, OfSemitoneIsTheWhiteKeyOrNoneWhateverTheOctave) {
+    for (const int c : {-132, -12, 0, 60, 120}) {
+        std::string octave;
+        for (int semitone = 0; semitone < 12; ++semitone) {
+            octave += Notes::idToName(Notes::ofSemitone(c + semitone)) + ".";
+        }
+        EXPECT_EQ(octave, "C..D..E.F..G..A..B.") << c;
+    }
+}
+
 TEST(Notes, LoadAddsToWhatIsThere) {
     Notes notes = table("A 1 440");
     std::istringstream more("B\n1\n494\n");

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/Notes.h"
 #include "bench/hearing/Judge.h"
 #include "bench/hearing/Results.h"
 #include "bench/hearing/SongRun.h"
@@ -103,7 +104,7 @@ TEST_P(HearingOf, NaturalsIsAsGoodAsItWas) {
     for (const Take& take : takesOf(player())) {
         const bool isAsked =
             take.trial == Trial::plain && !take.touch.room && take.touch.velocity == mediumVelocity;
-        if (isAsked && naturalOf(take.pitches.front()) != -1) {
+        if (isAsked && Notes::ofSemitone(take.pitches.front()) != -1) {
             const Recording recording = listen(studio().sound(player(), take), usualMinDecibel);
             if (octaveOf(take.pitches.front()) >= lowestTableOctave) {
                 byPlain.push_back({0, take, judge(take, recording, plain)});

@@ -33,9 +33,7 @@ double normalBelow(double deviations) {
 
 /// The note that a player of this transposition reads for a sounding pitch, -1 for a sharp.
 Notes::NoteID writtenNote(const TableModel& model, int pitch) {
-    static constexpr int naturals[pitchesPerOctave] = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
-    const int above = (pitch - model.transposeSemitones) % pitchesPerOctave;
-    return naturals[(above + pitchesPerOctave) % pitchesPerOctave];
+    return Notes::ofSemitone(pitch - model.transposeSemitones);
 }
 
 /// How often the peak of a played `pitch` falls on `bin`.

@@ -18,15 +18,10 @@ using rules::slotsPerBar;
 
 constexpr double nearly = 1e-6;  // quarter notes
 
-constexpr std::array<int, 12> naturalOf = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
-
-Notes::NoteID naturalAt(int pitch) {
-    return naturalOf.at(static_cast<std::size_t>(((pitch % 12) + 12) % 12));
-}
-
 std::ptrdiff_t naturalsAfter(const SheetVoice& voice, int semitones) {
-    return std::count_if(voice.notes.begin(), voice.notes.end(),
-                         [&](const SheetNote& note) { return naturalAt(note.pitch + semitones) != -1; });
+    return std::count_if(voice.notes.begin(), voice.notes.end(), [&](const SheetNote& note) {
+        return Notes::ofSemitone(note.pitch + semitones) != -1;
+    });
 }
 
 // The smallest shift after which most notes are naturals; of two equal ones, the one upwards.
@@ -114,7 +109,7 @@ double Arranger::endOf(const SheetNote& note, double start) const {
 }
 
 void Arranger::place(const SheetNote& note, double start) {
-    const Notes::NoteID natural = naturalAt(note.pitch + result.semitones);
+    const Notes::NoteID natural = Notes::ofSemitone(note.pitch + result.semitones);
     if (natural == -1) {
         lose(note, "is no natural here and became a rest");
         return;
