@@ -13,6 +13,7 @@ constexpr double binWidthHz = static_cast<double>(sampleRateHz) / windowSamples;
 constexpr int lowestPeakBin = 10;             ///< 117.1875 Hz
 constexpr int highestPeakBin = binCount - 2;  ///< a peak has a neighbour on both sides
 constexpr double lastPeakHz = 1000.0;         ///< the first peak above this is the last one looked at
+constexpr int lastNoteBin = static_cast<int>(lastPeakHz / binWidthHz) + 1;  ///< 1007.8 Hz, the first above
 
 constexpr float usualMinDecibel = -65.0f;  ///< dB; a peak must be louder
 constexpr float levelOriginDb = -100.0f;   ///< the strength of a peak is its level above this

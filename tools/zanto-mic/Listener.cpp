@@ -14,7 +14,6 @@
 namespace {
 
 constexpr int standardOutput = 1;
-constexpr float highestHz = 1010.0f;
 constexpr std::size_t newestSamples = rules::windowSamples;
 
 }  // namespace
@@ -48,7 +47,7 @@ Moment Listener::next() {
     }
     Moment moment{-std::numeric_limits<double>::infinity(), 0.0, 0.0, 0.0, {}, {}};
     std::vector<double> levels;
-    for (int bin = rules::lowestPeakBin; estimation->indexToFrequency(bin) < highestHz; ++bin) {
+    for (int bin = rules::lowestPeakBin; bin <= rules::lastNoteBin; ++bin) {
         const double level = estimation->getPowerSpectrum().at(static_cast<std::size_t>(bin));
         levels.push_back(level);
         if (level > moment.loudestDb) {

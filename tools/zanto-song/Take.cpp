@@ -32,8 +32,6 @@ constexpr double penaltyPoints = rules::penaltyPoints;
 
 constexpr double hearingDelaySeconds = 0.1;  // by which the analysis trails the sound
 
-constexpr float highestHz = 1010.0f;
-
 // What was heard in one slot of the song.
 struct SlotHearing {
     double loudestDb = -std::numeric_limits<double>::infinity();
@@ -133,7 +131,7 @@ void TakePlayer::hear(long frame, std::size_t slot) {
     estimation.update(ring, frameSeconds);
     double loudestDb = -std::numeric_limits<double>::infinity();
     const std::vector<double>& spectrum = estimation.getPowerSpectrum();
-    for (int bin = rules::lowestPeakBin; estimation.indexToFrequency(bin) < highestHz; ++bin) {
+    for (int bin = rules::lowestPeakBin; bin <= rules::lastNoteBin; ++bin) {
         loudestDb = std::max(loudestDb, spectrum.at(static_cast<std::size_t>(bin)));
     }
     HeardFrame now;
