@@ -17,6 +17,16 @@ constexpr double holdFraction = 0.95;   ///< of a note's length, less the time t
 constexpr int lookBackSlots = 4;        ///< a note is judged this long after its slot
 constexpr float awardPoints = 100.0f;   ///< in a note's own slot; in a later one, for each slot of its length
 
+/// When a slot opens, in seconds from the centre of slot 0.
+constexpr double slotOpensSeconds(double slot) {
+    return (slot + windowOpening) * secondsPerSlot;
+}
+
+/// What a note of `length` slots must be held for longer than.
+constexpr double neededSeconds(double length) {
+    return windowOpening * secondsPerSlot + secondsPerSlot * holdFraction * length;
+}
+
 constexpr double wrongHoldSeconds = 0.35;  ///< a wrong note held for longer costs points
 constexpr double graceFraction = 0.2;      ///< of a slot; no penalty so soon after its window opens
 constexpr float penaltyPoints = -20.0f;

@@ -23,17 +23,6 @@ int toInt(double value) {
     return static_cast<int>(value);
 }
 
-float secondsPerSlot(double slotsPerSecond) {
-    return static_cast<float>(1.0 / slotsPerSecond);
-}
-
-// The seconds for which a note of `length` slots must be held: 95 % of it, less the half slot that its window
-// opens early.
-float holdThreshold(float slotSeconds, double length) {
-    return static_cast<float>(static_cast<double>(slotSeconds / -2.0f) +
-                              static_cast<double>(slotSeconds) * rules::holdFraction * length);
-}
-
 }  // namespace
 
 int Song::slotAt(double t) const {
@@ -66,10 +55,9 @@ void Song::updateScore(Score& score, double t, const NoteState& state) {
         }
     }
 
-    const float slotSeconds = secondsPerSlot(slotsPerSecond);
-    const auto slotStart = static_cast<float>(static_cast<double>(static_cast<float>(current) * slotSeconds) +
-                                              rules::windowOpening * static_cast<double>(slotSeconds));
-    if (!(t - static_cast<double>(slotStart) > rules::graceFraction * static_cast<double>(slotSeconds))) {
+    const auto opened =
+        static_cast<float>(rules::slotOpensSeconds(static_cast<double>(static_cast<float>(current))));
+    if (!(t - static_cast<double>(opened) > rules::graceFraction * rules::secondsPerSlot)) {
         return;
     }
     for (std::int32_t note = 0; note < Notes::noteCount; ++note) {
@@ -82,8 +70,8 @@ void Song::updateScore(Score& score, double t, const NoteState& state) {
 
 void Song::award(const MarkPlace& place, double length, float points, Score& score, const NoteState& state) {
     NoteMark& mark = slots[place.slot][place.index];
-    const float threshold = holdThreshold(secondsPerSlot(slotsPerSecond), length);
-    if (state.downCount(mark.note) > threshold && !mark.hit) {
+    const auto needed = static_cast<float>(rules::neededSeconds(length));
+    if (state.downCount(mark.note) > needed && !mark.hit) {
         mark.hit = true;
         fading.push_back(place);
         give(points, place.slot, getNoteHeight(mark.note), score);

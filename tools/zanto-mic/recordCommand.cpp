@@ -34,7 +34,7 @@ constexpr double patienceSeconds = 15.0;  // for the first sound
 
 // The last word comes when the first slot opens, the others a slot before each other.
 constexpr std::array<const char*, 4> countIn = {"3", "2", "1", "play"};
-constexpr double firstSlotSeconds = rules::leadInSeconds + rules::windowOpening * rules::secondsPerSlot;
+constexpr double firstSlotSeconds = rules::leadInSeconds + rules::slotOpensSeconds(0.0);
 
 // What arrives in a microphone's ring buffer, all of it.
 class Tape {

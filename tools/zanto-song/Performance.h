@@ -26,7 +26,7 @@ struct PlayedNote {
 
 /// When slot 0 opens: its centre comes after the lead-in, and it opens half a slot before. That is when its
 /// bar line and the left ends of its notes reach the time line, and when its notes are due.
-constexpr double firstSlotSeconds = rules::leadInSeconds + rules::windowOpening * rules::secondsPerSlot;
+constexpr double firstSlotSeconds = rules::leadInSeconds + rules::slotOpensSeconds(0.0);
 
 /// The equal-tempered pitch of a natural note, A4 = 440 Hz.
 double pitchOf(const Notes::NoteID& note, int octave);

@@ -22,7 +22,6 @@ constexpr double frameSeconds = 1.0 / framesPerSecond;
 constexpr std::size_t samplesPerBlock = 1024;  // as the game's audio input delivers them
 constexpr unsigned int blocksKept = 20;
 
-using rules::holdFraction;
 using rules::leadInSeconds;
 using rules::lookBackSlots;
 using rules::secondsPerSlot;
@@ -103,7 +102,7 @@ void TakePlayer::listNotes() {
             note.length = marks[index].length;
             note.outcome = TakenNote::Outcome::tooSoft;
             note.dueSeconds = take.slotOpens(slot);
-            note.neededSeconds = holdFraction * note.length * secondsPerSlot - secondsPerSlot / 2.0;
+            note.neededSeconds = rules::neededSeconds(note.length);
             judged.back().push_back({note, index});
         }
     }
@@ -309,7 +308,7 @@ Take TakePlayer::play() {
 }  // namespace
 
 double Take::slotOpens(std::size_t slot) const {
-    return startSeconds + leadInSeconds + (static_cast<double>(slot) + rules::windowOpening) * secondsPerSlot;
+    return startSeconds + leadInSeconds + rules::slotOpensSeconds(static_cast<double>(slot));
 }
 
 double rescore(Song& song, const std::vector<HeardFrame>& frames) {
