@@ -19,8 +19,8 @@ public:
     AudioInput& operator=(const AudioInput&) = delete;
 
     virtual bool isRecording() = 0;
-    /// Starts with a new ring buffer of 20 blocks. False, with one line on standard error, if the back-end
-    /// fails; false and silent if it is recording already.
+    /// Starts with a new ring buffer of `blocksKept` blocks. False, with one line on standard error, if the
+    /// back-end fails; false and silent if it is recording already.
     virtual bool startRecording() = 0;
     /// False, with one line on standard error, if the back-end fails; false and silent if it is idle.
     virtual bool stopRecording() = 0;
@@ -44,6 +44,9 @@ public:
 
     /// Empty before the first start. A restart makes a new buffer, so do not keep the pointer.
     boost::shared_ptr<RingBuffer> getRingBuffer();
+
+    /// A whole number, so that no block crosses the end of the ring buffer and is dropped.
+    static constexpr unsigned int blocksKept = 20;
 
 protected:
     AudioInput() = default;

@@ -18,9 +18,6 @@
 
 namespace {
 
-/// A whole number of blocks, so that no block crosses the end of the store and is dropped.
-constexpr unsigned int blocksKept = 20;
-
 constexpr double patienceSeconds = 2.0;  // without a block, before the device is opened again
 constexpr double retrySeconds = 3.0;     // between two such openings
 // Without a block, a dozen of 1024 samples: stopping such a stream could take for ever.

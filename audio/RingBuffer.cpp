@@ -40,3 +40,7 @@ void RingBuffer::copyLatest(std::vector<float>& out) const {
 std::uint32_t RingBuffer::position() const {
     return writePos;
 }
+
+std::uint32_t RingBuffer::capacity() const {
+    return static_cast<std::uint32_t>(samples.size());
+}

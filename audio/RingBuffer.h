@@ -30,6 +30,9 @@ public:
     /// The slot that the next append writes first. It changes with every block that arrives.
     std::uint32_t position() const;
 
+    /// In samples.
+    std::uint32_t capacity() const;
+
 private:
     /// The slot that the next append writes first; below the capacity whenever no append is running.
     std::uint32_t writePos = 0;

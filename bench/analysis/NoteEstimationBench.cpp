@@ -13,6 +13,7 @@
 
 #include "analysis/NoteEstimation.h"
 #include "analysis/SpectrumRules.h"
+#include "audio/AudioInput.h"
 #include "audio/RingBuffer.h"
 #include "bench/support/RatioReporter.h"
 
@@ -26,10 +27,11 @@ const double pi = std::acos(-1.0);
 
 /// Three notes with their overtones in a little noise: as many peaks as a game ever has.
 boost::shared_ptr<RingBuffer> recording() {
-    boost::shared_ptr<RingBuffer> ring(new RingBuffer(20 * blockLength));
+    constexpr int capacity = AudioInput::blocksKept * blockLength;
+    boost::shared_ptr<RingBuffer> ring(new RingBuffer(capacity));
     std::mt19937 random(1);
     std::vector<float> block(blockLength);
-    for (int start = 0; start < 20 * blockLength; start += blockLength) {
+    for (int start = 0; start < capacity; start += blockLength) {
         for (int i = 0; i < blockLength; ++i) {
             const double seconds = static_cast<double>(start + i) / sampleRateHz;
             double sample = (static_cast<double>(random()) / 4294967296.0 - 0.5) * 0.001;

@@ -13,12 +13,12 @@
 
 #include "analysis/NoteEstimation.h"
 #include "analysis/Notes.h"
+#include "audio/AudioInput.h"
 #include "audio/RingBuffer.h"
 #include "bench/hearing/Synth.h"
 
 namespace {
 
-constexpr unsigned int ringBlocks = 20;
 constexpr float keptBelowLoudestDb = 6.0f;
 constexpr double frameSeconds = 1.0 / framesPerSecond;
 
@@ -99,7 +99,8 @@ Recording listen(const std::vector<float>& sound, double minDecibel) {
     ::setenv("ZANTO_MIN_DECIBEL", std::to_string(minDecibel).c_str(), 1);
     NoteEstimation estimation(NoteEstimation::Ear::fine);
     Peer peer;
-    const auto ring = boost::make_shared<RingBuffer>(ringBlocks * static_cast<unsigned int>(blockSamples));
+    const auto ring =
+        boost::make_shared<RingBuffer>(AudioInput::blocksKept * static_cast<unsigned int>(blockSamples));
     estimation.update(ring, frameSeconds);
     // By the number of blocks that have arrived.
     std::vector<std::vector<HeardPeak>> peaks = {peaksOf(estimation)};

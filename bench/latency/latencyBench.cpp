@@ -9,6 +9,7 @@
 
 #include "analysis/NoteEstimation.h"
 #include "analysis/SpectrumRules.h"
+#include "audio/AudioInput.h"
 #include "audio/RingBuffer.h"
 
 namespace {
@@ -39,12 +40,9 @@ float sampleOf(const Tone& tone, double amplitude, int sample) {
 /// the first frame with the note down; frames come `framePhase` of a frame after callbacks began. The longest
 /// wait when there is none.
 double latency(const Tone& tone, double amplitude, int onset, double framePhase) {
-    const auto ring = boost::make_shared<RingBuffer>(20 * blockSamples);
+    const auto ring = boost::make_shared<RingBuffer>(AudioInput::blocksKept * blockSamples);
     NoteEstimation estimation;
     std::vector<float> block(blockSamples, 0.0f);
-    for (int i = 0; i < 20; ++i) {
-        ring->append(block.data(), blockSamples);
-    }
     int callbacks = 0;
     for (double now = framePhase * frameSeconds; now < longestWaitSeconds; now += frameSeconds) {
         for (; callbacks * static_cast<double>(blockSamples) / sampleRateHz <= now; ++callbacks) {

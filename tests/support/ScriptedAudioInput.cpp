@@ -11,7 +11,6 @@ namespace scriptedaudio {
 
 namespace {
 
-constexpr unsigned int blocksInBuffer = 20;
 constexpr double sampleRateHz = rules::sampleRateHz;
 constexpr double twoPi = 6.283185307179586;
 
@@ -27,7 +26,7 @@ public:
     bool startRecording() override {
         running = script().records;
         if (running && script().hasRingBuffer) {
-            ringBuffer = boost::make_shared<RingBuffer>(framesPerBuffer * blocksInBuffer);
+            ringBuffer = boost::make_shared<RingBuffer>(framesPerBuffer * blocksKept);
         }
         return running;
     }

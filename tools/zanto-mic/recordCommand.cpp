@@ -46,7 +46,7 @@ public:
     void take() {
         const boost::shared_ptr<const RingBuffer> ring = microphone.samples();
         const std::uint32_t now = ring->position();
-        const std::uint32_t count = (now + ringSamples - position) % ringSamples;
+        const std::uint32_t count = (now + ring->capacity() - position) % ring->capacity();
         std::vector<float> samples(count);
         ring->copyLatest(samples);
         file.write(samples, count);
@@ -57,8 +57,6 @@ public:
     double seconds() const { return static_cast<double>(written) / Microphone::gameRate; }
 
 private:
-    static constexpr std::uint32_t ringSamples = 20 * 1024;  // of the game's audio input
-
     Microphone& microphone;
     WavFile& file;
     std::uint32_t position;

@@ -8,6 +8,7 @@
 
 #include "analysis/NoteEstimation.h"
 #include "analysis/SpectrumRules.h"
+#include "audio/AudioInput.h"
 #include "audio/RingBuffer.h"
 #include "game/Rules.h"
 #include "game/Score.h"
@@ -20,7 +21,6 @@ constexpr long framesPerSecond = Take::framesPerSecond;
 constexpr long samplesPerFrame = SampleSource::sampleRate / framesPerSecond;
 constexpr double frameSeconds = 1.0 / framesPerSecond;
 constexpr std::size_t samplesPerBlock = 1024;  // as the game's audio input delivers them
-constexpr unsigned int blocksKept = 20;
 
 using rules::leadInSeconds;
 using rules::lookBackSlots;
@@ -80,7 +80,8 @@ TakePlayer::TakePlayer(Song& song_, SampleSource& recording_, double startSecond
     : song(song_),
       recording(recording_),
       startSample(static_cast<std::size_t>(std::llround(startSeconds * SampleSource::sampleRate))),
-      ring(boost::make_shared<RingBuffer>(static_cast<unsigned int>(samplesPerBlock) * blocksKept)),
+      ring(boost::make_shared<RingBuffer>(static_cast<unsigned int>(samplesPerBlock) *
+                                          AudioInput::blocksKept)),
       score(0.0f, 0.0f),
       heard(song_.getSlots().size()) {
     // The estimation keeps its own table to itself; this one says which peaks became which note.
