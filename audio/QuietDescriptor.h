@@ -15,6 +15,10 @@ public:
     QuietDescriptor& operator=(const QuietDescriptor&) = delete;
 
 private:
+    // -1 when they fail.
+    static int openNowhere();
+    static int copyOf(int descriptor);
+
     int descriptor;
     int kept = -1;  ///< a copy of the original descriptor, -1 without one
 };

@@ -3,17 +3,10 @@
 #include <windows.h>
 
 #include <cstdio>
-#include <iostream>
 
 #include "audio/QuietDescriptor.h"
 
 namespace {
-
-void flushAll() {
-    std::cout.flush();
-    std::cerr.flush();
-    std::fflush(nullptr);
-}
 
 /// Opens `name` as the stream, if the program was started without it.
 void fill(std::FILE* stream, const char* name, const char* mode) {
@@ -39,23 +32,10 @@ void fillStandardDescriptors() {
     std::setvbuf(stderr, nullptr, _IONBF, 0);
 }
 
-QuietDescriptor::QuietDescriptor(int descriptor_) : descriptor(descriptor_) {
-    flushAll();
-    const int nowhere = _open("NUL", _O_WRONLY | _O_NOINHERIT);
-    if (nowhere == -1) {
-        return;
-    }
-    kept = _dup(descriptor);
-    if (kept != -1) {
-        _dup2(nowhere, descriptor);
-    }
-    _close(nowhere);
+int QuietDescriptor::openNowhere() {
+    return _open("NUL", _O_WRONLY | _O_NOINHERIT);
 }
 
-QuietDescriptor::~QuietDescriptor() {
-    flushAll();
-    if (kept != -1) {
-        _dup2(kept, descriptor);
-        _close(kept);
-    }
+int QuietDescriptor::copyOf(int descriptor) {
+    return _dup(descriptor);
 }
