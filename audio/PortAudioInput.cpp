@@ -6,12 +6,10 @@
 
 #include <unistd.h>
 
-#include <boost/algorithm/string/predicate.hpp>
 #include <iostream>
 #include <optional>
-#include <string>
-#include <vector>
 
+#include "audio/InputChoice.h"
 #include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
 #include "platform/settings/Settings.h"
@@ -36,24 +34,6 @@ private:
     std::optional<QuietDescriptor> quiet;
 };
 
-/// The inputs whose names have `part` in them, in any case of letters. A name that is just `part` is alone.
-std::vector<PaDeviceIndex> inputsCalled(const std::string& part) {
-    std::vector<PaDeviceIndex> found;
-    for (PaDeviceIndex device = 0; device < Pa_GetDeviceCount(); ++device) {
-        const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
-        if (info == nullptr || info->maxInputChannels < 1) {
-            continue;
-        }
-        if (part == info->name) {
-            return {device};
-        }
-        if (boost::algorithm::icontains(info->name, part)) {
-            found.push_back(device);
-        }
-    }
-    return found;
-}
-
 /// Prints one line for a failed call and gives the result of the operation that made it.
 bool fail(const char* message, PaError error) {
     std::cerr << message << ":" << Pa_GetErrorText(error) << std::endl;
@@ -71,7 +51,11 @@ PortAudioInput::PortAudioInput() : showsLog(settings::choice("ZANTO_AUDIO_LOG", 
         const QuietBackEnd quiet(showsLog);
         Pa_Initialize();
     }
-    device = wantedDevice();
+    const InputChoice choice = InputChoice::make();
+    if (!choice.complaint.empty()) {
+        std::cerr << choice.complaint << std::endl;
+    }
+    device = choice.device;
 }
 
 PortAudioInput::~PortAudioInput() {
@@ -84,25 +68,6 @@ PortAudioInput::~PortAudioInput() {
     }
     const QuietBackEnd quiet(showsLog);
     Pa_Terminate();
-}
-
-PaDeviceIndex PortAudioInput::wantedDevice() {
-    const std::string name = settings::text("ZANTO_INPUT");
-    std::vector<PaDeviceIndex> found;
-    if (!name.empty()) {
-        found = inputsCalled(name);
-        if (found.size() == 1) {
-            return found.front();
-        }
-        std::cerr << "ZANTO_INPUT: "
-                  << (found.empty() ? "no input is called \"" : "several inputs are called \"") << name
-                  << "\". The default input is used. Inputs:";
-        for (const PaDeviceIndex device : found.empty() ? inputsCalled("") : found) {
-            std::cerr << " \"" << Pa_GetDeviceInfo(device)->name << '"';
-        }
-        std::cerr << std::endl;
-    }
-    return Pa_GetDefaultInputDevice();
 }
 
 bool PortAudioInput::isRecording() {

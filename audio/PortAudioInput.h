@@ -5,7 +5,8 @@
 #include "audio/AudioInput.h"
 #include "audio/StreamWatch.h"
 
-/// The default input device, through PortAudio, or the one that the environment variable ZANTO_INPUT names.
+/// The default input device, through PortAudio, or the one that the environment variable ZANTO_INPUT names. A
+/// name that fits no input, or several, is told on standard error.
 ///
 /// One instance holds one PortAudio session from construction to destruction. Its callback runs on
 /// PortAudio's thread and touches nothing but the ring buffer.
@@ -32,10 +33,6 @@ public:
     static int recordCallback(const void* input, void* output, unsigned long frameCount,
                               const PaStreamCallbackTimeInfo* timeInfo, unsigned long statusFlags,
                               void* userData) noexcept;
-
-    /// The input that ZANTO_INPUT names, by its name or a part of it; the default one when it names none, or
-    /// not just one, which is told on standard error. Needs an open PortAudio session.
-    static PaDeviceIndex wantedDevice();
 
 private:
     PaError openStream();

@@ -5,7 +5,6 @@
 #include <iostream>
 #include <thread>
 
-#include "audio/PortAudioInput.h"
 #include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
 #include "tools/common/Command.h"
@@ -82,16 +81,14 @@ GameMicrophone::~GameMicrophone() {
     }
 }
 
+InputChoice GameMicrophone::choice() const {
+    return isSessionOpen ? InputChoice::make() : InputChoice{paNoDevice, ""};
+}
+
 std::vector<InputDevice> GameMicrophone::devices() {
-    std::string told;
     std::vector<InputDevice> found;
-    PaDeviceIndex wanted = paNoDevice;
-    if (isSessionOpen) {
-        const QuietErrors printed;
-        wanted = PortAudioInput::wantedDevice();
-        told = printed.text();
-    }
-    tell(told);
+    const InputChoice wanted = choice();
+    tell(wanted.complaint);
     const QuietDescriptor quiet(standardError);
     for (PaDeviceIndex device = 0; isSessionOpen && device < Pa_GetDeviceCount(); ++device) {
         const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
@@ -102,15 +99,14 @@ std::vector<InputDevice> GameMicrophone::devices() {
         const PaError error = tryGameFormat(device);
         found.push_back({device, info->name, host == nullptr ? "" : host->name, info->maxInputChannels,
                          info->defaultSampleRate, error == paNoError ? "" : Pa_GetErrorText(error),
-                         device == wanted});
+                         device == wanted.device});
     }
     return found;
 }
 
 bool GameMicrophone::isMonitor() {
     const QuietDescriptor quiet(standardError);
-    const PaDeviceInfo* const info =
-        isSessionOpen ? Pa_GetDeviceInfo(PortAudioInput::wantedDevice()) : nullptr;
+    const PaDeviceInfo* const info = Pa_GetDeviceInfo(choice().device);
     if (info == nullptr) {
         return false;
     }
@@ -124,8 +120,7 @@ void GameMicrophone::start() {
     std::string told;
     {
         const QuietDescriptor quiet(standardError);
-        const PaDeviceIndex device = isSessionOpen ? PortAudioInput::wantedDevice() : paNoDevice;
-        if (const PaError error = tryGameFormat(device); error != paNoError) {
+        if (const PaError error = tryGameFormat(choice().device); error != paNoError) {
             throw Failure(adviceFor(error));
         }
         const QuietErrors printed;

@@ -3,6 +3,7 @@
 #include <portaudio.h>
 
 #include "audio/AudioInput.h"
+#include "audio/InputChoice.h"
 #include "tools/zanto-mic/Microphone.h"
 
 /// The real microphone: PortAudio's devices, and the game's own audio input. What sound systems print while
@@ -19,6 +20,8 @@ public:
     void wait(double seconds) override;
 
 private:
+    InputChoice choice() const;
+
     boost::shared_ptr<AudioInput> input;
     bool isSessionOpen = false;  ///< a session of PortAudio's besides the input's own
 };
