@@ -34,12 +34,6 @@ private:
     std::optional<QuietDescriptor> quiet;
 };
 
-/// Prints one line for a failed call and gives the result of the operation that made it.
-bool fail(const char* message, PaError error) {
-    std::cerr << message << ":" << Pa_GetErrorText(error) << std::endl;
-    return false;
-}
-
 }  // namespace
 
 boost::shared_ptr<AudioInput> AudioInput::New() {
@@ -85,6 +79,13 @@ bool PortAudioInput::startRecording() {
         return fail("Start stream failed", error);
     }
     return true;
+}
+
+// Prints one line for a failed call and gives the result of the operation that made it.
+bool PortAudioInput::fail(const char* message, PaError error) {
+    failure = error;
+    std::cerr << message << ":" << Pa_GetErrorText(error) << std::endl;
+    return false;
 }
 
 PaError PortAudioInput::openStream() {

@@ -34,7 +34,11 @@ public:
                               const PaStreamCallbackTimeInfo* timeInfo, unsigned long statusFlags,
                               void* userData) noexcept;
 
+    /// Of the start or stop that failed last; paNoError before.
+    PaError lastError() const { return failure; }
+
 private:
+    bool fail(const char* message, PaError error);
     PaError openStream();
     PaError startStream();
     void abandonStream();
@@ -45,4 +49,5 @@ private:
     StreamWatch watch;
     bool lost = false;    ///< from the first reopening to the next block
     const bool showsLog;  ///< what the sound systems print
+    PaError failure = paNoError;
 };

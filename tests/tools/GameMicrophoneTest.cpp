@@ -126,7 +126,8 @@ TEST(GameMicrophone, WhatKeepsItFromStartingIsNamedHoweverLateItShows) {
     }
     fakeportaudio::reset();
     state().openError = paInsufficientMemory;
-    EXPECT_THAT(refusal(), HasSubstr("could not start recording"));
+    EXPECT_THAT(refusal(),
+                HasSubstr("could not start recording: " + fakeportaudio::textOf(paInsufficientMemory)));
     state().formatError = paInternalError;
     EXPECT_THAT(refusal(), HasSubstr(fakeportaudio::textOf(paInternalError)));
 }

@@ -1,10 +1,12 @@
 #include "tools/zanto-mic/GameMicrophone.h"
 
 #include <boost/algorithm/string/predicate.hpp>
+#include <boost/make_shared.hpp>
 #include <chrono>
 #include <iostream>
 #include <thread>
 
+#include "audio/PortAudioInput.h"
 #include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
 #include "tools/common/Command.h"
@@ -23,17 +25,6 @@ PaError tryGameFormat(PaDeviceIndex device) {
     }
     const PaStreamParameters parameters{device, 1, paFloat32, info->defaultLowInputLatency, nullptr};
     return Pa_IsFormatSupported(&parameters, nullptr, Microphone::gameRate);
-}
-
-// The input prints its error as words only; which one that is decides on the advice.
-PaError errorIn(const std::string& printed) {
-    for (const PaError error :
-         {paDeviceUnavailable, paInvalidSampleRate, paInvalidChannelCount, paInvalidDevice}) {
-        if (printed.find(Pa_GetErrorText(error)) != std::string::npos) {
-            return error;
-        }
-    }
-    return paUnanticipatedHostError;
 }
 
 // What the game says of an input that the player named and that is not there.
@@ -124,9 +115,10 @@ void GameMicrophone::start() {
             throw Failure(adviceFor(error));
         }
         const QuietErrors printed;
-        input = AudioInput::New();
-        if (!input->startRecording()) {
-            throw Failure(adviceFor(errorIn(printed.text())));
+        const auto opened = boost::make_shared<PortAudioInput>();
+        input = opened;
+        if (!opened->startRecording()) {
+            throw Failure(adviceFor(opened->lastError()));
         }
         told = printed.text();
     }
