@@ -13,6 +13,7 @@
 #include "game/Rules.h"
 #include "game/Score.h"
 #include "game/Song.h"
+#include "tools/zanto-song/TakeCauses.h"
 
 namespace {
 
@@ -24,24 +25,9 @@ constexpr std::size_t samplesPerBlock = 1024;  // as the game's audio input deli
 
 using rules::leadInSeconds;
 using rules::lookBackSlots;
-using rules::secondsPerSlot;
 using rules::slotsPerSecond;
 constexpr double awardPoints = rules::awardPoints;
 constexpr double penaltyPoints = rules::penaltyPoints;
-
-constexpr double hearingDelaySeconds = 0.1;  // by which the analysis trails the sound
-
-// What was heard in one slot of the song.
-struct SlotHearing {
-    double loudestDb = -std::numeric_limits<double>::infinity();
-    std::array<int, noteCount> framesDown{};
-};
-
-// A note with the frames in which it was judged.
-struct Judged {
-    TakenNote taken;
-    std::size_t markIndex;
-};
 
 class TakePlayer {
 public:
@@ -58,9 +44,6 @@ private:
     void lookAtHolds(std::size_t slot);
     void collectAwards(double t, std::size_t slot);
     void collectPenalties(double t, std::size_t slot, std::size_t marksBefore);
-    void explain(TakenNote& note) const;
-    void explain(TakenPenalty& penalty) const;
-    std::size_t lastJudgedSlot(const TakenNote& note) const;
 
     Song& song;
     SampleSource& recording;
@@ -70,9 +53,9 @@ private:
     Notes table;
     Score score;
     std::size_t samplesRecorded = 0;
-    std::array<double, noteCount> downSince{};  // seconds of the recording
-    std::vector<SlotHearing> heard;             // by slot
-    std::vector<std::vector<Judged>> judged;    // by slot
+    std::array<double, noteCount> downSince{};   // seconds of the recording
+    std::vector<SlotHearing> heard;              // by slot
+    std::vector<std::vector<TakenNote>> judged;  // by slot
     Take take{};
 };
 
@@ -95,16 +78,15 @@ TakePlayer::TakePlayer(Song& song_, SampleSource& recording_, double startSecond
 void TakePlayer::listNotes() {
     for (std::size_t slot = 0; slot < song.getSlots().size(); ++slot) {
         judged.emplace_back();
-        const std::vector<Song::NoteMark>& marks = song.getSlots()[slot];
-        for (std::size_t index = 0; index < marks.size(); ++index) {
+        for (const Song::NoteMark& mark : song.getSlots()[slot]) {
             TakenNote note{};
             note.slot = slot;
-            note.note = marks[index].note;
-            note.length = marks[index].length;
+            note.note = mark.note;
+            note.length = mark.length;
             note.outcome = TakenNote::Outcome::tooSoft;
             note.dueSeconds = take.slotOpens(slot);
             note.neededSeconds = rules::neededSeconds(note.length);
-            judged.back().push_back({note, index});
+            judged.back().push_back(note);
         }
     }
 }
@@ -168,19 +150,14 @@ double TakePlayer::levelOf(const Notes::NoteID& note, double loudestDb) const {
     return std::isfinite(level) ? level : loudestDb;
 }
 
-std::size_t TakePlayer::lastJudgedSlot(const TakenNote& note) const {
-    const auto more = static_cast<std::size_t>(std::clamp(note.length - 1, 0, lookBackSlots));
-    return std::min(note.slot + more, judged.size() - 1);
-}
-
 // Before scoring, so that a note's hold is as long as the one that it may be awarded for.
 void TakePlayer::lookAtHolds(std::size_t slot) {
     const NoteState& state = estimation.getNoteState();
     for (std::size_t start = slot - std::min<std::size_t>(slot, lookBackSlots); start <= slot; ++start) {
-        for (Judged& entry : judged[start]) {
-            TakenNote& note = entry.taken;
+        for (TakenNote& note : judged[start]) {
             const double held = static_cast<double>(state.downCount(note.note));
-            const bool isOpen = slot <= lastJudgedSlot(note) && note.outcome != TakenNote::Outcome::awarded;
+            const bool isOpen =
+                slot <= lastJudgedSlot(note, judged.size()) && note.outcome != TakenNote::Outcome::awarded;
             if (isOpen && state.isDown(note.note) && (!note.heardSeconds || held > note.heldSeconds)) {
                 note.heldSeconds = held;
                 note.heardSeconds = downSince.at(static_cast<std::size_t>(note.note));
@@ -191,37 +168,15 @@ void TakePlayer::lookAtHolds(std::size_t slot) {
 
 void TakePlayer::collectAwards(double t, std::size_t slot) {
     for (std::size_t start = slot - std::min<std::size_t>(slot, lookBackSlots); start <= slot; ++start) {
-        for (Judged& entry : judged[start]) {
-            TakenNote& note = entry.taken;
-            if (note.outcome != TakenNote::Outcome::awarded && song.getSlots()[start][entry.markIndex].hit) {
+        for (std::size_t index = 0; index < judged[start].size(); ++index) {
+            TakenNote& note = judged[start][index];
+            if (note.outcome != TakenNote::Outcome::awarded && song.getSlots()[start][index].hit) {
                 note.outcome = TakenNote::Outcome::awarded;
                 note.awardedSeconds = recordingSeconds(t);
                 note.points = start == slot ? awardPoints : awardPoints * note.length;
             }
         }
     }
-}
-
-// Finds the slot that a wrong note was meant for: the last one in whose time it began, or the next one.
-void TakePlayer::explain(TakenPenalty& penalty) const {
-    const auto isIt = [&](const Judged& entry) { return entry.taken.note == penalty.note; };
-    const double began = downSince.at(static_cast<std::size_t>(penalty.note)) - hearingDelaySeconds;
-    for (std::size_t slot = penalty.slot; slot-- > 0;) {
-        const auto entry = std::find_if(judged[slot].begin(), judged[slot].end(), isIt);
-        if (entry != judged[slot].end()) {
-            const double ended = entry->taken.dueSeconds + entry->taken.length * secondsPerSlot;
-            if (began < ended) {
-                penalty.cause = TakenPenalty::Cause::heldOver;
-                penalty.causeSlot = slot;
-                return;
-            }
-            break;
-        }
-    }
-    const std::size_t next = penalty.slot + 1;
-    const bool isNext = next < judged.size() && std::any_of(judged[next].begin(), judged[next].end(), isIt);
-    penalty.cause = isNext ? TakenPenalty::Cause::early : TakenPenalty::Cause::notAskedFor;
-    penalty.causeSlot = next;
 }
 
 void TakePlayer::collectPenalties(double t, std::size_t slot, std::size_t marksBefore) {
@@ -238,42 +193,8 @@ void TakePlayer::collectPenalties(double t, std::size_t slot, std::size_t marksB
                 penalty.peaksHz.push_back(static_cast<double>(frequencyHz));
             }
         }
-        explain(penalty);
+        explain(penalty, judged, downSince.at(static_cast<std::size_t>(penalty.note)));
         take.penalties.push_back(std::move(penalty));
-    }
-}
-
-void TakePlayer::explain(TakenNote& note) const {
-    std::array<int, noteCount> framesDown{};
-    note.loudestDb = -std::numeric_limits<double>::infinity();
-    for (std::size_t slot = note.slot; slot <= lastJudgedSlot(note); ++slot) {
-        note.loudestDb = std::max(note.loudestDb, heard[slot].loudestDb);
-        for (std::size_t other = 0; other < framesDown.size(); ++other) {
-            framesDown.at(other) += heard[slot].framesDown.at(other);
-        }
-    }
-    for (int other = 0; other < noteCount; ++other) {
-        if (other != note.note && framesDown.at(static_cast<std::size_t>(other)) > 0) {
-            note.others.emplace_back(other);
-        }
-    }
-    std::stable_sort(
-        note.others.begin(), note.others.end(), [&](const Notes::NoteID& a, const Notes::NoteID& b) {
-            return framesDown.at(static_cast<std::size_t>(a)) > framesDown.at(static_cast<std::size_t>(b));
-        });
-    if (note.outcome == TakenNote::Outcome::awarded) {
-        return;
-    }
-    if (note.heardSeconds) {
-        note.outcome = TakenNote::Outcome::tooShort;
-    } else if (!note.others.empty()) {
-        note.outcome = TakenNote::Outcome::otherNotes;
-    } else if (note.dueSeconds >= take.recordedSeconds) {
-        note.outcome = TakenNote::Outcome::recordingOver;
-    } else if (note.loudestDb > take.minDecibel) {
-        note.outcome = TakenNote::Outcome::noNote;
-    } else {
-        note.outcome = TakenNote::Outcome::tooSoft;
     }
 }
 
@@ -297,10 +218,10 @@ Take TakePlayer::play() {
         song.animate(frameSeconds);
     }
     take.score = static_cast<double>(score.getValue());
-    for (std::vector<Judged>& slot : judged) {
-        for (Judged& entry : slot) {
-            explain(entry.taken);
-            take.notes.push_back(std::move(entry.taken));
+    for (std::vector<TakenNote>& slot : judged) {
+        for (TakenNote& note : slot) {
+            explain(note, heard, take);
+            take.notes.push_back(std::move(note));
         }
     }
     return std::move(take);
