@@ -223,8 +223,11 @@ TEST(NoteMarkDrawing, AMarkDrawsItselfInAnySlotWidth) {
 }
 
 TEST(NoteHeight, IsTheFloatNearestTwoSeventhsTimesTheNote) {
+    // Two of them are not the floats nearest 6/7 and 12/7.
+    constexpr float heights[] = {0.0f,        0.285714298f, 0.571428597f, 0.857142925f,
+                                 1.14285719f, 1.42857146f,  1.71428585f};
     for (int note = 0; note < 7; ++note) {
-        EXPECT_EQ(Song::getNoteHeight(note), 0.2857143f * static_cast<float>(note));
+        EXPECT_EQ(Song::getNoteHeight(note), heights[note]) << note;
     }
 }
 
