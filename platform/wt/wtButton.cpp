@@ -110,7 +110,6 @@ void wtButton::leave() {
 }
 
 void wtButton::arm(bool on) {
-    armed = on;
     // A press shows immediately, a release fades.
     if (on) {
         pressFade.jump(true);

@@ -31,7 +31,7 @@ public:
     boost::signals2::connection connectButtonPressed(const PressedSignal::slot_type& slot);
 
     /// Whether a release now would fire it.
-    bool isArmed() const { return armed; }
+    bool isArmed() const { return pressFade.isOn(); }
     bool isHovered() const { return hoverFade.isOn(); }
 
     void draw() override;
@@ -51,7 +51,6 @@ private:
     std::string label;
     // Shared with the running callback, which may outlive the button.
     std::shared_ptr<PressedSignal> pressed;
-    bool armed = false;
     Fade hoverFade;
     Fade pressFade;
 };
