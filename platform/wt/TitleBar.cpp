@@ -8,7 +8,6 @@
 #include "platform/wt/Text.h"
 #include "platform/wt/Theme.h"
 #include "platform/wt/wtWindow.h"
-#include "platform/wt/wtWindowManager.h"
 
 namespace wt {
 namespace {
@@ -62,14 +61,16 @@ void TitleBar::drag(const tavi::Vec2<float>& point) {
     window.moveTo(tavi::Vec2<float>(now.x, now.y) + point - grip);
 }
 
-CloseBox::CloseBox(TitleBar* bar, wtWindow* window_)
-    : wtWidget("close box", {0, 0}, {0, 0}, 0), window(*window_) {
-    bar->add(this);
+CloseBox::CloseBox(TitleBar* bar, wtWindow* window) : wtButton(bar, "close box", {0, 0}, {0, 0}, "") {
+    connectButtonPressed([this, window] {
+        window->setShowing(0);
+        hoverFade.jump(false);
+    });
 }
 
 void CloseBox::draw() {
     const Theme& t = theme();
-    if (armed) {
+    if (isArmed()) {
         paint::fill(rect(), t.closePressed);
     } else if (hoverFade.value() > 0) {
         paint::fill(rect(), mix(t.titleBar, t.closeHover, hoverFade.value()));
@@ -80,27 +81,6 @@ void CloseBox::draw() {
     const float stroke = std::max(1.25f, strokeEm * emPixels());
     paint::polyline({{centre.x - dx, centre.y - dy}, {centre.x + dx, centre.y + dy}}, stroke, t.titleText);
     paint::polyline({{centre.x - dx, centre.y + dy}, {centre.x + dx, centre.y - dy}}, stroke, t.titleText);
-}
-
-bool CloseBox::press(const tavi::Vec2<float>&) {
-    armed = true;
-    return true;
-}
-
-void CloseBox::drag(const tavi::Vec2<float>& point) {
-    armed = covers(point);
-}
-
-void CloseBox::release(const tavi::Vec2<float>& point) {
-    armed = false;
-    if (covers(point)) {
-        hoverFade.jump(false);
-        window.setShowing(0);
-    }
-}
-
-void CloseBox::hover(const tavi::Vec2<float>&) {
-    hoverFade.set(true);
 }
 
 }  // namespace wt

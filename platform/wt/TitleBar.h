@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/wt/Fade.h"
-#include "platform/wt/wtWidget.h"
+#include "platform/wt/wtButton.h"
 
 namespace wt {
 
@@ -27,24 +26,12 @@ private:
 };
 
 /// A small cross that hides a window when clicked.
-class CloseBox : public wtWidget {
+class CloseBox : public wtButton {
 public:
     /// Adds itself to the title bar.
     CloseBox(TitleBar* bar, wtWindow* window);
 
     void draw() override;
-    void animate() override { hoverFade.animate(); }
-    bool press(const tavi::Vec2<float>& point) override;
-    void drag(const tavi::Vec2<float>& point) override;
-    void release(const tavi::Vec2<float>& point) override;
-    void cancel() override { armed = false; }
-    void hover(const tavi::Vec2<float>& point) override;
-    void leave() override { hoverFade.set(false); }
-
-private:
-    wtWindow& window;
-    bool armed = false;
-    Fade hoverFade;
 };
 
 }  // namespace wt

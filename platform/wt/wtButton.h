@@ -45,13 +45,16 @@ public:
     void hover(const tavi::Vec2<float>& point) override;
     void leave() override;
 
+protected:
+    /// On while the pointer is over it.
+    Fade hoverFade;
+
 private:
     void arm(bool on);
 
     std::string label;
     // Shared with the running callback, which may outlive the button.
     std::shared_ptr<PressedSignal> pressed;
-    Fade hoverFade;
     Fade pressFade;
 };
 
