@@ -105,9 +105,6 @@ float FFontData::ascender() const {
 float FFontData::descender() const {
     return face ? units(face->descender() * static_cast<double>(style.height)) : 0.0f;
 }
-float FFontData::lineHeight() const {
-    return face ? units(face->lineHeight() * static_cast<double>(style.height)) : 0.0f;
-}
 
 float FFontData::measureString(const char* text, float scaleX) const {
     if (!face || text == nullptr) {

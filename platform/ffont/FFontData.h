@@ -58,10 +58,9 @@ public:
     /// face, `text`.
     std::string shortenString(const char* text, float scaleX, float width) const;
 
-    /// World units at scale 1: above the baseline (the descender is negative), and from line to line.
+    /// World units above the baseline at scale 1; the descender is negative.
     float ascender() const;
     float descender() const;
-    float lineHeight() const;
 
     /// Deletes the texture and sets the size to 0. Draws nothing until the next `init`.
     void release();

@@ -124,9 +124,6 @@ double FontFace::ascender() const {
 double FontFace::descender() const {
     return loaded->ems(loaded->face->descender);
 }
-double FontFace::lineHeight() const {
-    return loaded->ems(loaded->face->height);
-}
 
 bool FontFace::Loaded::loadOutline(const GlyphKey& key, int reduction) const {
     // Light hinting moves outlines up and down only, so that the spacing stays what the layout says.

@@ -57,8 +57,6 @@ public:
     double ascender() const;
     /// Ems above the baseline: negative.
     double descender() const;
-    /// Ems from baseline to baseline.
-    double lineHeight() const;
 
     /// The glyph as `key` says. A picture that would be wider or higher than `maxSamples` is made at half the
     /// size, a quarter and so on, as `pixelsPerSample` tells.

@@ -64,7 +64,6 @@ TEST(FontFace, MeasuresAndKernsInEms) {
     const auto face = openVera();
     EXPECT_DOUBLE_EQ(face->ascender(), 1901.0 / 2048);
     EXPECT_DOUBLE_EQ(face->descender(), -483.0 / 2048);
-    EXPECT_DOUBLE_EQ(face->lineHeight(), 2384.0 / 2048);
     EXPECT_DOUBLE_EQ(face->advance(face->glyphOf(U'A')), 1401.0 / 2048);
     EXPECT_DOUBLE_EQ(face->advance(face->glyphOf(U'0')), 1303.0 / 2048);
     EXPECT_DOUBLE_EQ(face->kerning(face->glyphOf(U'A'), face->glyphOf(U'V')), -131.0 / 2048);
