@@ -95,12 +95,9 @@ void GridGraphic::draw(const Rect& target, float opacity) const {
     if (cells.empty()) {
         return;
     }
-    const std::vector<float> xs = columnEdges(target);
-    const std::vector<float> ys = rowEdges(target);
-    for (std::size_t r = 0; r < sizeY.size(); ++r) {
-        for (std::size_t c = 0; c < sizeX.size(); ++c) {
-            const Rect cell{xs[c], ys[r], xs[c + 1] - xs[c], ys[r + 1] - ys[r]};
-            cells[r * sizeX.size() + c].draw(screen().onPixels(cell), opacity);
+    for (int row = 0; row < rows(); ++row) {
+        for (int column = 0; column < columns(); ++column) {
+            (*this)(row, column).draw(screen().onPixels(cellRect(row, column, target)), opacity);
         }
     }
     if (border != 0) {
