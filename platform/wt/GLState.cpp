@@ -6,14 +6,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/wt/Polygon.h"
 #include "platform/wt/Screen.h"
 #include "platform/wt/Theme.h"
 
 namespace wt {
 namespace {
-
-/// As many fixed-function texture units as a polygon can use; the game uses one.
-constexpr int mostUnits = 4;
 
 constexpr GLenum textureTargets[] = {GL_TEXTURE_1D,       GL_TEXTURE_2D,    GL_TEXTURE_3D,
                                      GL_TEXTURE_CUBE_MAP, GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T,
@@ -26,7 +24,7 @@ constexpr GLenum fragmentTests[] = {
 void plainTextureUnits() {
     GLint units = 1;
     glGetIntegerv(GL_MAX_TEXTURE_UNITS, &units);
-    for (int unit = std::min(units, mostUnits) - 1; unit >= 0; --unit) {
+    for (int unit = std::min(units, Polygon::textureUnits) - 1; unit >= 0; --unit) {
         glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(unit));
         for (const GLenum target : textureTargets) {
             glDisable(target);

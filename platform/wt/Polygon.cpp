@@ -12,8 +12,6 @@
 namespace wt {
 namespace {
 
-constexpr int textureUnits = 4;
-
 Rect boundsOf(const std::vector<tavi::Vec2<float>>& points) {
     if (points.empty()) {
         return {};

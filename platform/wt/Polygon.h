@@ -27,6 +27,9 @@ std::vector<tavi::Vec2<float>> makeQuad(const tavi::Vec2<float>& origin, const t
 /// Without a colour of its own a polygon takes the theme's `solid`; a picture then keeps its own colours.
 class Polygon {
 public:
+    /// The texture units that it can use, from 0 on; the game uses one.
+    static constexpr int textureUnits = 4;
+
     Polygon() = default;
     explicit Polygon(const std::vector<tavi::Vec2<float>>& corners);
 
@@ -36,8 +39,8 @@ public:
     /// Opacity, 0 to 1; initially 1.
     void setAlpha(float alpha_) { alpha = alpha_; }
 
-    /// Uploads the image immediately for texture unit `unit` (0 to 3; any other is ignored). With an empty
-    /// image, or one that GL refuses, the unit has no picture.
+    /// Uploads the image immediately for texture unit `unit`, below `textureUnits`; any other is ignored.
+    /// With an empty image, or one that GL refuses, the unit has no picture.
     void setTexture(tavi::Image<unsigned char>& image, int unit);
     /// One coordinate for each corner, in order; corners past the end of the list have (0, 0).
     void setTextureCoords(const std::vector<tavi::Vec2<float>>& coordinates, int unit);
