@@ -33,7 +33,7 @@ wtWindow::wtWindow(const std::string& title, const tavi::Vec2<float>& pos, const
     : wtWidget(title, pos, size_, 0),
       shadow(wtDefaults::Window::shadow_bg),
       shadowOffset(wtDefaults::Window::shadowOffsX, wtDefaults::Window::shadowOffsY),
-      requested{pos.x, pos.y, size_.x, size_.y} {
+      wantedCorner(pos) {
     alpha = wtDefaults::Window::alpha;
     if ((flags & titleBar) != 0) {
         bar = new TitleBar(this, (flags & closeBox) != 0);
@@ -73,14 +73,13 @@ void wtWindow::moveTo(const tavi::Vec2<float>& corner) {
     const Rect before = rect();
     const float x = onScreen(corner.x, size.x);
     const float y = onScreen(corner.y, size.y);
-    requested.x += x - before.x;
-    requested.y += y - before.y;
+    wantedCorner.x += x - before.x;
+    wantedCorner.y += y - before.y;
     recomputeMinSize();
 }
 
 void wtWindow::resize(float width, float height) {
-    requested.w = width;
-    requested.h = height;
+    wantedSize = {width, height};
     recomputeMinSize();
 }
 
@@ -102,10 +101,10 @@ Rect wtWindow::wantedRect() const {
         return {screenLow, screenLow, screenSize, screenSize};
     }
     const tavi::Vec2<float> least = sizeHint().least;
-    const float w = std::min(std::max(requested.w, least.x), screenSize);
-    const float h = std::min(std::max(requested.h, least.y), screenSize);
-    return {onScreen(requested.x + (requested.w - w) / 2, w),
-            onScreen(requested.y + (requested.h - h) / 2, h), w, h};
+    const float w = std::min(std::max(wantedSize.x, least.x), screenSize);
+    const float h = std::min(std::max(wantedSize.y, least.y), screenSize);
+    return {onScreen(wantedCorner.x + (wantedSize.x - w) / 2, w),
+            onScreen(wantedCorner.y + (wantedSize.y - h) / 2, h), w, h};
 }
 
 void wtWindow::ensureLayout() {

@@ -63,8 +63,8 @@ private:
     std::unique_ptr<LayoutManager> layout;
     /// The title bar, or null.
     wtWidget* bar = nullptr;
-    /// The rectangle that was asked for; widgets and screen may need another.
-    Rect requested;
+    /// The lower left corner that was asked for, with `wantedSize`; widgets and screen may need another.
+    tavi::Vec2<float> wantedCorner;
     bool maximized = false;
     bool onLight = false;
     /// Whether the layout is up to date, for a screen equal to `placedOn`.
