@@ -60,7 +60,6 @@ public:
     /// With this ear, whatever ZANTO_EAR says.
     explicit NoteEstimation(Ear ear);
 
-    /// Whether the fine ear listens.
     bool hasFineEar() const;
 
 private:

@@ -26,7 +26,6 @@ public:
         std::int32_t index;
     };
 
-    /// How many notes there are.
     static constexpr std::int32_t noteCount = 7;
 
     /// Adds the whitespace-separated records "name count frequency..." of `in`, frequencies in Hz.

@@ -11,7 +11,6 @@ namespace tavi {
 ///     double seconds = (tavi::Watch() - before).asDouble();
 class Watch {
 public:
-    /// Reads the clock.
     Watch();
 
     /// Reads the clock again. When it cannot be read, says so on standard output and keeps the old reading.

@@ -46,8 +46,8 @@ public:
     void tend() override;
 
 private:
-    /// Plays the song of `songPath` from its beginning, as far as it can be loaded; whether that is all of
-    /// it.
+    /// Starts the song file `songPath` from its beginning. False when it could not be loaded to its end: what
+    /// comes before the fault is played.
     bool start();
     void drawSignal();
     void drawNotes();

@@ -15,11 +15,11 @@ constexpr float signalHeight = 3.0f;  // world units for an amplitude of 1
 constexpr float signalY = -2.0f;      // world units
 
 constexpr double shownAfterSeconds = 0.1;
-constexpr float labelSpacing = 0.85f;  // world units
-constexpr float labelLeft = -2.8f;     // world units
-constexpr float labelY = -1.5f;        // world units
-constexpr float labelBoxWidth = 100.0f;
-constexpr float labelBoxHeight = 10.0f;
+constexpr float labelSpacing = 0.85f;    // world units
+constexpr float labelLeft = -2.8f;       // world units
+constexpr float labelY = -1.5f;          // world units
+constexpr float labelBoxWidth = 100.0f;  // world units
+constexpr float labelBoxHeight = 10.0f;  // world units
 
 constexpr double noteBarReach = 0.2;  // world units above and below a note's row
 

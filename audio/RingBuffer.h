@@ -34,7 +34,7 @@ public:
     std::uint32_t capacity() const;
 
 private:
-    /// The slot that the next append writes first; below the capacity whenever no append is running.
+    /// Below the capacity whenever no append is running.
     std::uint32_t writePos = 0;
     /// Its size is the capacity and never changes.
     std::vector<float> samples;

@@ -7,7 +7,7 @@ namespace {
 
 constexpr double swayAmplitude = 0.3;  // slots, over a period of two seconds
 constexpr double pi = 3.141592653589793;
-constexpr float textBoxSize = 100.0f;
+constexpr float textBoxSize = 100.0f;  // world units
 
 }  // namespace
 
