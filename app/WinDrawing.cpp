@@ -75,7 +75,7 @@ void Win::drawPlay() {
     glBegin(GL_LINES);
     for (int id = 0; id < Notes::noteCount; ++id) {
         if (noteState.isDown(id)) {
-            const float y = static_cast<float>(2.0 * id / Notes::noteCount);
+            const float y = Song::rowHeight(id);
             glVertex2f(0.0f, static_cast<float>(static_cast<double>(y) - noteBarReach));
             glVertex2f(0.0f, static_cast<float>(static_cast<double>(y) + noteBarReach));
         }

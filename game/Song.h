@@ -74,6 +74,10 @@ public:
     /// The notes that begin in each slot, in file order, then the slot's penalty marks.
     const std::vector<std::vector<NoteMark>>& getSlots() const { return slots; }
 
+    /// The height at which row `row` is drawn, from 0 for C. For two notes `getNoteHeight` differs from it in
+    /// the last bit.
+    static float rowHeight(int row);
+
 private:
     struct MarkPlace {
         std::size_t slot;

@@ -25,10 +25,6 @@ constexpr float staffLineWidth = 1.0f;
 constexpr float hitLineWidth = 3.0f;
 constexpr float noteLineWidth = 5.0f;
 
-float rowHeight(int row) {
-    return static_cast<float>(2.0 * row / 7.0);
-}
-
 // The x of a note's two ends.
 struct Span {
     float start;
@@ -81,7 +77,7 @@ private:
 };
 
 void drawMark(const Song::NoteMark& mark, int slot, float width, float fill, LineGroups& lines) {
-    const float y = rowHeight(mark.note);
+    const float y = Song::rowHeight(mark.note);
     if (mark.wrong) {
         lines.pen(hitLineWidth, mark.brightness);
         lines.cross(static_cast<float>(slot) * width, y);
@@ -138,6 +134,10 @@ Stretch visibleStretch() {
 
 float Song::getNoteHeight(const Notes::NoteID& note) {
     return 0.2857143f * static_cast<float>(note);
+}
+
+float Song::rowHeight(int row) {
+    return static_cast<float>(2.0 * row / 7.0);
 }
 
 void Song::NoteMark::draw(int slot, float width, float fill) {
