@@ -1,5 +1,6 @@
 #include <GL/gl.h>
 
+#include <array>
 #include <vector>
 
 #include "analysis/NoteState.h"
@@ -21,7 +22,20 @@ constexpr float labelY = -1.5f;          // world units
 constexpr float labelBoxWidth = 100.0f;  // world units
 constexpr float labelBoxHeight = 10.0f;  // world units
 
-constexpr double noteBarReach = 0.2;  // world units above and below a note's row
+constexpr float timeLineBottom = -0.5f;  // world units
+constexpr float timeLineTop = 2.5f;      // world units
+constexpr float timeLineWidth = 1.0f;    // pixels
+constexpr double noteBarReach = 0.2;     // world units above and below a note's row
+constexpr float noteBarWidth = 5.0f;     // pixels
+
+using Color = std::array<float, 3>;  // red, green, blue
+constexpr Color timeLineColor = {0.0f, 0.0f, 1.0f};
+constexpr Color noteBarColor = {0.2f, 0.2f, 1.0f};
+
+void pen(float widthPx, const Color& color) {
+    glLineWidth(widthPx);
+    glColor3f(color[0], color[1], color[2]);
+}
 
 }  // namespace
 
@@ -60,15 +74,13 @@ void Win::drawPlay() {
     song.draw(songTime());
     glPopMatrix();
 
-    glLineWidth(1.0f);
-    glColor3f(0.0f, 0.0f, 1.0f);
+    pen(timeLineWidth, timeLineColor);
     glBegin(GL_LINES);
-    glVertex2f(0.0f, -0.5f);
-    glVertex2f(0.0f, 2.5f);
+    glVertex2f(0.0f, timeLineBottom);
+    glVertex2f(0.0f, timeLineTop);
     glEnd();
 
-    glLineWidth(5.0f);
-    glColor3f(0.2f, 0.2f, 1.0f);
+    pen(noteBarWidth, noteBarColor);
     const NoteState& noteState = noteEstimation.getNoteState();
     analyse();
     song.updateScore(score, songTime(), noteState);
@@ -81,6 +93,5 @@ void Win::drawPlay() {
         }
     }
     glEnd();
-    glLineWidth(1.0f);
-    glColor3f(1.0f, 1.0f, 1.0f);
+    pen(1.0f, {1.0f, 1.0f, 1.0f});  // as OpenGL starts
 }
