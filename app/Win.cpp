@@ -131,37 +131,46 @@ void Win::drawScene() {
         drawPlay();
     }
     score.draw();
+    measureFrame();
 
+    // Taken now, because the song may end below: a playing frame has already been analysed.
+    const bool analysed = playing;
+    if (playing) {
+        goOn();
+    }
+    if (frequencyWindow && frequencyWindow->isShowing()) {
+        if (!analysed) {
+            analyse();
+        }
+        showSpectrum();
+    }
+    wt::wtWindowManager::displayWidgets();
+    wt::wtWindowManager::animate();
+}
+
+void Win::measureFrame() {
     ++frameCount;
     if (frameCount % framesPerMeasurement == 0) {
         frameInterval = frameWatch / static_cast<double>(framesPerMeasurement);
         frameWatch.reset();
     }
+}
 
-    // Taken now, because the song may end below: a playing frame has already been analysed.
-    const bool analysed = playing;
-    if (playing) {
-        song.animate(frameInterval);
-        score.animate(frameInterval);
-        if (song.complete(songTime())) {
-            playing = false;
-            mainWindow->show();
-        }
+void Win::goOn() {
+    song.animate(frameInterval);
+    score.animate(frameInterval);
+    if (song.complete(songTime())) {
+        playing = false;
+        mainWindow->show();
     }
+}
 
-    if (frequencyWindow && frequencyWindow->isShowing()) {
-        if (!analysed) {
-            analyse();
-        }
-        const std::vector<double>& spectrum = noteEstimation.getPowerSpectrum();
-        std::vector<double> frequencies(spectrum.size());
-        for (std::size_t bin = 0; bin < frequencies.size(); ++bin) {
-            frequencies[bin] = static_cast<double>(noteEstimation.indexToFrequency(static_cast<int>(bin)));
-        }
-        frequencyWindow->setSignal(frequencies, spectrum, noteEstimation.getCandidatePeaks(),
-                                   static_cast<double>(noteEstimation.getMinDecibel()));
+void Win::showSpectrum() {
+    const std::vector<double>& spectrum = noteEstimation.getPowerSpectrum();
+    std::vector<double> frequencies(spectrum.size());
+    for (std::size_t bin = 0; bin < frequencies.size(); ++bin) {
+        frequencies[bin] = static_cast<double>(noteEstimation.indexToFrequency(static_cast<int>(bin)));
     }
-
-    wt::wtWindowManager::displayWidgets();
-    wt::wtWindowManager::animate();
+    frequencyWindow->setSignal(frequencies, spectrum, noteEstimation.getCandidatePeaks(),
+                               static_cast<double>(noteEstimation.getMinDecibel()));
 }

@@ -53,6 +53,10 @@ private:
     void drawNotes();
     void drawPlay();
     void analyse();
+    void measureFrame();
+    /// Animates song and score; at the song's end shows the menu.
+    void goOn();
+    void showSpectrum();
     double songTime() const;
 
     NoteEstimation noteEstimation;
