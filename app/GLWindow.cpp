@@ -3,6 +3,8 @@
 #include <GL/freeglut.h>
 #include <unistd.h>
 
+#include <utility>
+
 #include "app/DesktopHints.h"
 #include "platform/settings/Settings.h"
 
@@ -16,9 +18,6 @@ void doNothing(int) {
 }
 
 constexpr unsigned int unseenPauseMicroseconds = 20000;
-
-/// Whether the main loop has drawn a frame in this round.
-bool frameWasDrawn = false;
 
 /// The live window, or null before the first one and after the last.
 GLWindow* liveWindow() {
@@ -164,7 +163,7 @@ void GLWindow::staticKeyboardUp(unsigned char key, int x, int y) {
 void GLWindow::staticDisplay() {
     if (GLWindow* window = liveWindow()) {
         window->draw();
-        frameWasDrawn = true;
+        window->frameWasDrawn = true;
     }
 }
 
@@ -175,15 +174,15 @@ void GLWindow::staticClose() {
 }
 
 void GLWindow::staticIdle() {
-    if (GLWindow* window = liveWindow()) {
+    GLWindow* const window = liveWindow();
+    if (window != nullptr) {
         window->idle();
         window->tend();
     }
     // An invisible window gets no frames, and GLUT's loop would run without a pause.
-    if (!frameWasDrawn) {
+    if (window == nullptr || !std::exchange(window->frameWasDrawn, false)) {
         usleep(unseenPauseMicroseconds);
     }
-    frameWasDrawn = false;
 }
 
 void GLWindow::staticEntry(int state) {

@@ -58,5 +58,6 @@ private:
     static void staticPassive(int x, int y);
     static void staticMouse(int button, int state, int x, int y);
 
-    int modifiers = 0;  ///< GLUT's modifier bits at the last mouse-button event
+    int modifiers = 0;           ///< GLUT's modifier bits at the last mouse-button event
+    bool frameWasDrawn = false;  ///< in this round of the main loop
 };
