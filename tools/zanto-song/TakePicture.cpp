@@ -8,8 +8,10 @@
 #include "game/Rules.h"
 #include "tools/common/Text.h"
 #include "tools/zanto-song/Staff.h"
+#include "tools/zanto-song/TakeMarks.h"
 
 using namespace staff;
+using namespace marks;
 
 namespace {
 
@@ -23,25 +25,9 @@ constexpr std::size_t slotsPerLine = barsPerLine * slotsPerBar;
 
 constexpr double titleSize = 5.0;
 constexpr double textSize = 3.2;
-constexpr double wordSize = 2.1;
 constexpr double wordSpacing = 2.7;
 constexpr double headRoom = 6.0;  // for numbers above the staff
-constexpr double markSize = 1.1;
-constexpr double markStroke = 0.55;
-constexpr double haloStroke = 1.2;  // keeps a mark apart from what it stands on
-constexpr double boxHeight = 2.5;
-constexpr double boxStroke = 0.25;
-constexpr double softestStroke = 0.2;
-constexpr double loudestStroke = 1.6;
 constexpr double strokeSteps = 12.0;
-
-// Blue and orange differ for every kind of eye, and both are dark enough for small letters.
-constexpr Page::Color black = Page::grey(0.0);
-constexpr Page::Color white = Page::grey(1.0);
-constexpr Page::Color awardColor = {0.0, 0.33, 0.62};
-constexpr Page::Color penaltyColor = {0.70, 0.25, 0.0};
-constexpr Page::Color awardedFill = Page::grey(0.82);
-constexpr Page::Color boxEdge = Page::grey(0.35);
 
 struct Word {
     std::string text;
@@ -83,29 +69,6 @@ std::vector<Word> wordsOf(const TakenPenalty& penalty) {
                                   : (penalty.cause == TakenPenalty::Cause::early ? "early" : "not asked");
     return {{Notes::idToName(penalty.note) + " " + fixed(penalty.points, 0), penaltyColor},
             {cause, penaltyColor}};
-}
-
-void drawCross(Page& page, double x, double y) {
-    for (const auto& [stroke, color] : {std::pair{haloStroke, white}, std::pair{markStroke, penaltyColor}}) {
-        const double reach = markSize + (stroke == haloStroke ? 0.3 : 0.0);
-        page.lines.push_back({x - reach, y - reach, x + reach, y + reach, stroke, color});
-        page.lines.push_back({x - reach, y + reach, x + reach, y - reach, stroke, color});
-    }
-}
-
-void drawTick(Page& page, double x, double y) {
-    const double corner = 0.45 * markSize;  // right of it the long arm
-    for (const auto& [stroke, color] : {std::pair{haloStroke, white}, std::pair{markStroke, awardColor}}) {
-        page.lines.push_back(
-            {x - markSize - corner, y, x - corner + 0.15, y + markSize + 0.15, stroke, color});
-        page.lines.push_back({x - corner, y + markSize, x + 1.2 * markSize, y - markSize, stroke, color});
-    }
-}
-
-void drawBox(Page& page, double from, double to, double y, bool isAwarded) {
-    page.lines.push_back({from, y, to, y, boxHeight, boxEdge});
-    page.lines.push_back({from + boxStroke, y, to - boxStroke, y, boxHeight - 2.0 * boxStroke,
-                          isAwarded ? awardedFill : white});
 }
 
 double loudestOf(const Take& take) {
@@ -308,79 +271,4 @@ std::vector<Page> drawTake(const std::string& song, const NamedTake& named) {
         strips.push_back(TakeLine(named.take, loudestDb, first, end).draw(end == slots));
     }
     return strips;
-}
-
-Page takeLegend() {
-    constexpr double spacing = 4.6;
-    constexpr double sample = 12.0;
-    constexpr double words = margin + sample + 3.0;
-    Page page;
-    page.width = pageWidth;
-    page.title = "Legend";
-    double y = spacing;
-    const auto tell = [&](const std::string& text) {
-        page.texts.push_back(
-            {words, y + 0.36 * wordSize, 1.15 * wordSize, Page::Anchor::start, paper.texts, text});
-        y += spacing;
-    };
-    const double left = margin;
-    const double right = margin + sample;
-    drawBox(page, left, right, y, true);
-    tell("a note that the song asks for, and that was awarded");
-    drawBox(page, left, right, y, false);
-    tell("one that was not");
-    for (int step = 0; step <= 3; ++step) {
-        const double from = left + step * sample / 4.0;
-        page.lines.push_back({from, y, from + sample / 4.0, y,
-                              softestStroke + step / 3.0 * (loudestStroke - softestStroke), black});
-    }
-    tell("what the game heard, any octave; the thicker the louder");
-    drawTick(page, (left + right) / 2.0, y);
-    tell("the moment of an award");
-    drawCross(page, (left + right) / 2.0, y);
-    tell(
-        "the moment of a penalty. held on: a note of an earlier slot still sounds. early: it belongs to the "
-        "next slot.");
-    tell("not asked: no note of the song.");
-    page.texts.push_back({right, y + 0.36 * wordSize, 1.2 * numberSize, Page::Anchor::end, black, "= 300"});
-    tell("the score at the end of the bar; at its beginning stand its number and its time in the recording");
-    tell(
-        "too short: not held long enough. heard D: that was heard instead. no note: a sound that is none of "
-        "the seven notes.");
-    tell("too soft: below the least level. silence: no sound at all. ended: the recording was over.");
-    page.height = y;
-    return page;
-}
-
-Page onSheets(const std::vector<Page>& strips) {
-    constexpr double usable = pageHeight - 2.0 * margin;
-    Page sheets;
-    sheets.width = pageWidth;
-    sheets.height = pageHeight;
-    double top = margin;
-    for (const Page& strip : strips) {
-        const double sheetEnd = sheets.height - margin;
-        if (top + strip.height > sheetEnd && strip.height <= usable) {
-            sheets.height += pageHeight;
-            top = sheetEnd + 2.0 * margin;
-        }
-        for (Page::Line line : strip.lines) {
-            line.y1 += top;
-            line.y2 += top;
-            sheets.lines.push_back(line);
-        }
-        for (Page::Text text : strip.texts) {
-            text.baseline += top;
-            sheets.texts.push_back(text);
-        }
-        top += strip.height;
-        while (top > sheets.height - margin) {
-            sheets.height += pageHeight;
-        }
-        if (sheets.title.empty()) {
-            sheets.title = strip.title;
-            sheets.description = strip.description;
-        }
-    }
-    return sheets;
 }
