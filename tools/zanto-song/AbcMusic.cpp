@@ -11,13 +11,8 @@
 
 namespace {
 
-constexpr int largestNumber = 9999;
 constexpr int mostOctave = 10;
 constexpr int mostVoicesInChord = 64;
-
-bool isDigit(char letter) {
-    return std::isdigit(static_cast<unsigned char>(letter)) != 0;
-}
 
 bool isOneOf(char letter, const char* letters) {
     return letter != '\0' && std::strchr(letters, letter) != nullptr;
@@ -29,7 +24,7 @@ std::set<int> roundsOf(const std::string& list) {
     int from = 0;
     int number = 0;
     for (const char letter : list + ",") {
-        if (isDigit(letter)) {
+        if (std::isdigit(static_cast<unsigned char>(letter)) != 0) {
             number = std::min(10 * number + (letter - '0'), 100);
         } else if (letter == '-') {
             from = std::exchange(number, 0);
@@ -45,64 +40,28 @@ std::set<int> roundsOf(const std::string& list) {
 
 }  // namespace
 
-bool AbcMusic::skip(char letter) {
-    const bool isThere = peek() == letter && letter != '\0';
-    at += isThere ? 1 : 0;
-    return isThere;
-}
-
-std::optional<std::string> AbcMusic::upTo(char end) {
-    const std::size_t found = text.find(end, at);
-    if (found == std::string::npos) {
-        return std::nullopt;
-    }
-    const std::string taken = text.substr(at, found - at);
-    at = found + 1;
-    return taken;
-}
-
-int AbcMusic::number(int otherwise) {
-    if (!isDigit(peek())) {
-        return otherwise;
-    }
-    int value = 0;
-    for (; isDigit(peek()); ++at) {
-        value = std::min(10 * value + (peek() - '0'), largestNumber);
-    }
-    return value;
-}
-
-// "3/2", "/", "//" and the like, in units.
-double AbcMusic::length() {
-    double units = number(1);
-    while (skip('/')) {
-        units /= std::max(number(2), 1);
-    }
-    return units;
-}
-
 std::optional<AbcNote> AbcMusic::note() {
-    const std::size_t before = at;
+    const std::size_t before = cursor.position();
     AbcNote read{0, 4, false, 0, 1.0};
     double semitones = 0.0;
-    for (; isOneOf(peek(), "^_="); ++at) {
+    for (; isOneOf(peek(), "^_="); cursor.move()) {
         read.hasAccidental = true;
         semitones += peek() == '^' ? 1.0 : peek() == '_' ? -1.0 : 0.0;
     }
-    if (read.hasAccidental && (peek() == '/' || isDigit(peek()))) {
-        semitones *= length();
+    if (read.hasAccidental && (peek() == '/' || cursor.isAtDigit())) {
+        semitones *= cursor.length();
     }
     read.step = abcStep(peek());
     if (read.step == -1) {
-        at = before;
+        cursor.moveTo(before);
         return std::nullopt;
     }
     read.octave += std::islower(static_cast<unsigned char>(peek())) != 0 ? 1 : 0;
-    for (++at; peek() == '\'' || peek() == ','; ++at) {
+    for (cursor.move(); peek() == '\'' || peek() == ','; cursor.move()) {
         read.octave = std::clamp(read.octave + (peek() == ',' ? -1 : 1), 0, mostOctave);
     }
     read.semitones = static_cast<int>(std::clamp(std::round(semitones), -4.0, 4.0));
-    read.units = length();
+    read.units = cursor.length();
     if (semitones != std::round(semitones)) {
         ++counts[QuarterTones];
         read.step = -1;
@@ -126,15 +85,16 @@ void AbcMusic::readNote() {
     if (read) {
         add({*read}, 1.0);
     } else {
-        unknown(text[at++]);
+        unknown(peek());
+        cursor.move();
     }
 }
 
 void AbcMusic::readRest(char letter) {
-    ++at;
+    cursor.move();
     if (letter == 'Z' || letter == 'X') {
-        calls.voice().restBars(number(1));
-    } else if (const double units = length(); letter != 'y') {
+        calls.voice().restBars(cursor.number(1));
+    } else if (const double units = cursor.length(); letter != 'y') {
         calls.voice().rest(units);
     }
 }
@@ -142,8 +102,8 @@ void AbcMusic::readRest(char letter) {
 void AbcMusic::readChord(char end) {
     std::vector<AbcNote> notes;
     std::set<std::size_t> ties;
-    while (at < text.size() && !skip(end)) {
-        if (skip('-') && !notes.empty()) {
+    while (!cursor.isAtEnd() && !cursor.skip(end)) {
+        if (cursor.skip('-') && !notes.empty()) {
             ties.insert(notes.size() - 1);
         } else if (isOneOf(peek(), "\"!+")) {
             readOne();
@@ -152,10 +112,10 @@ void AbcMusic::readChord(char end) {
                 notes.push_back(*read);
             }
         } else {
-            ++at;
+            cursor.move();
         }
     }
-    const double factor = length();
+    const double factor = cursor.length();
     if (notes.empty()) {
         return;
     }
@@ -168,11 +128,11 @@ void AbcMusic::readChord(char end) {
 }
 
 void AbcMusic::readBar() {
-    const std::size_t begin = at;
+    const std::size_t begin = cursor.position();
     AbcBar bar;
     int lines = 0;
     int colons = 0;
-    for (; isOneOf(peek(), "|:]") || (peek() == '[' && peek(1) == '|'); ++at) {
+    for (; isOneOf(peek(), "|:]") || (peek() == '[' && peek(1) == '|'); cursor.move()) {
         if (peek() == ':') {
             ++colons;
             continue;
@@ -185,7 +145,7 @@ void AbcMusic::readBar() {
         lines += peek() == '|' ? 1 : 0;
         bar.isDouble = bar.isDouble || peek() != '|' || lines > 1;
     }
-    if (text.compare(begin, at - begin, "[|]") == 0) {
+    if (cursor.since(begin) == "[|]") {
         bar.isDouble = false;  // an invisible line
     }
     if (lines == 0 && colons < 2) {
@@ -197,39 +157,39 @@ void AbcMusic::readBar() {
     }
     calls.voice().barLine(bar);
     lineIsLatest = true;
-    if (isDigit(peek())) {
+    if (cursor.isAtDigit()) {
         readEnding();
     }
 }
 
 void AbcMusic::readEnding() {
-    const std::size_t begin = at;
-    while (isDigit(peek()) || (isOneOf(peek(), ",-") && isDigit(peek(1)))) {
-        ++at;
+    const std::size_t begin = cursor.position();
+    while (cursor.isAtDigit() || (isOneOf(peek(), ",-") && cursor.isAtDigit(1))) {
+        cursor.move();
     }
-    calls.voice().ending(roundsOf(text.substr(begin, at - begin)));
+    calls.voice().ending(roundsOf(cursor.since(begin)));
 }
 
 // A field, an ending, a bar line or a chord.
 void AbcMusic::readBracket() {
     if (std::isalpha(static_cast<unsigned char>(peek(1))) != 0 && peek(2) == ':') {
         const char field = peek(1);
-        at += 3;
-        const std::optional<std::string> content = upTo(']');
+        cursor.move(3);
+        const std::optional<std::string> content = cursor.upTo(']');
         if (!content) {
             calls.remark("a field between notes has no end (])");
-            at = text.size();
+            cursor.moveToEnd();
             return;
         }
         calls.field(field, *content);
     } else if (peek(1) == '|') {
         readBar();
-    } else if (isDigit(peek(1))) {
-        ++at;
+    } else if (cursor.isAtDigit(1)) {
+        cursor.move();
         readEnding();
     } else if (peek(1) == '"' && lineIsLatest) {
-        at += 2;
-        const std::string name = upTo('"').value_or("");
+        cursor.move(2);
+        const std::string name = cursor.upTo('"').value_or("");
         const std::set<int> rounds = roundsOf(name);
         if (rounds.empty()) {
             calls.remark("the ending " + quoted(name) + " has no number");
@@ -237,24 +197,24 @@ void AbcMusic::readBracket() {
             calls.voice().ending(rounds);
         }
     } else {
-        ++at;
+        cursor.move();
         readChord(']');
     }
 }
 
 void AbcMusic::readTuplet() {
-    if (!isDigit(peek(1))) {
-        ++at;  // a slur
+    if (!cursor.isAtDigit(1)) {
+        cursor.move();  // a slur
         return;
     }
-    ++at;
-    const int p = number(1);
+    cursor.move();
+    const int p = cursor.number(1);
     int q = 0;
     int count = 0;
-    if (skip(':')) {
-        q = number(0);
-        if (skip(':')) {
-            count = number(0);
+    if (cursor.skip(':')) {
+        q = cursor.number(0);
+        if (cursor.skip(':')) {
+            count = cursor.number(0);
         }
     }
     if (p < 2) {
@@ -265,11 +225,11 @@ void AbcMusic::readTuplet() {
 }
 
 void AbcMusic::readQuoted() {
-    ++at;
-    const std::optional<std::string> content = upTo('"');
+    cursor.move();
+    const std::optional<std::string> content = cursor.upTo('"');
     if (!content) {
         calls.remark("a text between the notes has no end (\"); the rest of the line is not read");
-        at = text.size();
+        cursor.moveToEnd();
     } else if (const bool isText = !content->empty() && isOneOf(content->front(), "^_<>@");
                !calls.voice().sign(isText ? content->substr(1) : *content)) {
         counts[ChordSymbols] += isText ? 0 : 1;
@@ -310,42 +270,44 @@ void AbcMusic::readOne() {
         readQuoted();
     } else if (letter == '{') {
         ++counts[Graces];
-        if (!upTo('}')) {
+        if (!cursor.upTo('}')) {
             calls.remark("a group of grace notes has no end (}); the rest of the line is not read");
-            at = text.size();
+            cursor.moveToEnd();
         }
     } else if (letter == '!' || letter == '+') {
-        ++at;
-        const std::size_t end = text.find(letter, at);
-        const std::string name = end == std::string::npos ? "" : text.substr(at, end - at);
+        cursor.move();
+        const std::size_t begin = cursor.position();
+        const std::string name = cursor.upTo(letter).value_or("");
         const bool isName = !name.empty() && name.find_first_of(" |") == std::string::npos;
         const bool isOldChord = letter == '+' && isName && name.size() > 1 && name[0] != 'f' &&
                                 name.find_first_not_of("ABCDEFGabcdefg^_=,'0123456789/") == std::string::npos;
-        if (isOldChord) {
-            readChord('+');
-        } else if (isName) {
-            at = end + 1;
+        if (isName && !isOldChord) {
             readDecoration(name);
-        }  // Else it is an old sign to begin a line.
+        } else {
+            cursor.moveTo(begin);
+            if (isOldChord) {
+                readChord('+');
+            }  // Else it is an old sign to begin a line.
+        }
     } else if (letter == '<' || letter == '>') {
         int strength = 0;
-        for (; peek() == letter; ++at) {
+        for (; peek() == letter; cursor.move()) {
             ++strength;
         }
         calls.voice().breakRhythm((letter == '>' ? 1 : -1) * std::min(strength, 3));
     } else if (letter == '-') {
-        ++at;
+        cursor.move();
         calls.voice().tieAll();
     } else if (letter == '&') {
-        ++at;
+        cursor.move();
         calls.voice().overlay();
     } else if (letter == '.' && isOneOf(peek(1), "|(-")) {
-        ++at;  // a dotted line
+        cursor.move();  // a dotted line
     } else if (const auto sign = signs.find(letter); sign != signs.end()) {
-        ++at;
+        cursor.move();
         readDecoration(sign->second);
     } else {
-        ++at;
+        cursor.move();
         if (!isOneOf(letter, " \t)`$\\*")) {
             unknown(letter);
         }
@@ -353,8 +315,7 @@ void AbcMusic::readOne() {
 }
 
 void AbcMusic::readLine(const std::string& line) {
-    text = line;
-    for (at = 0; at < text.size();) {
+    for (cursor = AbcCursor(line); !cursor.isAtEnd();) {
         readOne();
     }
 }

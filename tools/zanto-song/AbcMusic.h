@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/zanto-song/AbcCursor.h"
 #include "tools/zanto-song/AbcVoice.h"
 
 /// Reads lines of notes in ABC notation. The notes are taken as they are written: what tells a player how to
@@ -33,12 +34,7 @@ public:
 private:
     enum Kind { Ornaments, Staccato, Graces, ChordSymbols, OtherSigns, QuarterTones, Unpitched, kindCount };
 
-    char peek(std::size_t ahead = 0) const { return at + ahead < text.size() ? text[at + ahead] : '\0'; }
-    bool skip(char letter);
-    /// The text up to `end`, which is skipped too; none, and nothing skipped, when there is no such letter.
-    std::optional<std::string> upTo(char end);
-    int number(int otherwise);
-    double length();
+    char peek(std::size_t ahead = 0) const { return cursor.peek(ahead); }
     std::optional<AbcNote> note();
     void readOne();
     void readBar();
@@ -54,8 +50,7 @@ private:
     void unknown(char letter);
 
     Calls calls;
-    std::string text{};
-    std::size_t at = 0;
+    AbcCursor cursor{""};
     bool lineIsLatest = false;  // a bar line
     std::map<char, std::string> signs = {
         {'.', "staccato"}, {'~', "roll"},         {'H', "fermata"}, {'L', "accent"}, {'M', "lowermordent"},
