@@ -8,7 +8,6 @@
 #include <fstream>
 #include <functional>
 #include <limits>
-#include <map>
 #include <optional>
 #include <random>
 #include <set>
@@ -16,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/FFT.h"
+#include "tests/analysis/FineEarFixture.h"
 #include "tests/analysis/PlayedNotes.h"
 #include "tests/support/SignalGenerators.h"
 
@@ -30,38 +29,11 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr std::size_t window = 4096;
-constexpr std::size_t block = 1024;
-constexpr double blockSeconds = block / signals::sampleRateHz;
-constexpr double thresholdDb = -65.0;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr int naturals[] = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
 
-enum Note { c, d, e, f, g, a, b };
-
-class FineEarTest : public testing::Test {
+class FineEarTest : public FineEarFixture {
 protected:
-    /// Lets the ear hear a sound block by block, as the game does. `heard` gets the time and the notes.
-    void listen(const std::vector<float>& sound,
-                const std::function<void(double, const std::vector<Notes::NoteID>&)>& heard) {
-        for (std::size_t end = block; end <= sound.size(); end += block) {
-            std::vector<float> frame(window);
-            const std::size_t count = std::min(end, window);
-            std::copy_n(sound.begin() + static_cast<std::ptrdiff_t>(end - count), count,
-                        frame.end() - static_cast<std::ptrdiff_t>(count));
-            WindowFunc(2, window, frame.data());
-            std::vector<float> power(window);
-            PowerSpectrum(window, frame.data(), power.data());
-            std::vector<double> levelsDb(window / 2);
-            for (std::size_t line = 0; line < levelsDb.size(); ++line) {
-                // 1 / (the sum of the window / 2) squared
-                levelsDb[line] = 10.0 * std::log10(static_cast<double>(power[line]) * 8.178e-7);
-            }
-            heard(static_cast<double>(end) / signals::sampleRateHz,
-                  ear.hear(levelsDb, thresholdDb, stepSeconds));
-        }
-    }
-
     /// What is heard in the end, after 0.4 s.
     std::vector<Notes::NoteID> heardOf(const std::vector<Player>& players) {
         ear = FineEar(a4Hz, transposeSemitones);
@@ -71,24 +43,8 @@ protected:
         return last;
     }
 
-    /// The longest time for which one note is heard without a break.
-    double longestHeld(const std::vector<float>& sound) {
-        std::map<int, double> held;
-        double longest = 0.0;
-        listen(sound, [&](double, const std::vector<Notes::NoteID>& notes) {
-            for (int note = c; note <= b; ++note) {
-                const bool isHeard = std::find(notes.begin(), notes.end(), note) != notes.end();
-                held[note] = isHeard ? held[note] + blockSeconds : 0.0;
-                longest = std::max(longest, held[note]);
-            }
-        });
-        return longest;
-    }
-
     double a4Hz = 440.0;
     int transposeSemitones = 0;
-    double stepSeconds = blockSeconds;  ///< between calls, as the ear is told
-    FineEar ear{440.0, 0};
 };
 
 TEST_F(FineEarTest, EveryNaturalFromC2ToC6IsHeardAloneAndNoSharp) {
@@ -262,44 +218,6 @@ TEST_F(FineEarTest, NoteThatHasEndedIsHeardAgainWhenItIsPlayedAgain) {
     listen(played({first, {62.0, 0.6}, {60.0, 0.9}}, 1.2),
            [&](double, const std::vector<Notes::NoteID>& notes) { last = notes; });
     EXPECT_THAT(last, ElementsAre(c, d));
-}
-
-TEST_F(FineEarTest, NoiseIsHeldForNoTime) {
-    for (const float amplitude : {0.003f, 0.03f, 0.3f, 1.0f}) {
-        EXPECT_LT(longestHeld(signals::noise(7, amplitude, 192000)), 0.1) << amplitude;
-    }
-}
-
-TEST_F(FineEarTest, MainsHumIsNoNote) {
-    std::vector<signals::Tone> hum;
-    for (int partial = 1; partial <= 12; ++partial) {
-        hum.push_back({50.0 * partial, 0.1 / partial});
-    }
-    EXPECT_LT(longestHeld(signals::tones(hum, 96000)), 0.1);
-}
-
-TEST_F(FineEarTest, ClicksAreHeldForNoTime) {
-    std::vector<float> clicks(96000);
-    for (std::size_t i = 1000; i < clicks.size(); i += 7919) {
-        clicks[i] = 1.0f;
-    }
-    EXPECT_LT(longestHeld(clicks), 0.1);
-}
-
-TEST_F(FineEarTest, SpeechGlidesAndIsHeldForNoTime) {
-    // A voice whose pitch falls by a fifth in half a second, again and again.
-    std::vector<float> sound(144000);
-    double phase = 0.0;
-    for (std::size_t i = 0; i < sound.size(); ++i) {
-        const double share = static_cast<double>(i % 24000) / 24000.0;
-        phase += 180.0 * std::exp2(-7.0 * share / 12.0) / signals::sampleRateHz;
-        double sample = 0.0;
-        for (int partial = 1; partial <= 15; ++partial) {
-            sample += std::sin(2.0 * 3.14159265358979323846 * partial * phase) / partial;
-        }
-        sound[i] = static_cast<float>(0.1 * sample);
-    }
-    EXPECT_LT(longestHeld(sound), 0.15);
 }
 
 TEST_F(FineEarTest, NothingIsConfirmedWhileTheClockDoesNotGoOn) {
