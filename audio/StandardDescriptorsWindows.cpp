@@ -24,9 +24,6 @@ void fillStandardDescriptors() {
     fill(stdin, "NUL", "r");
     fill(stdout, screen, "w");
     fill(stderr, screen, "w");
-    // The same bytes as on other systems.
-    _setmode(_fileno(stdout), _O_BINARY);
-    _setmode(_fileno(stderr), _O_BINARY);
     // This C library has no buffer of a line, and a line is to be seen when it is printed.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::setvbuf(stderr, nullptr, _IONBF, 0);

@@ -19,8 +19,7 @@ set(PKG_CONFIG_ARGN --static)
 
 set(ZLIB_USE_STATIC_LIBS ON)
 set(BUILD_SHARED_LIBS OFF)
-# binmode.o: files and streams have the same bytes as on other systems.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -l:binmode.o")
+set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 # At the end of every link: what freeglut, mpg123 and opus do not ask for by themselves, and what CMake takes anyway.
 set(CMAKE_CXX_STANDARD_LIBRARIES
   "-lwinmm -lshlwapi -lssp -lkernel32 -luser32 -lgdi32 -lshell32 -lole32 -loleaut32 -luuid -lcomdlg32 -ladvapi32" CACHE STRING "")

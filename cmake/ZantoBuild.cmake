@@ -28,6 +28,8 @@ if(WIN32)
   # Without the first three, OpenGL's headers bring all of windows.h, which takes common names such as "far".
   target_compile_definitions(zanto_options INTERFACE
     WINGDIAPI= APIENTRY= CALLBACK= WIN32_LEAN_AND_MEAN NOMINMAX _USE_MATH_DEFINES FREEGLUT_STATIC)
+  add_library(zanto_binary_files STATIC "${PROJECT_SOURCE_DIR}/packaging/windows/binaryFiles.cpp")
+  target_link_libraries(zanto_options INTERFACE zanto_binary_files)
 endif()
 
 if(ZANTO_SANITIZE)

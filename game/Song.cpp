@@ -13,9 +13,9 @@ constexpr std::streamsize lineBufferSize = 1024;  // characters, with the termin
 
 constexpr const char* blanks = " \t\n\v\f\r";
 
-// What atoi gives, for lengths beyond an int as well.
+// What atoi gives, for lengths beyond an int as well; a long is no longer than that everywhere.
 int readLength(const char* text) {
-    return static_cast<int>(std::strtol(text, nullptr, 10));
+    return static_cast<int>(std::strtoll(text, nullptr, 10));
 }
 
 // Reads the notes of one line. False at a token that is no note; the empty one behind trailing blanks is

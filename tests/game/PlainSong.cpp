@@ -41,7 +41,7 @@ bool PlainSong::load(std::istream& in, std::ostream& report) {
             line >> token;
             int length = 1;
             if (token.size() > 1) {
-                length = std::atoi(token.substr(1).c_str());
+                length = static_cast<int>(std::strtoll(token.substr(1).c_str(), nullptr, 10));
                 token = token.substr(0, 1);
             }
             const Notes::NoteID note = Notes::nameToId(token);

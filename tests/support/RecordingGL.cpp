@@ -385,6 +385,15 @@ void glOrtho(GLdouble l, GLdouble r, GLdouble b, GLdouble t, GLdouble n, GLdoubl
     multiply("glOrtho", {2 / (r - l), 0, 0, 0, 0, 2 / (t - b), 0, 0, 0, 0, -2 / (f - n), 0,
                          -(r + l) / (r - l), -(t + b) / (t - b), -(f + n) / (f - n), 1});
 }
+#ifdef _WIN32
+// GLU is a library there that calls the driver.
+void gluPerspective(GLdouble degrees, GLdouble aspect, GLdouble n, GLdouble f) {
+    const double top = n * std::tan(degrees * std::acos(-1.0) / 360.0);
+    const double right = top * aspect;
+    multiply("gluPerspective", {n / right, 0, 0, 0, 0, n / top, 0, 0, 0, 0, -(f + n) / (f - n), -1, 0, 0,
+                                -2 * f * n / (f - n), 0});
+}
+#endif
 void glPushMatrix() {
     if (outsideGroup("glPushMatrix")) {
         stack().push_back(Matrix(stack().back()));

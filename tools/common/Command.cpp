@@ -4,11 +4,6 @@
 #include <iostream>
 #include <new>
 
-#ifdef _WIN32
-#include <fcntl.h>
-#include <io.h>
-#endif
-
 namespace {
 
 bool asksForHelp(const CommandArguments& arguments) {
@@ -47,11 +42,6 @@ int runCommand(const std::string& name, const std::function<int()>& run) {
 
 int runCompanion(const std::string& program, const std::string& summary, const std::vector<Command>& commands,
                  const CommandArguments& arguments) {
-#ifdef _WIN32
-    // The same bytes as on other systems.
-    _setmode(_fileno(stdout), _O_BINARY);
-    _setmode(_fileno(stderr), _O_BINARY);
-#endif
     return runCommand(program, [&] {
         if (asksForHelp(arguments)) {
             printUsage(program, summary, commands);

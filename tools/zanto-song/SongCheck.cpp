@@ -224,7 +224,7 @@ bool SongChecker::readMark(const SongToken& token, std::size_t line, Mark& mark)
         return true;
     }
     // As the game reads it, beyond an int as well.
-    mark.length = static_cast<int>(std::strtol(token.text.c_str() + 1, nullptr, 10));
+    mark.length = static_cast<int>(std::strtoll(token.text.c_str() + 1, nullptr, 10));
     checkLength(token, line, mark.length);
     return true;
 }
