@@ -28,6 +28,14 @@ UninstPage uninstConfirm
 UninstPage instfiles
 
 Section
+    ; What another version had and this one has not would stay for ever. The uninstaller keeps itself while it runs there.
+    ReadRegStr $0 HKCU "Software\Zanto" "Folder"
+    StrCmp $0 "" nothing_before
+    IfFileExists "$0\uninstall.exe" 0 nothing_before
+        ExecWait '"$0\uninstall.exe" /S _?=$0'
+        Delete "$0\uninstall.exe"
+        RMDir "$0"
+    nothing_before:
     SetOutPath "$INSTDIR"
     File /r "${RELEASE}/*"
     WriteUninstaller "$INSTDIR\uninstall.exe"

@@ -42,6 +42,7 @@ versions_of() {
 
 # unpack_source SOURCE DESCRIPTION
 unpack_source() {
+    rm -rf "${sources_cache:?}/sources/$1"
     dpkg-source --no-check --extract "$2" "$sources_cache/sources/$1" >/dev/null &&
         same_age "$sources_cache/sources/$1"
 }
@@ -55,6 +56,7 @@ same_age() {
 unpack_original() {
     local original
     original=$(compgen -G "$sources_cache/archives/$1_${2%-*}.orig.tar.*[z2]") || return 1
+    rm -rf "${sources_cache:?}/sources/$1"
     mkdir "$sources_cache/sources/$1"
     tar --extract --file "$original" --directory "$sources_cache/sources/$1" --strip-components 1
 }
@@ -65,7 +67,6 @@ fetch_source() {
     if [ -e "$version_file" ]; then
         return
     fi
-    rm -rf "${sources_cache:?}/sources/$1"
     mapfile -t versions < <(versions_of "$1")
     for version in "${versions[@]}"; do
         if (cd "$sources_cache/archives" && apt_sources apt-get source -qq --download-only "$1=$version") &&

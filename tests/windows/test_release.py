@@ -49,6 +49,10 @@ class Windows:
         out, err = process.communicate(timeout=120 * processes.PATIENCE)
         return process.returncode, out, err
 
+    def install(self, installer, *words):
+        status = self.run(installer, "/S", *words)
+        assert status[0] == 0, status
+
     def rest(self):
         """Waits until nothing runs any more."""
         subprocess.run(["wineserver", "--wait"], env={**os.environ, **self.environment}, check=True)
@@ -83,6 +87,7 @@ def windows(tmp_path_factory):
     made = Windows(folder)
     yield made
     subprocess.run(["wineserver", "--kill"], env={**os.environ, **made.environment}, check=False)
+    made.rest()
     shutil.rmtree(folder, ignore_errors=True)
 
 
@@ -98,7 +103,7 @@ def installed(windows, installer):
     windows.run("wineboot")
     windows.rest()
     windows.before = windows.files(), windows.registry()
-    assert windows.run(installer, "/S")[0] == 0
+    windows.install(installer)
     return windows.home / PROGRAMS
 
 
@@ -113,6 +118,7 @@ def test_installed_it_plays_a_song_of_the_players_own_and_goes_without_a_trace(w
     assert sorted(path.stem for path in (windows.home / MENU).iterdir()) == [
         "Microphone check", "My songs", "Zanto", "Zanto with the fine ear"]
     (windows.home / SONGS / "Grüße.txt").write_text(SONG)
+    (windows.home / SONGS / "Grüße.txt").chmod(0o444)
     sound = windows.folder / "song.wav"
     status = windows.run(installed / "zanto-song.exe", "render", windows.home / SONGS / "Grüße.txt", "-o", sound,
                          "--gap", "0.18")
@@ -145,6 +151,23 @@ def test_songs_of_the_players_own_stay_when_the_game_goes(windows, installed):
     windows.rest()
     assert not installed.exists()
     assert (windows.home / SONGS / "mine.txt").read_text() == SONG
+
+
+def test_another_version_that_was_installed_before_goes(windows, installer, tmp_path):
+    (tmp_path / "old").mkdir()
+    (tmp_path / "old" / "old.txt").touch()
+    (tmp_path / "files.nsh").write_text('Delete "$INSTDIR\\old.txt"\n')
+    (icon,) = MADE.glob("zanto-*/game/zanto.ico")
+    subprocess.run(["makensis", "-V2", "-NOCD", "-DVERSION=0.1.0", f"-DRELEASE={tmp_path}/old", f"-DICON={icon}",
+                    f"-DFILES={tmp_path}/files.nsh", f"-DOUT={tmp_path}/old.exe",
+                    PROJECT / "packaging/windows/installer.nsi"], check=True)
+    windows.install(tmp_path / "old.exe")
+    place = windows.home / PROGRAMS
+    assert (place / "old.txt").exists()
+    windows.install(installer)
+    assert (place / "zanto.exe").exists() and not (place / "old.txt").exists()
+    windows.install(installer, "/D=C:\\Elsewhere")
+    assert (windows.folder / "drive_c/Elsewhere/zanto.exe").exists() and not place.exists()
 
 
 def test_without_a_microphone_the_launcher_says_so_in_a_window(windows, installed, tmp_path):
