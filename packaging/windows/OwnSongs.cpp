@@ -27,8 +27,8 @@ void removeForgotten(const fs::path& folder) {
     }
 }
 
-// The language's own fs::copy takes any two files here for the same one, and refuses. A copy can be written over
-// and removed, even where the file may only be read.
+// The language's own fs::copy takes any two files here for the same one, and refuses. A copy can be written
+// over and removed, even where the file may only be read.
 void copyFile(const fs::path& from, const fs::path& to) {
     if (CopyFileW(from.c_str(), to.c_str(), FALSE) == 0 ||
         SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL) == 0) {
