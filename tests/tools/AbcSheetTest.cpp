@@ -181,8 +181,10 @@ TEST(AbcSheet, WhatIsWrongIsToldAndTheRestRead) {
                             "line 7: Q:fast 4 is no tempo"));
     EXPECT_LT(tune("C" + std::string(100000, '?')).remarks.size(), 200u);
     EXPECT_EQ(failureOf([] { tune("P:A\nC", "P:(((A1000)1000)1000)\n"); }), "");
-    EXPECT_EQ(failureOf([] { tune("C Z9999999 Z9999 Z9999 Z9999 D"); }),
-              "it is longer than 100000 quarter notes or 200000 notes");
+    for (const char* const body :
+         {"C Z9999 Z9999 Z9999 D", "C1000000000 D", "C D z1000000000", "Z1000000000 C"}) {
+        EXPECT_EQ(failureOf([&] { tune(body); }), "it is longer than 100000 quarter notes or 200000 notes");
+    }
 }
 
 TEST(AbcSheet, OneTuneOfSeveralIsChosenByItsNumber) {

@@ -125,6 +125,8 @@ TEST_F(ImportCommandTest, ProblemsAndWrongUse) {
                   "a.pdf: its name must end in .mid, .abc, .musicxml or .mxl, after what is in it");
     expectFailure({"-o", "c", "--", "-none.abc"}, 1, "-none.abc: there is no such file");
     expectFailure({".", "-o", "c"}, 1, ".: this is a folder");
+    folder.write("empty.mxl", "");
+    expectFailure({"empty.mxl", "-o", "c"}, 1, "empty.mxl: the file is empty");
     expectFailure({"tune.abc", "-o", "tune.txt"}, 1, "tune.txt: there is such a file; --force replaces it");
     expectFailure({"tune.abc", "-o", "tune.abc", "--force"}, 1,
                   "tune.abc: this is the file that is read; choose another name");

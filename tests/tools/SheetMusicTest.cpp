@@ -112,7 +112,6 @@ TEST(MidiSheet, FilesThatCannotBeReadAreRefused) {
     EXPECT_EQ(failureOf([&] { readMidi(whole.substr(0, whole.size() - 4)); }),
               "it is a damaged MIDI file: it ends in the middle");
     EXPECT_EQ(failureOf([] { readMidi("C D E\n"); }), "it is no MIDI file");
-    EXPECT_EQ(failureOf([] { readMidi(""); }), "it is a damaged MIDI file: it ends in the middle");
     MidiBytes film(0xE728);  // 25 frames a second
     film.track().on(0, 0, 60).off(96, 0, 60);
     EXPECT_THAT(failureOf([&] { readMidi(film.file()); }), HasSubstr("frames of a film"));

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int largestNumber = 9999;
+constexpr int largestNumber = 99999999;  // too long for any note
 
 }  // namespace
 

@@ -24,6 +24,9 @@ double AbcVoice::stretch() {
 
 void AbcVoice::advance(double quarters) {
     position += quarters;
+    if (position > mostQuarters) {
+        throw tooLong();
+    }
     here().length = std::max(here().length, position);
     latestLength = quarters;
     latestMeasure = measures.size();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
@@ -89,7 +90,7 @@ private:
     std::vector<ScoreMeasure> measures;
     double position = 0.0;  // quarter notes into the measure
     int layer = 1;
-    int barNumber = 1;
+    std::int64_t barNumber = 1;
     double barFilled = 0.0;  // quarter notes of the bar that are in measures before this one
     bool repeatIsOpen = false;
     bool repeatIsMissing = false;

@@ -23,7 +23,7 @@ double nearestSlot(double quarters, double slotQuarters);
 /// fit none.
 std::optional<SlotChoice> fittingSlot(const SheetVoice& voice, const SheetMusic& sheet);
 
-/// The slot for a voice of which a few notes, at most a fifth, may be moved: a tenth of the notes weighs as
+/// The slot for a voice of which a few notes, at most a quarter, may be moved: a sixth of the notes weighs as
 /// much as a tempo that is doubled or halved. None when there is no such slot.
 std::optional<SlotChoice> roundingSlot(const SheetVoice& voice, const SheetMusic& sheet);
 

@@ -93,6 +93,9 @@ SheetMusic readSheet(const ImportOptions& options) {
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     const std::string contents = readFile(options.source, mostSheetBytes);
+    if (contents.empty()) {
+        throw Failure("the file is empty");
+    }
     if (ending == ".mid" || ending == ".midi" || ending == ".kar") {
         return readMidi(contents);
     }
