@@ -42,7 +42,8 @@ int runCommand(const std::string& name, const std::function<int()>& run) {
 
 int runCompanion(const std::string& program, const std::string& summary, const std::vector<Command>& commands,
                  const CommandArguments& arguments) {
-    return runCommand(program, [&] {
+    std::string name = program;  // of who speaks
+    return runCommand(name, [&] {
         if (asksForHelp(arguments)) {
             printUsage(program, summary, commands);
             return statusDone;
@@ -64,6 +65,7 @@ int runCompanion(const std::string& program, const std::string& summary, const s
             std::cout << command->usage;
             return statusDone;
         }
-        return runCommand(program + " " + command->name, [&] { return command->run(own); });
+        name += std::string(" ") + command->name;
+        return command->run(own);
     });
 }
