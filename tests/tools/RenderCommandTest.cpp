@@ -64,6 +64,7 @@ TEST_F(RenderCommandTest, ProblemsAndWrongUse) {
     expectFailure({"song.txt", "-o", "old.wav"}, 1, "old.wav: there is such a file; --force replaces it");
     expectFailure({"song.txt", "-o", "song.txt", "--force"}, 1,
                   "song.txt: this is the file that is read; choose another name");
+    expectFailure({"song.txt", "-o", "a.mp3"}, 1, "a.mp3: this writes WAV; choose a name that ends in .wav");
     EXPECT_FALSE(std::filesystem::exists("a.wav"));
     EXPECT_EQ(read("old.wav"), "precious");
     EXPECT_THAT(run({"song.txt", "-o", "/dev/full"}).errors,

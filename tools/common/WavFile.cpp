@@ -2,6 +2,7 @@
 
 #include <sndfile.h>
 
+#include <filesystem>
 #include <utility>
 
 #include "tools/common/Command.h"
@@ -21,6 +22,10 @@ struct WavFile::Library {
 
 WavFile::WavFile(const NewFile& file, std::string path_)
     : path(std::move(path_)), library(std::make_unique<Library>()) {
+    const std::string ending = std::filesystem::u8path(path).extension().string();
+    if (!ending.empty() && ending != ".wav" && ending != ".WAV") {
+        throw Failure(path + ": this writes WAV; choose a name that ends in .wav");
+    }
     SF_INFO format{};
     format.samplerate = sampleRate;
     format.channels = 1;

@@ -14,7 +14,7 @@ class NewFile;
 ///     wav.close();   // before file.keep()
 class WavFile {
 public:
-    /// `file` must outlive this; `path` is for messages.
+    /// `file` must outlive this; `path` is for messages, and may not end like another kind of sound.
     WavFile(const NewFile& file, std::string path);
     ~WavFile();
 
