@@ -80,6 +80,9 @@ TEST_F(PerformCommandTest, ListensWithTheEarAndTheLeastLevelThatAreChosen) {
     EXPECT_THAT(run({"song.txt", "take.wav", "--data", ".", "--ear", "plain", "--csv"}).out,
                 Not(HasSubstr("awarded")));
     EXPECT_EQ(run({"song.txt", "take.wav", "--ear", "coarse"}).status, 2);
+    setenv("ZANTO_EAR", "best", 1);
+    EXPECT_EQ(run({"song.txt", "take.wav", "take.wav", "--data", "."}).errors,
+              "ZANTO_EAR: \"best\" is not one of plain fine. plain is used.\n");
     unsetenv("ZANTO_EAR");
     setenv("ZANTO_MIN_DECIBEL", "-5", 1);
     EXPECT_THAT(run({"song.txt", "take.wav", "--data", "."}).out, HasSubstr("-5.0 dB are needed"));
@@ -112,7 +115,7 @@ TEST_F(PerformCommandTest, WrongUseAndWhatKeepsATakeFromBeingGradedAreNamed) {
     expectFailure({}, 2, "which song?");
     expectFailure({"song.txt"}, 2, "which recording?");
     expectFailure({"song.txt", "a.wav", "--json", "--csv"}, 2, "--json or --csv, not both");
-    expectFailure({"song.txt", "a.wav", "--start", "-1"}, 2, "--start wants seconds, 0 and more");
+    expectFailure({"song.txt", "a.wav", "--start", "-1"}, 2, "--start wants seconds, 0 to 86400");
     EXPECT_THAT(run({"song.txt", "damaged.flac"}).errors, HasSubstr("damaged.flac: it is damaged after "));
 }
 
@@ -155,7 +158,23 @@ TEST_F(PerformCommandTest, ASoundThatCannotBeWrittenAsMp3IsPutIntoTheReportOther
     EXPECT_EQ(embeddedSound("anna.wav", {{"none", 0, ""}, kinds[2]}).rfind("data:audio/wav;base64,UklGR", 0),
               0u);
     const auto noKind = [] { embeddedSound("anna.wav", {{"none", 0, ""}}); };
-    EXPECT_THAT(failureOf(noKind), testing::StartsWith("its sound cannot be put into the report; none: "));
+    EXPECT_THAT(failureOf(noKind), testing::StartsWith("it cannot be written; none: "));
+}
+
+TEST_F(PerformCommandTest, ATakeWhoseSoundCannotBeHadToItsEndStaysInTheReportWithoutIt) {
+    writeSound("anna.wav", 48000, 1, wav);
+    // Damaged where the song is over.
+    std::vector<float> samples(10 * 48000);
+    samples.back() = std::nanf("");
+    writeSamples("ben.wav", samples, 48000, 1);
+    const Outcome outcome = run({"song.txt", "anna.wav", "ben.wav", "--report", "a.html", "--with-sound"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.errors,
+              "zanto-song perform: ben.wav: its sound is left out of the report: a sample after 10.0 s is no "
+              "number\n");
+    const std::string page = read("a.html");
+    EXPECT_THAT(page, testing::AllOf(HasSubstr(">anna.wav</h2>"), HasSubstr(">ben.wav</h2>")));
+    EXPECT_EQ(page.find("<audio "), page.rfind("<audio "));
 }
 
 TEST_F(PerformCommandTest, ConvertedRecordingsKeepTheirLengthAndTheirPitch) {

@@ -71,5 +71,5 @@ std::string embeddedSound(const std::string& path, const std::vector<SoundKind>&
         }
         reason += "; " + kind.name + ": " + against;
     }
-    throw Failure("its sound cannot be put into the report" + reason);
+    throw Failure("it cannot be written" + reason);
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/NoteEstimation.h"
 #include "audio/QuietDescriptor.h"
 #include "game/Song.h"
 #include "tools/common/Arguments.h"
@@ -46,6 +47,13 @@ constexpr const char* usage =
 
 constexpr double longestStartSeconds = 86400.0;
 
+// The game's classes say what is wrong with the player's settings.
+void tellAboutSettings(const std::filesystem::path& dataFolder) {
+    const QuietDescriptor quietOutput(1);
+    const WorkingFolder inData(dataFolder);
+    const NoteEstimation estimation;
+}
+
 // The take of one recording. What the game's classes print on the way is dropped.
 Take takeOf(const std::string& songPath, const std::string& path, double startSeconds,
             const std::filesystem::path& dataFolder) {
@@ -76,16 +84,22 @@ Page pictureOf(const std::string& title, const std::vector<NamedTake>& takes) {
 // A take whose sound cannot be had stays in the report without it.
 std::string soundOf(const std::string& path, int& status) {
     std::string sound;
-    status = std::max(status, runCommand("zanto-song perform: " + path, [&] {
-                          sound = embeddedSound(path);
-                          return statusDone;
-                      }));
+    status =
+        std::max(status, runCommand("zanto-song perform: " + path, [&] {
+                     try {
+                         sound = embeddedSound(path);
+                     } catch (const Failure& failure) {
+                         throw Failure(std::string("its sound is left out of the report: ") + failure.what());
+                     }
+                     return statusDone;
+                 }));
     return sound;
 }
 
 std::string pageOf(const std::string& songPath, const std::vector<NamedTake>& takes, bool withSound,
                    int& status) {
     const Judge judge = [&](const std::vector<HeardFrame>& frames) {
+        const QuietDescriptor quietErrors(2);  // a typeface that is not here
         Song song;
         loadSong(songPath, song);
         return rescore(song, frames);
@@ -121,7 +135,7 @@ int perform(const CommandArguments& arguments) {
     }
     chooseEar(given);
     const double start =
-        given.number("--start", 0.0, longestStartSeconds, "seconds, 0 and more").value_or(0.0);
+        given.number("--start", 0.0, longestStartSeconds, "seconds, 0 to 86400").value_or(0.0);
     const std::filesystem::path dataFolder = requireDataFolder(given.value("--data"));
     const std::string& songPath = given.files().front();
     Song song;
@@ -135,6 +149,7 @@ int perform(const CommandArguments& arguments) {
     if (page) {
         pageFile.emplace(*page, given.has("--force"), given.files());
     }
+    tellAboutSettings(dataFolder);
     std::vector<NamedTake> takes;
     int status = statusDone;
     for (auto path = given.files().begin() + 1; path != given.files().end(); ++path) {
