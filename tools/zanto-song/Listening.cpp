@@ -95,7 +95,6 @@ std::vector<ListenedFrame> listenTo(SampleSource& recording) {
         ShortSpectrum& oldest = earlier.at(frames.size() % framesBack);
         frame.rise = riseFrom(oldest, now);
         frame.scratchDb = scratchFrom(oldest, now);
-
         oldest = now;
         frames.push_back(frame);
     }

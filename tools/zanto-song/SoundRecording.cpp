@@ -68,6 +68,10 @@ SoundRecording::SoundRecording(const std::string& path) : libraries(std::make_un
 
 SoundRecording::~SoundRecording() = default;
 
+double SoundRecording::seconds() const {
+    return static_cast<double>(libraries->format.frames) / libraries->format.samplerate;
+}
+
 // Reads the next frames of the file; false at its end.
 bool SoundRecording::refill() {
     const auto channels = static_cast<std::size_t>(libraries->format.channels);

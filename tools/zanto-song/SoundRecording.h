@@ -28,6 +28,9 @@ public:
     explicit SoundRecording(const std::string& path);
     ~SoundRecording() override;
 
+    /// Its length as its header says; of an MP3 it may be a guess.
+    double seconds() const;
+
     /// Throws a Failure for samples that are no numbers, and where the file is damaged.
     std::size_t read(float* samples, std::size_t count) override;
 

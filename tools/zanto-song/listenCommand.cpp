@@ -25,9 +25,13 @@ constexpr const char* usage =
     "    Try it: zanto-song render song.txt -o take.wav && zanto-song listen take.wav -o heard.txt\n";
 
 constexpr double secondsPerMinute = 60.0;
+constexpr int longestHours = 4;  // all of it is in memory
 
 std::vector<ListenedFrame> framesOf(const std::string& path) {
     SoundRecording recording(path);
+    if (recording.seconds() > longestHours * 3600.0) {
+        throw Failure("it is longer than " + std::to_string(longestHours) + " hours");
+    }
     const QuietDescriptor quietOutput(1);
     std::vector<ListenedFrame> frames = listenTo(recording);
     recording.expectAudible();
