@@ -125,8 +125,8 @@ INSTANTIATE_TEST_SUITE_P(SampledInstruments, Listening,
                          testing::Values(Case{"grand piano", 3734, 0}, Case{"nylon guitar", 3693, 52},
                                          Case{"clarinet", 3734, 0}, Case{"violin", 3730, 22},
                                          Case{"trumpet", 3733, 1}, Case{"flute", 3730, 6}),
-                         [](const testing::TestParamInfo<Case>& info) {
-                             std::string name = info.param.player;
+                         [](const testing::TestParamInfo<Case>& listened) {
+                             std::string name = listened.param.player;
                              std::replace(name.begin(), name.end(), ' ', '_');
                              return name;
                          });
