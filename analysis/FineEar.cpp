@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <bitset>
 #include <cmath>
-#include <iterator>
 
 #include "analysis/SpectrumRules.h"
 
@@ -37,8 +36,6 @@ constexpr double fadeDbPerSecond = 20.0;
 /// The recent minimum rises by this, which keeps it low while an attack lasts.
 constexpr double riseDbPerSecond = 40.0;
 
-constexpr int naturals[12] = {0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6};
-
 bool isInRange(double pitch) {
     return pitch > PartialRows::lowestPitch - 0.5 && pitch < PartialRows::highestPitch + 0.5;
 }
@@ -46,7 +43,7 @@ bool isInRange(double pitch) {
 }  // namespace
 
 FineEar::FineEar(double a4Hz, int transpose) : rows(a4Hz), transposeSemitones(transpose) {
-    notes.reserve(std::size(naturals));
+    notes.reserve(voices.size());
 }
 
 const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& levelsDb, double leastDb,
@@ -79,8 +76,9 @@ const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& level
         Voice& voice = voices[PartialRows::semitoneOf(written + transposeSemitones)];
         judgeEnd(voice);
         voice.isHeard = voice.isFound && !voice.hasEnded && (voice.isHeard || voice.found > confirmSeconds);
-        if (voice.isHeard && naturals[written] != -1) {
-            notes.emplace_back(naturals[written]);
+        const Notes::NoteID note = Notes::ofSemitone(written);
+        if (voice.isHeard && note != -1) {
+            notes.push_back(note);
         }
     }
     return notes;

@@ -16,6 +16,9 @@ void flushAll() {
 }  // namespace
 
 QuietDescriptor::QuietDescriptor(int descriptor_) : descriptor(descriptor_) {
+    if (descriptor == -1) {
+        return;
+    }
     flushAll();
     const int nowhere = openNowhere();
     if (nowhere == -1) {

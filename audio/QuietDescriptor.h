@@ -6,7 +6,7 @@
 void fillStandardDescriptors();
 
 /// Drops all that is written to a file descriptor, by other libraries too: 1 is standard output,
-/// 2 is standard error. If that fails, nothing is dropped.
+/// 2 is standard error. If that fails, nothing is dropped; nor is it for -1.
 class QuietDescriptor {
 public:
     explicit QuietDescriptor(int descriptor);

@@ -134,3 +134,8 @@ def test_what_sound_systems_say_is_shown_on_request_only(launch, no_microphone):
     quiet = errors("0")
     assert quiet == ["Open stream failed:Invalid device", "Cannot start recording."]
     assert len(errors("1")) > len(quiet)
+
+    def listing(log):
+        return subprocess.run([BUILD / "tools" / "zanto-mic", "list"], stderr=subprocess.PIPE, text=True, check=False,
+                              env={**os.environ, **no_microphone, "ZANTO_AUDIO_LOG": log}).stderr
+    assert len(listing("1")) > len(listing("0"))

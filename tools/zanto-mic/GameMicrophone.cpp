@@ -9,6 +9,7 @@
 #include "audio/PortAudioInput.h"
 #include "audio/QuietDescriptor.h"
 #include "audio/RingBuffer.h"
+#include "platform/settings/Settings.h"
 #include "tools/common/Command.h"
 #include "tools/common/QuietStream.h"
 #include "tools/zanto-mic/DefaultSource.h"
@@ -59,13 +60,13 @@ std::string adviceFor(PaError error) {
     }
 }
 
-GameMicrophone::GameMicrophone() {
-    const QuietDescriptor quiet(standardError);
+GameMicrophone::GameMicrophone() : silenced(settings::text("ZANTO_AUDIO_LOG") == "1" ? -1 : standardError) {
+    const QuietDescriptor quiet(silenced);
     isSessionOpen = Pa_Initialize() == paNoError;
 }
 
 GameMicrophone::~GameMicrophone() {
-    const QuietDescriptor quiet(standardError);
+    const QuietDescriptor quiet(silenced);
     input.reset();
     if (isSessionOpen) {
         Pa_Terminate();
@@ -80,7 +81,7 @@ std::vector<InputDevice> GameMicrophone::devices() {
     std::vector<InputDevice> found;
     const InputChoice wanted = choice();
     tell(wanted.complaint);
-    const QuietDescriptor quiet(standardError);
+    const QuietDescriptor quiet(silenced);
     for (PaDeviceIndex device = 0; isSessionOpen && device < Pa_GetDeviceCount(); ++device) {
         const PaDeviceInfo* const info = Pa_GetDeviceInfo(device);
         if (info == nullptr || info->maxInputChannels < 1) {
@@ -96,7 +97,7 @@ std::vector<InputDevice> GameMicrophone::devices() {
 }
 
 bool GameMicrophone::isMonitor() {
-    const QuietDescriptor quiet(standardError);
+    const QuietDescriptor quiet(silenced);
     const PaDeviceInfo* const info = Pa_GetDeviceInfo(choice().device);
     if (info == nullptr) {
         return false;
@@ -110,7 +111,7 @@ bool GameMicrophone::isMonitor() {
 void GameMicrophone::start() {
     std::string told;
     {
-        const QuietDescriptor quiet(standardError);
+        const QuietDescriptor quiet(silenced);
         if (const PaError error = tryGameFormat(choice().device); error != paNoError) {
             throw Failure(adviceFor(error));
         }

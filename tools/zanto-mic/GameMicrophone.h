@@ -7,7 +7,7 @@
 #include "tools/zanto-mic/Microphone.h"
 
 /// The real microphone: PortAudio's devices, and the game's own audio input. What sound systems print while
-/// they look for devices is dropped.
+/// they look for devices is dropped unless ZANTO_AUDIO_LOG is 1.
 class GameMicrophone : public Microphone {
 public:
     GameMicrophone();
@@ -22,6 +22,7 @@ public:
 private:
     InputChoice choice() const;
 
+    int silenced;  ///< the descriptor that sound systems may not write to; -1 when they may
     boost::shared_ptr<AudioInput> input;
     bool isSessionOpen = false;  ///< a session of PortAudio's besides the input's own
 };
