@@ -123,9 +123,17 @@ class Screen:
         self.display.sync()
 
     def is_managed(self):
-        """Whether a window manager has taken over the display."""
-        mark = self.root.get_full_property(self.display.intern_atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType)
-        return mark is not None
+        """Whether a window manager takes windows. One that has only announced itself may forget them for ever."""
+        probe = self.root.create_window(0, 0, 100, 100, 0, X.CopyFromParent)
+        probe.map()
+        try:
+            processes.wait_until(lambda: probe.query_tree().parent != self.root, 0.2, "a window's frame")
+        except processes.TimedOut:
+            return False
+        finally:
+            probe.destroy()
+            self.display.sync()
+        return True
 
     def minimise(self, window):
         """Asks the window manager for it."""
