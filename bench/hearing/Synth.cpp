@@ -3,6 +3,7 @@
 #include <fluidsynth.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <stdexcept>
@@ -12,6 +13,10 @@ namespace {
 constexpr int channel = 0;
 /// FluidSynth acts on events at the edges of blocks of this many samples.
 constexpr std::size_t blockSamples = 64;
+/// A sound begins after a quarter of a second without a sample as loud as this, a tenth of what 16 bits can
+/// tell.
+constexpr float silentSample = 3e-6f;
+constexpr int quietBlocksBefore = soundRateHz / 4 / static_cast<int>(blockSamples);
 constexpr double masterGain = 0.5;
 constexpr double bendRangeCents = 200.0;
 constexpr double glideCents = 200.0;
@@ -63,6 +68,31 @@ struct Synth::Engine {
     fluid_settings_t* settings = new_fluid_settings();
     fluid_synth_t* synth = nullptr;
 
+    /// Renders and forgets what still rings of the sound before.
+    void fallSilent() const {
+        fluid_synth_all_sounds_off(synth, -1);
+        int quietBlocks = 0;
+        while (quietBlocks < quietBlocksBefore) {
+            const std::array<float, blockSamples> forgotten = next();
+            const bool isQuiet = std::all_of(forgotten.begin(), forgotten.end(),
+                                             [](float sample) { return std::abs(sample) < silentSample; });
+            quietBlocks = isQuiet ? quietBlocks + 1 : 0;
+        }
+        fluid_synth_system_reset(synth);
+    }
+
+    /// The next block, mono.
+    std::array<float, blockSamples> next() const {
+        float left[blockSamples];
+        float right[blockSamples];
+        fluid_synth_write_float(synth, static_cast<int>(blockSamples), left, 0, 1, right, 0, 1);
+        std::array<float, blockSamples> both;
+        for (std::size_t i = 0; i < blockSamples; ++i) {
+            both[i] = 0.5f * (left[i] + right[i]);
+        }
+        return both;
+    }
+
     Engine() = default;
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
@@ -92,7 +122,7 @@ Synth::~Synth() = default;
 std::vector<float> Synth::render(int program, const std::vector<NoteEvent>& notes, const Touch& touch,
                                  double seconds) {
     fluid_synth_t* const synth = engine->synth;
-    fluid_synth_system_reset(synth);
+    engine->fallSilent();
     fluid_synth_program_change(synth, channel, program);
     fluid_synth_reverb_on(synth, -1, touch.room ? 1 : 0);
     fluid_synth_cc(synth, channel, reverbController, touch.room ? reverbSend : 0);
@@ -116,13 +146,9 @@ std::vector<float> Synth::render(int program, const std::vector<NoteEvent>& note
             fluid_synth_pitch_bend(synth, channel, std::clamp(bend, 0, 2 * bendCentre - 1));
             lastBend = bend;
         }
-        float left[blockSamples];
-        float right[blockSamples];
-        fluid_synth_write_float(synth, static_cast<int>(blockSamples), left, 0, 1, right, 0, 1);
+        const std::array<float, blockSamples> block = engine->next();
         const std::size_t count = std::min(blockSamples, sound.size() - done);
-        for (std::size_t i = 0; i < count; ++i) {
-            sound[done + i] = 0.5f * (left[i] + right[i]);
-        }
+        std::copy_n(block.begin(), count, sound.begin() + static_cast<std::ptrdiff_t>(done));
     }
     return sound;
 }

@@ -29,7 +29,8 @@ constexpr double glideSeconds = 0.2;
 /// By how much a note is off `seconds` after its beginning, in cents.
 double bendCents(const Touch& touch, double seconds);
 
-/// Renders sampled instruments with FluidSynth, mono at 48000 Hz. The same call always gives the same sound.
+/// Renders sampled instruments with FluidSynth, mono at 48000 Hz. The same call always gives the same sound:
+/// it begins in silence, whatever rang before.
 ///
 ///     Synth synth("/usr/share/sounds/sf2/FluidR3_GM.sf2");
 ///     std::vector<float> sound = synth.render(73, {{72, 0.2, 1.2}}, Touch(), 1.6);

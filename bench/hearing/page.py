@@ -13,7 +13,7 @@ import charts
 
 EARS = {"fine": "fine", "plain": "plain", "yinfft": "`yinfft`"}
 OCTAVES = (2, 3, 4, 5)
-SOFT = 50  # of a pitch's takes the first one: before the others it may ring still
+SOFT = 50  # heard latest
 
 
 def load(path):

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
@@ -10,6 +11,7 @@
 #include "audio/RingBuffer.h"
 #include "bench/hearing/Judge.h"
 #include "bench/hearing/SongRun.h"
+#include "bench/hearing/Synth.h"
 #include "bench/hearing/Tables.h"
 #include "bench/hearing/Voice.h"
 #include "tests/support/TemporaryFolder.h"
@@ -167,6 +169,25 @@ TEST_F(HearingBench, AChordIsRightForTheShareOfItsNotesThatIsHeard) {
     const Hearing hearing = judge({Trial::chord, {72, 76}, Touch()}, recording, listener);
     EXPECT_EQ(hearing.right, 0.5);
     EXPECT_EQ(hearing.wrong, 0.0);
+}
+
+TEST_F(HearingBench, ATakeBeginsInSilenceAfterALoudOneInARoom) {
+    Synth synth("/usr/share/sounds/sf2/FluidR3_GM.sf2");
+    Touch loud;
+    loud.velocity = loudVelocity;
+    loud.room = true;
+    constexpr int churchOrgan = 19;
+    const std::vector<NoteEvent> notes = {{60, attackSeconds, attackSeconds + holdSeconds}};
+    // A note that still sounds at the end, then one whose release does, then the reverberation alone.
+    for (const double seconds : {0.8, 1.25, 2.0}) {
+        synth.render(churchOrgan, notes, loud, seconds);
+        const std::vector<float> next = synth.render(churchOrgan, notes, loud, takeSeconds);
+        float peak = 0.0f;
+        for (std::size_t i = 0; i < static_cast<std::size_t>((attackSeconds - 0.01) * soundRateHz); ++i) {
+            peak = std::max(peak, std::abs(next[i]));
+        }
+        EXPECT_LT(peak, 1e-4f) << "after " << seconds << " s";
+    }
 }
 
 TEST_F(HearingBench, RecordingsComeBackFromTheirFileAsTheyWere) {

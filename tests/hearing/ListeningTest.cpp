@@ -70,7 +70,6 @@ Written heardIn(Studio& studio, const Player& player, const Song& song, int octa
         note.endSeconds = 1.0 + (note.endSeconds - begin) * 2.0 * slotSeconds - detachedGapSeconds;
     }
     const double seconds = 2.0 + static_cast<double>(song.getSlots().size()) * slotSeconds;
-    studio.sound(player, {}, 4.0);  // what still rings of the piece before
     Samples sound(studio.sound(player, notes, seconds));
     Written written;
     try {
@@ -90,7 +89,6 @@ TEST_P(Listening, AnInstrumentInTwoOctavesAtFiveTempiIsWrittenDown) {
     const Player& player = *std::find_if(orchestra().begin(), orchestra().end(),
                                          [](const Player& one) { return one.name == GetParam().player; });
     Studio studio(soundfontPath);
-    studio.sound(player, {}, 4.0);
     std::size_t wanted = 0;
     std::size_t right = 0;
     std::size_t others = 0;
