@@ -4,22 +4,29 @@
 #include <string>
 #include <vector>
 
-/// A player of the bench: a sampled instrument or a synthetic voice, and the notes that it has.
+/// Where the sound of a player comes from.
+enum class Source {
+    fluidR3,    ///< the soundfont that the bench is about
+    synthetic,  ///< computed
+    festival    ///< a recorded voice
+};
+
+/// A player of the bench: a sampled instrument or a voice, and the notes that it has.
 struct Player {
     std::string name;
-    int program;       ///< General MIDI, from 0; -1 for a voice
+    Source source;
+    int program;       ///< General MIDI, from 0, of an instrument
     char vowel;        ///< of a voice, else 0
     int lowestPitch;   ///< sounding, MIDI; the bench looks at C2 (36) to B5 (83) only
     int highestPitch;  ///< sounding, MIDI
 
-    bool isVoice() const { return program < 0; }
     bool playsOctave(int octave) const;
 };
 
 /// The sampled instruments first, then the voices. A player's place in it is its number everywhere.
 const std::vector<Player>& orchestra();
 
-/// How many of them are sampled instruments.
+/// How many of them are instruments of the soundfont that the bench is about.
 std::size_t instrumentCount();
 
 /// Every second instrument, beginning with the first, is in the half that the note table was tuned on; the

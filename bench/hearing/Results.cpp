@@ -87,8 +87,13 @@ std::vector<Ear> allEars(const std::string& tableText) {
 }
 
 const char* partOf(std::size_t place) {
-    if (place >= instrumentCount()) {
-        return "voice";
+    switch (orchestra().at(place).source) {
+        case Source::synthetic:
+            return "voice";
+        case Source::festival:
+            return "sung";
+        case Source::fluidR3:
+            break;
     }
     return isTunedOn(place) ? "tuned" : "other";
 }

@@ -59,7 +59,7 @@ SongMean songMeanOf(const std::vector<Played>& all, const std::vector<ShippedSon
 /// Whether no two notes of the song begin together.
 bool isMelody(const ShippedSong& song);
 
-/// The part of the orchestra that a player belongs to: "tuned", "other" or "voice".
+/// The part of the orchestra that a player belongs to: "tuned" or "other", "voice" or "sung".
 const char* partOf(std::size_t place);
 
 /// The plain ear's note table begins there.

@@ -55,14 +55,15 @@ std::vector<ShippedSong> shippedSongs(const std::string& dataFolder) {
 std::vector<Piece> piecesOf(std::size_t place, std::size_t songCount) {
     const Player& player = orchestra().at(place);
     std::vector<Piece> pieces;
-    if (player.isVoice() && player.vowel != 'a') {
+    const bool isSynthetic = player.source == Source::synthetic;
+    if (player.source != Source::fluidR3 && !(isSynthetic && player.vowel == 'a')) {
         return pieces;
     }
     for (const int octave : songOctaves) {
         for (std::size_t song = place % songStep; player.playsOctave(octave) && song < songCount;
              song += songStep) {
             Touch touch;
-            touch.room = !player.isVoice() && song % 2 == 1;
+            touch.room = !isSynthetic && song % 2 == 1;
             pieces.push_back({song, octave, 0.0, touch});
             pieces.push_back({song, octave, detachedGapSeconds, touch});
         }

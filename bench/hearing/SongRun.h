@@ -35,7 +35,8 @@ constexpr double detachedGapSeconds = 0.12;
 
 /// All performances of a player, by its place in the orchestra, always in the same order: every twentieth
 /// song in every octave that it has whole, legato and detached, every second one of an instrument with room.
-/// The next player takes the next songs. Of the voices only the two that sing "ah" perform.
+/// The next player takes the next songs. Of the voices only the two synthetic
+/// ones that sing "ah" perform.
 std::vector<Piece> piecesOf(std::size_t place, std::size_t songCount);
 
 /// What a performance of a song earned.

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "analysis/Notes.h"
+#include "bench/hearing/Singer.h"
 #include "bench/hearing/Voice.h"
 
 namespace {
@@ -69,7 +70,7 @@ void addPhrases(const Player& player, int pitch, std::vector<Take>& takes) {
     add(Trial::repeated, {pitch});
     if (naturalBelow(pitch, 1) >= player.lowestPitch) {
         add(Trial::legato, {pitch}, naturalBelow(pitch, 1));
-        if (!player.isVoice()) {
+        if (player.source == Source::fluidR3) {
             add(Trial::legato, {pitch}, naturalBelow(pitch, 1)).touch.room = true;
         }
     }
@@ -108,11 +109,17 @@ std::vector<NoteEvent> Take::notes() const {
 
 std::vector<Take> takesOf(const Player& player) {
     std::vector<Take> takes;
+    if (player.source == Source::festival) {
+        for (int pitch = player.lowestPitch; pitch <= player.highestPitch; ++pitch) {
+            takes.push_back({Trial::plain, {pitch}, Touch()});
+        }
+        return takes;
+    }
     for (int pitch = player.lowestPitch; pitch <= player.highestPitch; ++pitch) {
         for (const bool room : {false, true}) {
             for (const int velocity : {softVelocity, mediumVelocity, loudVelocity}) {
                 // The voices have no room of their own.
-                if (!room || (velocity == mediumVelocity && !player.isVoice())) {
+                if (!room || (velocity == mediumVelocity && player.source == Source::fluidR3)) {
                     takes.push_back({Trial::plain, {pitch}, {velocity, 0.0, room}});
                 }
             }
@@ -185,8 +192,15 @@ std::vector<float> Studio::sound(const Quiet& quiet) {
 
 std::vector<float> Studio::raw(const Player& player, const std::vector<NoteEvent>& notes, const Touch& touch,
                                double seconds) {
-    return player.isVoice() ? sing(player.vowel, notes, touch, seconds)
-                            : synth.render(player.program, notes, touch, seconds);
+    switch (player.source) {
+        case Source::synthetic:
+            return sing(player.vowel, notes, touch, seconds);
+        case Source::festival:
+            return singWords(player.vowel, notes, touch, seconds);
+        case Source::fluidR3:
+            break;
+    }
+    return synth.render(player.program, notes, touch, seconds);
 }
 
 double Studio::inputGain(const Player& player) {

@@ -56,7 +56,8 @@ constexpr int mediumVelocity = 85;
 constexpr int loudVelocity = 120;
 
 /// All takes of a player, always in the same order: every semitone of its range at three loudnesses, and
-/// medium loud with room; its C, E and A under every other trial; chords of naturals.
+/// medium loud with room; its C, E and A under every other trial; chords of naturals. Of a singer, every
+/// semitone alone.
 std::vector<Take> takesOf(const Player& player);
 
 /// A room in which nobody plays: noise at a level below full scale.

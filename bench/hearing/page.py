@@ -36,7 +36,7 @@ def mean(rows, column, weight="takes"):
 
 
 def right_wrong(rows):
-    return f"{100 * mean(rows, 'right'):.1f}/{100 * mean(rows, 'wrong'):.1f}"
+    return f"{100 * mean(rows, 'right'):.1f}/{100 * mean(rows, 'wrong'):.1f}" if rows else "-"
 
 
 def row(name, *cells):
@@ -44,11 +44,11 @@ def row(name, *cells):
 
 
 def by_octave(name, rows):
-    return row(name, *(right_wrong(pick(rows, octave=octave)) for octave in OCTAVES))
+    return row(name, *(right_wrong(pick(rows, octave=octave)) for octave in OCTAVES), right_wrong(rows))
 
 
 def instruments(rows):
-    return [row for row in rows if row["half"] != "voice"]
+    return [row for row in rows if row["half"] in ("tuned", "other")]
 
 
 def heard_for_first(rows, column):
@@ -65,7 +65,8 @@ def note_figures(notes):
         lines += [by_octave(f"{name}: tuned half", pick(played, half="tuned", room="dry")),
                   by_octave("- other half", pick(played, half="other", room="dry")),
                   by_octave("- all, with room", pick(played, room="room")),
-                  by_octave("- synthetic voices", [one for one in mine if one["half"] == "voice"])]
+                  by_octave("- synthetic voices", pick(mine, half="voice")),
+                  by_octave("- sung vowels (festival)", pick(mine, half="sung"))]
         black = instruments(pick(notes, ear=ear, kind="sharp"))
         sharps.append(f"{name} {100 * mean(black, 'wrong'):.1f}")
     figures = {"naturals": "\n".join(lines), "sharps": ", ".join(sharps),
