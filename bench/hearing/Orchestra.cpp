@@ -6,15 +6,8 @@ namespace {
 
 constexpr int pitchesPerOctave = 12;
 
-}  // namespace
-
-bool Player::playsOctave(int octave) const {
-    const int highestNatural = pitchOfC(octave) + pitchesPerOctave - 1;
-    return lowestPitch <= pitchOfC(octave) && highestPitch >= highestNatural;
-}
-
-const std::vector<Player>& orchestra() {
-    static const std::vector<Player> players = {
+std::vector<Player> everybody() {
+    std::vector<Player> players = {
         {"grand piano", Source::fluidR3, 0, 0, 36, 83},
         {"electric piano", Source::fluidR3, 4, 0, 36, 83},
         {"harpsichord", Source::fluidR3, 6, 0, 36, 83},
@@ -59,6 +52,26 @@ const std::vector<Player>& orchestra() {
         {"sung law", Source::festival, 0, 'o', 36, 71},
         {"sung loo", Source::festival, 0, 'u', 36, 71},
     };
+    const std::vector<Player> firstOnes = players;
+    for (Player player : firstOnes) {
+        if (player.source == Source::fluidR3) {
+            player.name += " (TimGM6mb)";
+            player.source = Source::timGM6mb;
+            players.push_back(player);
+        }
+    }
+    return players;
+}
+
+}  // namespace
+
+bool Player::playsOctave(int octave) const {
+    const int highestNatural = pitchOfC(octave) + pitchesPerOctave - 1;
+    return lowestPitch <= pitchOfC(octave) && highestPitch >= highestNatural;
+}
+
+const std::vector<Player>& orchestra() {
+    static const std::vector<Player> players = everybody();
     return players;
 }
 

@@ -8,7 +8,8 @@
 enum class Source {
     fluidR3,    ///< the soundfont that the bench is about
     synthetic,  ///< computed
-    festival    ///< a recorded voice
+    festival,   ///< a recorded voice
+    timGM6mb    ///< a soundfont that nothing was tuned to
 };
 
 /// A player of the bench: a sampled instrument or a voice, and the notes that it has.
@@ -23,7 +24,8 @@ struct Player {
     bool playsOctave(int octave) const;
 };
 
-/// The sampled instruments first, then the voices. A player's place in it is its number everywhere.
+/// The sampled instruments first, then the voices, then the same instruments of the other soundfont. A
+/// player's place in it is its number everywhere.
 const std::vector<Player>& orchestra();
 
 /// How many of them are instruments of the soundfont that the bench is about.

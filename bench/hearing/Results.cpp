@@ -92,6 +92,8 @@ const char* partOf(std::size_t place) {
             return "voice";
         case Source::festival:
             return "sung";
+        case Source::timGM6mb:
+            return "second";
         case Source::fluidR3:
             break;
     }

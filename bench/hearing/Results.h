@@ -59,7 +59,8 @@ SongMean songMeanOf(const std::vector<Played>& all, const std::vector<ShippedSon
 /// Whether no two notes of the song begin together.
 bool isMelody(const ShippedSong& song);
 
-/// The part of the orchestra that a player belongs to: "tuned" or "other", "voice" or "sung".
+/// The part of the orchestra that a player belongs to: "tuned" or "other", "voice", "sung"
+/// or "second", the other soundfont.
 const char* partOf(std::size_t place);
 
 /// The plain ear's note table begins there.

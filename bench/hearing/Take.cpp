@@ -10,6 +10,9 @@
 
 namespace {
 
+constexpr const char* fluidR3Path = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
+constexpr const char* timGM6mbPath = "/usr/share/sounds/sf2/TimGM6mb.sf2";
+
 constexpr double loudestPeakDb = -3.0;
 constexpr int levelTestStep = 3;  // semitones
 constexpr int repetitions = 4;
@@ -81,6 +84,20 @@ void addPhrases(const Player& player, int pitch, std::vector<Take>& takes) {
     add(Trial::glide, {pitch}).touch.glides = true;
 }
 
+/// Of those who play nothing else: each semitone of a singer, who has one loudness, and each natural of an
+/// instrument at three.
+void addPlainNotes(const Player& player, std::vector<Take>& takes) {
+    for (int pitch = player.lowestPitch; pitch <= player.highestPitch; ++pitch) {
+        if (player.source == Source::festival) {
+            takes.push_back({Trial::plain, {pitch}, Touch()});
+        } else if (Notes::ofSemitone(pitch) != -1) {
+            for (const int velocity : {softVelocity, mediumVelocity, loudVelocity}) {
+                takes.push_back({Trial::plain, {pitch}, {velocity, 0.0, false}});
+            }
+        }
+    }
+}
+
 }  // namespace
 
 double Take::attack() const {
@@ -109,10 +126,8 @@ std::vector<NoteEvent> Take::notes() const {
 
 std::vector<Take> takesOf(const Player& player) {
     std::vector<Take> takes;
-    if (player.source == Source::festival) {
-        for (int pitch = player.lowestPitch; pitch <= player.highestPitch; ++pitch) {
-            takes.push_back({Trial::plain, {pitch}, Touch()});
-        }
+    if (player.source == Source::festival || player.source == Source::timGM6mb) {
+        addPlainNotes(player, takes);
         return takes;
     }
     for (int pitch = player.lowestPitch; pitch <= player.highestPitch; ++pitch) {
@@ -156,9 +171,6 @@ std::vector<Quiet> quiets() {
     return all;
 }
 
-Studio::Studio(const std::string& soundfontPath) : synth(soundfontPath) {
-}
-
 std::vector<float> Studio::sound(const Player& player, const Take& take) {
     std::vector<float> sound = raw(player, take.notes(), take.touch, take.seconds());
     const double gain = inputGain(player) * amplitudeOf(take.levelDb);
@@ -198,9 +210,14 @@ std::vector<float> Studio::raw(const Player& player, const std::vector<NoteEvent
         case Source::festival:
             return singWords(player.vowel, notes, touch, seconds);
         case Source::fluidR3:
+        case Source::timGM6mb:
             break;
     }
-    return synth.render(player.program, notes, touch, seconds);
+    std::unique_ptr<Synth>& synth = synths[player.source];
+    if (!synth) {
+        synth = std::make_unique<Synth>(player.source == Source::fluidR3 ? fluidR3Path : timGM6mbPath);
+    }
+    return synth->render(player.program, notes, touch, seconds);
 }
 
 double Studio::inputGain(const Player& player) {

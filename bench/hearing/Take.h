@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -57,7 +58,7 @@ constexpr int loudVelocity = 120;
 
 /// All takes of a player, always in the same order: every semitone of its range at three loudnesses, and
 /// medium loud with room; its C, E and A under every other trial; chords of naturals. Of a singer, every
-/// semitone alone.
+/// semitone alone, and of an instrument of the other soundfont its dry naturals.
 std::vector<Take> takesOf(const Player& player);
 
 /// A room in which nobody plays: noise at a level below full scale.
@@ -76,8 +77,6 @@ std::vector<Quiet> quiets();
 /// note peaks 3 dB below full scale.
 class Studio {
 public:
-    explicit Studio(const std::string& soundfontPath);
-
     /// mono, 48000 Hz
     std::vector<float> sound(const Player& player, const Take& take);
     std::vector<float> sound(const Player& player, const std::vector<NoteEvent>& notes, double seconds,
@@ -89,7 +88,7 @@ private:
                            double seconds);
     double inputGain(const Player& player);
 
-    Synth synth;
+    std::map<Source, std::unique_ptr<Synth>> synths;  ///< those that were needed
     std::string levelledPlayer;
     double levelledGain = 1.0;
 };

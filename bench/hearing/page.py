@@ -66,7 +66,8 @@ def note_figures(notes):
                   by_octave("- other half", pick(played, half="other", room="dry")),
                   by_octave("- all, with room", pick(played, room="room")),
                   by_octave("- synthetic voices", pick(mine, half="voice")),
-                  by_octave("- sung vowels (festival)", pick(mine, half="sung"))]
+                  by_octave("- sung vowels (festival)", pick(mine, half="sung")),
+                  by_octave("- second soundfont", pick(mine, half="second"))]
         black = instruments(pick(notes, ear=ear, kind="sharp"))
         sharps.append(f"{name} {100 * mean(black, 'wrong'):.1f}")
     figures = {"naturals": "\n".join(lines), "sharps": ", ".join(sharps),
@@ -153,7 +154,7 @@ def table_figures(tables):
 def pictures(notes, timing):
     """(name, content) of each."""
     naturals = pick(notes, kind="natural")
-    players = list(dict.fromkeys(row["player"] for row in naturals))
+    players = list(dict.fromkeys(row["player"] for row in naturals if row["half"] != "second"))
     panels = []
     for ear in ("plain", "fine"):
         values = {}

@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr const char* soundfontPath = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
-
 bool isMissing(const std::string& path) {
     return !std::filesystem::exists(path);
 }
@@ -60,7 +58,7 @@ int main(int argc, char* argv[]) {
         return 1;
     }
     try {
-        Studio studio(soundfontPath);
+        Studio studio;
         const std::vector<ShippedSong> songs = shippedSongs(argv[1]);
         for (int i = 3; i < argc; ++i) {
             const std::string stem = std::string(argv[2]) + "/" + argv[i];

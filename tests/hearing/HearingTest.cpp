@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr const char* soundfontPath = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
-
 /// How much worse than its figure a case may get, in percentage points of frames or notes. No penalty more is
 /// allowed.
 constexpr double margin = 1.0;
@@ -47,7 +45,7 @@ std::size_t placeOf(const std::string& name) {
 }
 
 Studio& studio() {
-    static Studio opened(soundfontPath);
+    static Studio opened;
     return opened;
 }
 

@@ -19,7 +19,6 @@
 
 namespace {
 
-constexpr const char* soundfontPath = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
 constexpr std::array<double, 5> tempi = {80.0, 95.0, 110.0, 125.0, 140.0};
 
 /// How many notes more may be missed, and how many more others heard, than were measured.
@@ -88,7 +87,7 @@ class Listening : public testing::TestWithParam<Case> {};
 TEST_P(Listening, AnInstrumentInTwoOctavesAtFiveTempiIsWrittenDown) {
     const Player& player = *std::find_if(orchestra().begin(), orchestra().end(),
                                          [](const Player& one) { return one.name == GetParam().player; });
-    Studio studio(soundfontPath);
+    Studio studio;
     std::size_t wanted = 0;
     std::size_t right = 0;
     std::size_t others = 0;
