@@ -11,7 +11,6 @@
 namespace {
 
 constexpr double windowStartSeconds = 0.15;
-constexpr double windowEndSeconds = 0.9;
 constexpr double penaltyHoldSeconds = rules::wrongHoldSeconds;
 constexpr int noteCount = Notes::noteCount;
 
@@ -55,7 +54,7 @@ bool anyForeign(const NoteSet& played, const NoteSet& heard) {
 }
 
 bool isInWindow(double sinceAttack) {
-    return sinceAttack >= windowStartSeconds && sinceAttack < windowEndSeconds;
+    return sinceAttack >= windowStartSeconds && sinceAttack < judgedToSeconds;
 }
 
 }  // namespace
@@ -70,6 +69,7 @@ Hearing judge(const Take& take, const Recording& recording, Listener& listener) 
     const NoteSet ending = notesOf(take.trial == Trial::legato ? std::vector<int>{take.before} : sounding);
     const double endSeconds = take.trial == Trial::legato ? take.attack() : take.attack() + holdSeconds;
     Hearing hearing;
+    hearing.lateDb = static_cast<double>(recording.lateDb);
     int frames = 0;
     listener.replay(recording, [&](double seconds, const NoteState& held) {
         const NoteSet heard = notesDown(held);
@@ -103,6 +103,7 @@ Mean meanOf(const std::vector<Heard>& all, const Which& which) {
         mean.hearing.right += heard.hearing.right;
         mean.hearing.wrong += heard.hearing.wrong;
         mean.hearing.tailSeconds += heard.hearing.tailSeconds;
+        mean.hearing.lateDb = std::min(mean.hearing.lateDb, heard.hearing.lateDb);
         if (heard.hearing.latencySeconds) {
             latency += *heard.hearing.latencySeconds;
             ++heardAtAll;

@@ -149,6 +149,7 @@ void writeRecordings(const std::string& path, const std::vector<Recording>& reco
         for (const std::uint8_t notes : recording.peerNotes) {
             put(out, notes);
         }
+        put(out, recording.lateDb);
     }
     out.close();
     if (!out || std::rename((path + ".part").c_str(), path.c_str()) != 0) {
@@ -176,6 +177,7 @@ std::vector<Recording> readRecordings(const std::string& path) {
         for (std::uint8_t& notes : recording.peerNotes) {
             notes = get<std::uint8_t>(in);
         }
+        recording.lateDb = get<float>(in);
         if (!in) {
             throw std::runtime_error(path + " ends too early");
         }

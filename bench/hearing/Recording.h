@@ -20,6 +20,7 @@ struct Recording {
     std::vector<std::uint8_t> fineNotes;
     /// The same of the peer.
     std::vector<std::uint8_t> peerNotes;
+    float lateDb = 0.0f;  ///< of a take, what `lateLevelDb` says of its sound
 };
 
 constexpr int blockSamples = 1024;    ///< that the game's audio input delivers at a time

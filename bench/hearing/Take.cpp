@@ -13,6 +13,7 @@ namespace {
 constexpr const char* fluidR3Path = "/usr/share/sounds/sf2/FluidR3_GM.sf2";
 constexpr const char* timGM6mbPath = "/usr/share/sounds/sf2/TimGM6mb.sf2";
 
+constexpr double softestShare = 1e-5;
 constexpr double loudestPeakDb = -3.0;
 constexpr int levelTestStep = 3;  // semitones
 constexpr int repetitions = 4;
@@ -169,6 +170,20 @@ std::vector<Quiet> quiets() {
         }
     }
     return all;
+}
+
+double lateLevelDb(const std::vector<float>& sound, double attack) {
+    constexpr std::size_t span = soundRateHz / 20;
+    const auto levelOf = [&sound](std::size_t first) {
+        const auto from = sound.begin() + static_cast<std::ptrdiff_t>(first);
+        return rootMeanSquare(std::vector<float>(from, from + span));
+    };
+    double loudest = 0.0;
+    for (std::size_t first = 0; first + span <= sound.size(); first += span) {
+        loudest = std::max(loudest, levelOf(first));
+    }
+    const auto judgedTo = static_cast<std::size_t>(std::lround((attack + judgedToSeconds) * soundRateHz));
+    return 20.0 * std::log10(std::max(softestShare, levelOf(judgedTo - span) / loudest));
 }
 
 std::vector<float> Studio::sound(const Player& player, const Take& take) {

@@ -28,7 +28,8 @@ enum class Trial {
 constexpr double attackSeconds = 0.2;  ///< of the first note, from the sound's start
 constexpr double beforeSeconds = 0.5;  ///< how long the note before sounds alone
 constexpr double holdSeconds = 1.0;
-constexpr double takeSeconds = 1.7;  ///< of a take that is one note
+constexpr double judgedToSeconds = 0.9;  ///< after the attack
+constexpr double takeSeconds = 1.7;      ///< of a take that is one note
 
 enum class Noise { none, white, hum };
 
@@ -72,6 +73,10 @@ constexpr double quietSeconds = 20.0;
 
 /// All of those, always in the same order.
 std::vector<Quiet> quiets();
+
+/// The level of a sound when it is judged for the last time, in dB from its loudest, each the root mean
+/// square of a twentieth of a second. Silence is 100 dB softer.
+double lateLevelDb(const std::vector<float>& sound, double attack);
 
 /// Turns takes and songs into sound. The input level is set once for each player as one would: its loudest
 /// note peaks 3 dB below full scale.

@@ -41,7 +41,7 @@ void writeNotes(const std::string& ear, const std::vector<Heard>& plain, Csv& cs
         csv.row(ear, orchestra()[place].name, partOf(place), octave, isSharp ? "sharp" : "natural", velocity,
                 room ? "room" : "dry", mean.takes, mean.hearing.right, mean.hearing.wrong, mean.never,
                 mean.hearing.latencySeconds.value_or(0.0) * msPerSecond,
-                mean.hearing.tailSeconds * msPerSecond);
+                mean.hearing.tailSeconds * msPerSecond, mean.hearing.lateDb);
     }
 }
 
@@ -102,7 +102,7 @@ void writeSilence(const std::string& ear, const std::vector<FalseNotes>& heard, 
 
 void writeNoteFigures(const Archive& archive, const std::string& shippedTable, const std::string& folder) {
     Csv notes(folder + "/notes.csv",
-              "ear,player,half,octave,kind,velocity,room,takes,right,wrong,never,latency_ms,tail_ms");
+              "ear,player,half,octave,kind,velocity,room,takes,right,wrong,never,latency_ms,tail_ms,late_db");
     Csv conditions(folder + "/conditions.csv",
                    "ear,condition,amount,half,octave,takes,right,wrong,never,latency_ms,tail_ms");
     Csv silence(folder + "/silence.csv",

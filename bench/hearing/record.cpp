@@ -19,7 +19,9 @@ bool isMissing(const std::string& path) {
 void recordTakes(Studio& studio, const Player& player, const std::string& path) {
     std::vector<Recording> recordings;
     for (const Take& take : takesOf(player)) {
-        recordings.push_back(listen(studio.sound(player, take), take.minDecibel));
+        const std::vector<float> sound = studio.sound(player, take);
+        recordings.push_back(listen(sound, take.minDecibel));
+        recordings.back().lateDb = static_cast<float>(lateLevelDb(sound, take.attack()));
     }
     writeRecordings(path, recordings);
 }

@@ -162,6 +162,13 @@ TEST_F(HearingBench, LettingGoIsTimedFromTheNextNote) {
     EXPECT_LT(judge(take, listen(sound, usualMinDecibel), listener).right, 0.9);
 }
 
+TEST_F(HearingBench, ANoteThatDiesAwayIsLateAsSoftAsItHasBecome) {
+    std::vector<float> sound = sine(440.0, 0.5, attackSeconds, attackSeconds + 0.5, takeSeconds);
+    mix(sound, sine(440.0, 0.05, attackSeconds + 0.5, takeSeconds, takeSeconds), 1.0);
+    EXPECT_NEAR(lateLevelDb(sound, attackSeconds), -20.0, 0.1);
+    EXPECT_NEAR(lateLevelDb(sine(440.0, 0.5, 0.2, 0.7, takeSeconds), attackSeconds), -100.0, 1e-9);
+}
+
 TEST_F(HearingBench, AChordIsRightForTheShareOfItsNotesThatIsHeard) {
     const Recording recording =
         listen(sine(523.25, 0.3, attackSeconds, attackSeconds + holdSeconds, takeSeconds), usualMinDecibel);
@@ -193,7 +200,8 @@ TEST_F(HearingBench, ATakeBeginsInSilenceAfterALoudOneInARoom) {
 TEST_F(HearingBench, RecordingsComeBackFromTheirFileAsTheyWere) {
     const TemporaryFolder folder;
     const std::string path = (folder.path() / "a.takes").string();
-    const std::vector<Recording> written = {{{{{45, -20.5f}, {90, -22.25f}}, {}}, {1, 127}, {2, 0}}, {}};
+    const std::vector<Recording> written = {{{{{45, -20.5f}, {90, -22.25f}}, {}}, {1, 127}, {2, 0}, -6.5f},
+                                            {}};
     writeRecordings(path, written);
     const std::vector<Recording> read = readRecordings(path);
     ASSERT_EQ(read.size(), 2u);
@@ -204,6 +212,7 @@ TEST_F(HearingBench, RecordingsComeBackFromTheirFileAsTheyWere) {
     EXPECT_TRUE(read[0].blocks[1].empty());
     EXPECT_EQ(read[0].fineNotes, written[0].fineNotes);
     EXPECT_EQ(read[0].peerNotes, written[0].peerNotes);
+    EXPECT_EQ(read[0].lateDb, -6.5f);
     EXPECT_TRUE(read[1].blocks.empty());
     EXPECT_TRUE(readRecordings(path + ".none").empty());
 }
