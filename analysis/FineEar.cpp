@@ -13,8 +13,11 @@ namespace {
 constexpr double weakestNew = 0.38;
 /// Semitones. A singer's vibrato may take a note that is heard further off than PartialRows::inTune.
 constexpr double inTuneHeard = 0.6;
+/// dB. A note that is heard may sink as far below the threshold: strings beat and fade.
+constexpr double keptDb = 10.0;
 
-/// One more block of samples (21 ms) must show a note before it is heard: clicks and attacks do not.
+/// One more block of samples (21 ms) must show a note before it is heard, unless it is clear from the first
+/// one on: what clicks and attacks seem to be is gone by then.
 constexpr double confirmSeconds = 0.025;
 /// A voice that beats or trembles may be lost for as long and is still the same.
 constexpr double lostSeconds = 0.06;
@@ -30,6 +33,7 @@ constexpr double endSeconds = 0.25;
 constexpr double strikeSeconds = 0.1;  ///< in which an attack is over
 constexpr double strikeRatio = 4.0;    ///< of the power: a new note rises by 6 dB at least
 constexpr double fallRatio = 2.0;      ///< of the power, 3 dB, below the recent maximum
+constexpr double faintRatio = 0.03;    ///< of the power: what is 15 dB weaker than a note does not end it
 constexpr double returnRatio = 2.5;    ///< of the power, 4 dB: it is played again
 /// The recent maximum sinks by this: strings that ring on fade more slowly, a room (0.5 s to -60 dB) faster.
 constexpr double fadeDbPerSecond = 20.0;
@@ -54,34 +58,49 @@ const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& level
     for (std::size_t semitone = 0; semitone < voices.size(); ++semitone) {
         sounding.set(semitone, voices[semitone].isFound && !voices[semitone].hasEnded);
     }
-    rows.find(levelsDb, leastDb, sounding);
-    const double leastPower = SpectrumPeaks::powerOf(leastDb);
+    rows.find(levelsDb, leastDb - keptDb, sounding);
     followPower(step);
-    std::array<const PartialRows::Note*, 12> foundAt{};
-    for (const PartialRows::Note& note : rows) {
-        const double key = keyOf(note.pitch);
-        const std::size_t semitone = PartialRows::semitoneOf(key);
-        const bool known = voices[semitone].age > 0.0;
-        if (foundAt[semitone] == nullptr && note.power > leastPower && isInRange(note.pitch) &&
-            std::abs(note.pitch - key) <= (known ? inTuneHeard : PartialRows::inTune) &&
-            note.score >= (known ? PartialRows::weakest : weakestNew) * rows.begin()->score) {
-            foundAt[semitone] = &note;
-        }
-    }
+    const Found foundAt = match(leastDb);
     for (std::size_t semitone = 0; semitone < voices.size(); ++semitone) {
         followVoice(voices[semitone], foundAt[semitone], step);
     }
+    const bool oneBegins = std::count_if(voices.begin(), voices.end(), [](const Voice& voice) {
+                               return voice.isFound && !voice.isHeard && !voice.hasEnded;
+                           }) == 1;
     notes.clear();
     for (int written = 0; written < static_cast<int>(voices.size()); ++written) {
-        Voice& voice = voices[PartialRows::semitoneOf(written + transposeSemitones)];
+        const std::size_t semitone = PartialRows::semitoneOf(written + transposeSemitones);
+        Voice& voice = voices[semitone];
         judgeEnd(voice);
-        voice.isHeard = voice.isFound && !voice.hasEnded && (voice.isHeard || voice.found > confirmSeconds);
+        // An attack that is no tone yet looks like several notes.
+        const bool isClear = oneBegins && voice.isStruck && foundAt[semitone] == rows.begin();
+        voice.isHeard = voice.isFound && !voice.hasEnded &&
+                        (voice.isHeard || voice.found > (isClear ? 0.0 : confirmSeconds));
         const Notes::NoteID note = Notes::ofSemitone(written);
         if (voice.isHeard && note != -1) {
             notes.push_back(note);
         }
     }
     return notes;
+}
+
+FineEar::Found FineEar::match(double leastDb) const {
+    const double leastPower = SpectrumPeaks::powerOf(leastDb);
+    const double keptPower = SpectrumPeaks::powerOf(leastDb - keptDb);
+    Found foundAt{};
+    for (const PartialRows::Note& note : rows) {
+        const double key = keyOf(note.pitch);
+        const std::size_t semitone = PartialRows::semitoneOf(key);
+        const Voice& voice = voices[semitone];
+        const bool known = voice.age > 0.0;
+        if (foundAt[semitone] == nullptr && isInRange(note.pitch) &&
+            note.power > (voice.isHeard ? keptPower : leastPower) &&
+            std::abs(note.pitch - key) <= (known ? inTuneHeard : PartialRows::inTune) &&
+            note.score >= (known ? PartialRows::weakest : weakestNew) * rows.begin()->score) {
+            foundAt[semitone] = &note;
+        }
+    }
+    return foundAt;
 }
 
 double FineEar::keyOf(double pitch) const {
@@ -150,7 +169,8 @@ bool FineEar::isOwn(double hz, const PartialRows::Note& note) const {
 void FineEar::judgeEnd(Voice& voice) const {
     double newestAge = voice.age;
     for (const Voice& other : voices) {
-        if (other.isFound && other.isStruck && other.age < voice.age - chordSeconds) {
+        if (other.isFound && other.isStruck && other.age < voice.age - chordSeconds &&
+            other.power >= faintRatio * voice.power) {
             newestAge = std::min(newestAge, other.age);
         }
     }

@@ -10,9 +10,10 @@
 /// The finer of the game's two ears: which naturals sound, judged by all their partials and over time.
 ///
 /// PartialRows finds the notes of each spectrum. Each is held against equal temperament: naturals count,
-/// sharps and notes far out of tune do not. A note is heard once it has been found for longer than a click
-/// lasts. A note that began before another one and has fallen fast since is let go: it has ended and only its
-/// reverberation is left. A note that fades alone is kept. How notes end is our own rule.
+/// sharps and notes far out of tune do not. A note that is struck alone, and is the strongest, is heard at
+/// once, any other once it has been found for longer than a click lasts. A note that began before another one
+/// and has fallen fast since is let go: it has ended and only its reverberation is left. A note that fades
+/// alone is kept, also a little below the threshold. How notes begin and end are our own rules.
 ///
 /// Owned by NoteEstimation, main thread only. Octaves do not matter to it, as they do not to the game. After
 /// construction it allocates nothing.
@@ -27,8 +28,8 @@ public:
 
     /// The naturals that sound in a spectrum of the newest 4096 samples at 48000 Hz through a Hamming window,
     /// each once: `levelsDb` has one level per line, from 0 Hz on, at least SpectrumPeaks::lineCount; any
-    /// value may stand in it. A partial of each note must exceed `leastDb`. `dtSeconds` is the time since the
-    /// last call. The result is valid until the next one.
+    /// value may stand in it. A partial of each note that begins must exceed `leastDb`. `dtSeconds` is the
+    /// time since the last call. The result is valid until the next one.
     const std::vector<Notes::NoteID>& hear(const std::vector<double>& levelsDb, double leastDb,
                                            double dtSeconds);
 
@@ -46,6 +47,10 @@ private:
         double power = 0.0;     ///< of the partials that are its own
         double endPower = 0.0;  ///< the least since it ended
     };
+    using Found = std::array<const PartialRows::Note*, 12>;  ///< by semitone; null for none
+
+    /// Which of the rows is which voice's.
+    Found match(double leastDb) const;
     /// The semitone that a pitch is meant to be: the nearest, or the next one if that sounds already and this
     /// one does not.
     double keyOf(double pitch) const;
