@@ -17,7 +17,7 @@ constexpr double afterwardsSeconds = 0.5;
 constexpr double pointsPerSlot = rules::awardPoints;
 
 constexpr std::array<int, 4> songOctaves = {2, 3, 4, 5};
-constexpr std::size_t songStep = 20;
+constexpr std::size_t songStep = 5;
 
 constexpr std::array<int, 7> semitonesAboveC = {0, 2, 4, 5, 7, 9, 11};
 
@@ -63,7 +63,7 @@ std::vector<Piece> piecesOf(std::size_t place, std::size_t songCount) {
         for (std::size_t song = place % songStep; player.playsOctave(octave) && song < songCount;
              song += songStep) {
             Touch touch;
-            touch.room = !isSynthetic && song % 2 == 1;
+            touch.room = !isSynthetic && (song + static_cast<std::size_t>(octave)) % 2 == 1;
             pieces.push_back({song, octave, 0.0, touch});
             pieces.push_back({song, octave, detachedGapSeconds, touch});
         }

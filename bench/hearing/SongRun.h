@@ -33,10 +33,10 @@ struct Piece {
 
 constexpr double detachedGapSeconds = 0.12;
 
-/// All performances of a player, by its place in the orchestra, always in the same order: every twentieth
-/// song in every octave that it has whole, legato and detached, every second one of an instrument with room.
-/// The next player takes the next songs. Of the voices only the two synthetic
-/// ones that sing "ah" perform.
+/// All performances of a player, by its place in the orchestra, always in the same order: every fifth song
+/// in every octave that it has whole, legato and detached. An instrument plays every second one with room,
+/// and the others an octave higher. The next player takes the next songs. Of the voices only the two
+/// synthetic ones that sing "ah" perform.
 std::vector<Piece> piecesOf(std::size_t place, std::size_t songCount);
 
 /// What a performance of a song earned.

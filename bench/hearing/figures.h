@@ -12,8 +12,8 @@
 /// among others, and chords. silence.csv: notes heard in a room in which nobody plays.
 void writeNoteFigures(const Archive& archive, const std::string& shippedTable, const std::string& folder);
 
-/// songs.csv and players.csv: what each song and each player earned, 0.08 s ahead and detached, and on the
-/// beat and legato. timing.csv: means over all instruments by how far ahead of the beat they play.
+/// songs.csv: what each performance earned, 0.08 s ahead and detached, or on the beat and legato. timing.csv:
+/// means over all instruments by how far ahead of the beat they play.
 void writeSongFigures(const Archive& archive, const std::string& shippedTable,
                       const std::vector<ShippedSong>& songs, const std::string& folder);
 
