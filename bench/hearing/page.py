@@ -103,13 +103,13 @@ def note_figures(notes):
         mine = pick(naturals, ear=ear)
         played = instruments(mine)
         dry = pick(played, room="dry")
-        if ear == "fine":
-            lines += [by_octave(f"{name}: all, dry", dry), by_octave("- without hard ones", without_hard(dry))]
-        elif ear == "plain":
+        if ear == "yinfft":
+            lines.append(by_octave(f"{name}: all, dry", dry))
+        else:
             lines += [by_octave(f"{name}: tuned half, dry", pick(dry, half="tuned")),
                       by_octave("- other half, dry", pick(dry, half="other"))]
-        else:
-            lines.append(by_octave(f"{name}: all, dry", dry))
+        if ear == "fine":
+            lines.append(by_octave("- both without hard ones, dry", without_hard(dry)))
         lines += [by_octave("- all, with room", pick(played, room="room")),
                   by_octave("- synthetic voices", pick(mine, half="voice")),
                   by_octave("- sung vowels (festival)", pick(mine, half="sung")),
