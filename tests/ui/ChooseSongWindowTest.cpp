@@ -24,7 +24,7 @@ protected:
 
     static void selectRow(int row) {
         wt::wtWindowManager::displayWidgets();
-        widgets::click(widgets::inRow(*list(), row, 0.5f, screenWidth, screenHeight));
+        DrawnStage::click(onRow(*list(), row));
     }
 
     /// What pressing "Play" emits, joined by blanks.
@@ -91,8 +91,7 @@ TEST_F(ChooseSongWindowTest, MissingEmptyOrUnreadableListingGivesAnEmptyListSile
 
 TEST_F(ChooseSongWindowTest, IsHiddenUntilShownAtTheFront) {
     ChooseSongWindow chooser;
-    auto* other = new wt::wtWindow("other", {-1.0f, -1.0f}, {2.0f, 2.0f}, 0);
-    wt::wtWindowManager::appendWidget(other);
+    window("other", {-1.0f, -1.0f, 2.0f, 2.0f});
     EXPECT_EQ(panel()->isShowing(), 0);
     chooser.show();
     EXPECT_EQ(panel()->isShowing(), 1);
@@ -160,16 +159,9 @@ TEST_F(ChooseSongWindowTest, StandsInTheMiddleAndItsTextLinesHaveTwiceTheAir) {
 TEST_F(ChooseSongWindowTest, DrawsAPaleBluePanel) {
     ChooseSongWindow chooser;
     chooser.show();
-    wt::wtWindowManager::displayWidgets();
-    const auto screen = gl.read();
+    draw();
     // Just inside the panel's lower left corner: (0.9, 0.9, 1.0) at an opacity of 0.9 * 0.9 over black.
-    const tavi::Vec2<float> corner = panel()->origin();
-    const int x = static_cast<int>((corner.x + 1.0f) / 2.0f * screenWidth) + 5;
-    const int y = screenHeight - 1 - static_cast<int>((corner.y + 1.0f) / 2.0f * screenHeight) - 5;
-    const double opacity = 0.9 * 0.9;
-    EXPECT_NEAR(screen.at(x, y, 0), 255 * 0.9 * opacity, 2.0);
-    EXPECT_NEAR(screen.at(x, y, 1), 255 * 0.9 * opacity, 2.0);
-    EXPECT_NEAR(screen.at(x, y, 2), 255 * opacity, 2.0);
+    expectColor(pixel(on(*panel(), 0.02f, 0.02f)), {186, 186, 207});
 }
 
 }  // namespace

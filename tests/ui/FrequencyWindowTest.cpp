@@ -3,9 +3,9 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,7 +21,6 @@ constexpr double thresholdDb = -65.0;
 
 class FrequencyWindowTest : public MenuFixture {
 protected:
-    static wt::wtWindow* window() { return widgets::window("Frequency"); }
     static std::string peakLine() {
         return widgets::in<wt::wtStaticText>("Frequency", "chosen_song")->getText();
     }
@@ -35,11 +34,11 @@ protected:
 };
 
 TEST_F(FrequencyWindowTest, IsHiddenUntilShownAtTheFront) {
-    wt::wtWindowManager::appendWidget(new wt::wtWindow("other", {0.0f, 0.0f}, {1.0f, 1.0f}, 0));
+    window("other", {0.0f, 0.0f, 1.0f, 1.0f});
     EXPECT_FALSE(panel->isShowing());
     panel->show();
     EXPECT_TRUE(panel->isShowing());
-    EXPECT_EQ(wt::wtWindowManager::windows().back(), window());
+    EXPECT_EQ(wt::wtWindowManager::windows().back(), widgets::window("Frequency"));
     panel->hide();
     EXPECT_FALSE(panel->isShowing());
 }
@@ -79,18 +78,14 @@ TEST_F(FrequencyWindowTest, DataAreCopiedAndStayAcrossHidingAndShowing) {
 TEST_F(FrequencyWindowTest, StandsInTheMiddleAndDrawsPlusFiveDecibelInsideItselfAbovePlot) {
     panel->setSignal({0.0, 1500.0}, {5.0, 5.0}, {}, thresholdDb);
     panel->show();
-    wt::wtWindowManager::displayWidgets();
-    expectPanelsPlace(window()->rect());
+    draw();
+    expectPanelsPlace(widgets::window("Frequency")->rect());
     const auto* plot = widgets::in<FrequencyWindow::wtFreqWindow>("Frequency", "window");
     EXPECT_LE(widgets::in<wt::wtStaticText>("Frequency", "chosen_song")->rect().top(), plot->rect().y);
-    const tavi::Vec2<float> corner = plot->origin();
-    const float y = corner.y + plot->rect().h * 95.0f / 90.0f;
-    const int column = static_cast<int>((corner.x + plot->rect().w / 2 + 1) / 2 * screenWidth);
-    const int line = static_cast<int>((1 - y) / 2 * screenHeight);
-    const auto screen = gl.read();
+    const Pixel line = on(*plot, 0.5f, 95.0f / 90.0f);
     int reddest = 0;
-    for (int row = line - 1; row <= line + 1; ++row) {
-        reddest = std::max<int>(reddest, screen.at(column, row, 0) - screen.at(column, row, 1));
+    for (int row = line.y - 1; row <= line.y + 1; ++row) {
+        reddest = std::max(reddest, pixel(line.x, row).r - pixel(line.x, row).g);
     }
     EXPECT_GT(reddest, 200) << "cut by the panel or under its title bar";
 }
@@ -106,60 +101,44 @@ TEST_F(FrequencyWindowTest, PlotWithoutAParentStandsAlone) {
 /// The plot alone, drawn over the lower left quarter of a black screen whose corner is the origin.
 class FrequencyPlotTest : public MenuFixture {
 protected:
-    static constexpr float plotSize = 1.0f;  // screen units
-
-    struct Rgb {
-        int r;
-        int g;
-        int b;
-        bool operator==(const Rgb& o) const { return r == o.r && g == o.g && b == o.b; }
-        friend std::ostream& operator<<(std::ostream& out, const Rgb& c) {
-            return out << c.r << ' ' << c.g << ' ' << c.b;
-        }
-    };
-    static constexpr Rgb black{0, 0, 0};
-    static constexpr Rgb red{255, 0, 0};
-    static constexpr Rgb green{0, 255, 0};
+    static constexpr int black = 0x000000;
+    static constexpr int red = 0xff0000;
+    static constexpr int green = 0x00ff00;
 
     void draw() {
         glClear(GL_COLOR_BUFFER_BIT);
         glMatrixMode(GL_MODELVIEW);
         glLoadIdentity();
         glTranslatef(-1.0f, -1.0f, 0.0f);
-        GLfloat before[16];
-        GLfloat after[16];
-        glGetFloatv(GL_MODELVIEW_MATRIX, before);
-        plot.resize(plotSize, plotSize);
+        std::array<GLfloat, 16> before{};
+        std::array<GLfloat, 16> after{};
+        glGetFloatv(GL_MODELVIEW_MATRIX, before.data());
+        plot.resize(1.0f, 1.0f);
         plot.draw();
-        glGetFloatv(GL_MODELVIEW_MATRIX, after);
-        EXPECT_TRUE(std::equal(before, before + 16, after));
+        glGetFloatv(GL_MODELVIEW_MATRIX, after.data());
+        EXPECT_EQ(after, before);
         EXPECT_FALSE(glIsEnabled(GL_CLIP_PLANE0) || glIsEnabled(GL_CLIP_PLANE1) ||
                      glIsEnabled(GL_CLIP_PLANE2));
         picture = gl.read();
     }
 
-    /// The colour at a frequency and level; a line one pixel beside counts, as which one a line fills is
-    /// GL's.
-    Rgb at(double frequencyHz, double levelDb) const {
-        const double x = frequencyHz / 1500.0 * screenWidth / 2.0;
-        const double y = (levelDb + 90.0) / 90.0 * screenHeight / 2.0;
-        Rgb found = black;
-        for (int dy = -1; dy <= 1; ++dy) {
-            for (int dx = -1; dx <= 1; ++dx) {
-                const int column = static_cast<int>(x) + dx;
-                const int row = screenHeight - 1 - (static_cast<int>(y) + dy);
-                const Rgb here{picture.at(column, row, 0), picture.at(column, row, 1),
-                               picture.at(column, row, 2)};
-                if (!(here == black)) {
-                    found = here;
-                }
+    /// The colour at a frequency and level, 0xrrggbb; a line one pixel beside counts, as which one a line
+    /// fills is GL's.
+    int at(double frequencyHz, double levelDb) const {
+        const int column = static_cast<int>(frequencyHz / 1500.0 * screenWidth / 2.0);
+        const int row = screenHeight - 1 - static_cast<int>((levelDb + 90.0) / 90.0 * screenHeight / 2.0);
+        int found = black;
+        for (int y = row - 1; y <= row + 1; ++y) {
+            for (int x = column - 1; x <= column + 1; ++x) {
+                const Rgb here = pixel(x, y);
+                const int color = here.r << 16 | here.g << 8 | here.b;
+                found = color != black ? color : found;
             }
         }
         return found;
     }
 
     FrequencyWindow::wtFreqWindow plot{nullptr};
-    tavi::Image<unsigned char> picture{0, 0, 0};
 };
 
 TEST_F(FrequencyPlotTest, SpectrumIsARedLineOverTheWholeWidget) {
@@ -196,30 +175,16 @@ TEST_F(FrequencyPlotTest, PointsOutsideAreCutLeftRightAndBelowButNotAbove) {
     draw();
     EXPECT_EQ(at(200.0, -45.0), red);
     EXPECT_EQ(at(750.0, 3.0), red) << "a level above 0 dB is drawn above the plot";
-    int outside = 0;
-    for (int y = 0; y < screenHeight; ++y) {
-        for (int x = screenWidth / 2 + 1; x < screenWidth; ++x) {
-            outside += picture.at(x, y, 0) > 0 ? 1 : 0;
-        }
-    }
-    EXPECT_EQ(outside, 0);
+    EXPECT_EQ(litPixels(screenWidth / 2 + 1, 0, screenWidth, screenHeight), 0);
 }
 
 TEST_F(FrequencyPlotTest, BoxIsOneHertzByOneDecibelAboveTheTopEdgeAtTheOrigin) {
     glClearColor(1.0f, 1.0f, 1.0f, 1.0f);
     plot.threshold = -300.0;
     draw();
-    int blackPixels = 0;
-    for (int y = 0; y < screenHeight; ++y) {
-        for (int x = 0; x < screenWidth; ++x) {
-            if (picture.at(x, y, 0) == 0) {
-                ++blackPixels;
-                EXPECT_LE(x, 2);
-                EXPECT_NEAR(y, screenHeight / 2, 4);
-            }
-        }
-    }
-    EXPECT_GT(blackPixels, 0);
+    const int lit = litPixels(0, screenHeight / 2 - 4, 3, screenHeight / 2 + 5);
+    EXPECT_LT(lit, 3 * 9) << "the box is black";
+    EXPECT_EQ(litPixels() - lit, screenWidth * screenHeight - 3 * 9) << "and nothing else is";
 }
 
 TEST_F(FrequencyPlotTest, SilenceAndNonsenseDrawNothingWrong) {

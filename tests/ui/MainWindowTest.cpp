@@ -43,8 +43,7 @@ TEST_F(MainWindowTest, NewGameHidesTheTitleBeforeTheCallersSlotRunsUnlessDisconn
 
 TEST_F(MainWindowTest, HidesAndShowsAndShowingDoesNotRaiseIt) {
     MainWindow menu;
-    auto* other = new wt::wtWindow("other", {0.0f, 0.0f}, {1.0f, 1.0f}, 0);
-    wt::wtWindowManager::appendWidget(other);
+    auto* other = window("other", {0.0f, 0.0f, 1.0f, 1.0f});
     menu.hide();
     EXPECT_EQ(title()->isShowing(), 0);
     menu.show();
@@ -57,14 +56,10 @@ TEST_F(MainWindowTest, MissingPictureLeavesTheCentrePlainAndPrintsNothing) {
     testing::internal::CaptureStderr();
     testing::internal::CaptureStdout();
     const MainWindow menu;
-    wt::wtWindowManager::displayWidgets();
+    draw();
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    const auto screen = gl.read();
-    for (int channel = 0; channel < 3; ++channel) {
-        EXPECT_EQ(screen.at(screenWidth / 8, screenHeight / 2, channel),
-                  screen.at(screenWidth * 7 / 8, screenHeight / 8, channel));
-    }
+    expectColor(pixel(screenWidth / 8, screenHeight / 2), pixel(screenWidth * 7 / 8, screenHeight / 8), 0);
 }
 
 TEST_F(MainWindowTest, WindowCreatedLaterIsTranslucentAndThrowsNoShadow) {

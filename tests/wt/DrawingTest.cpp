@@ -48,40 +48,6 @@ TEST_F(DrawingTest, SubclassDrawsInItsParentsCoordinatesWithinTheWindow) {
     EXPECT_EQ(litPixels(160, 120, 480, 360), 320 * 240);
 }
 
-TEST_F(DrawingTest, HiddenWindowsAndWidgetsAreNotDrawn) {
-    wt::wtWindow* panel = half(colored(0, 0, 0));
-    auto* painting = new Painting(panel, {0.25f, 0.5f, 0.25f, 0.25f}, 0);
-    painting->setShowing(0);
-    draw();
-    EXPECT_EQ(litPixels(), 0);
-    painting->setShowing(1);
-    panel->setShowing(0);
-    draw();
-    EXPECT_EQ(litPixels(), 0);
-    panel->setShowing(1);
-    draw();
-    EXPECT_GT(litPixels(), 0);
-}
-
-TEST_F(DrawingTest, WindowsAreDrawnFromBackToFront) {
-    window("red", {-0.5f, -0.5f, 1, 1})->setBackground(oneCell(colored(1, 0, 0)));
-    wt::wtWindow* green = window("green", {-0.5f, -0.5f, 1, 1});
-    green->setBackground(oneCell(colored(0, 1, 0)));
-    draw();
-    expectColor(pixel(at(0, 0)), {0, 255, 0});
-    wt::wtWindowManager::raiseWidget(green, 1);
-    draw();
-    expectColor(pixel(at(0, 0)), {255, 0, 0});
-}
-
-TEST_F(DrawingTest, OpacityOfTheWindowAndOfItsBackgroundMultiply) {
-    wt::Polygon white = colored(1, 1, 1);
-    white.setAlpha(0.5f);
-    half(white)->setAlpha(0.8f);
-    draw();
-    expectColor(pixel(at(0, 0)), {102, 102, 102});
-}
-
 TEST_F(DrawingTest, SolidShaderLooksAsTheFixedFunctionDoes) {
     ASSERT_NE(wt::wtSymbols::fragProgs["solid_shader"], 0U);
     wt::Polygon shaded = colored(0.3f, 0.6f, 0.9f);
@@ -94,6 +60,19 @@ TEST_F(DrawingTest, SolidShaderLooksAsTheFixedFunctionDoes) {
     draw();
     expectColor(pixel(at(-0.5f, 0)), {54, 107, 161});
     expectColor(pixel(at(0.5f, 0)), {54, 107, 161});
+}
+
+TEST_F(DrawingTest, SolidShaderIsMadeAgainWhenItIsGone) {
+    for (int i = 0; i < 2; ++i) {
+        wt::loadFragmentPrograms();
+        const unsigned int program = wt::wtSymbols::fragProgs["solid_shader"];
+        GLint linked = GL_FALSE;
+        glGetProgramiv(program, GL_LINK_STATUS, &linked);
+        EXPECT_EQ(linked, GL_TRUE);
+        wt::loadFragmentPrograms();
+        EXPECT_EQ(wt::wtSymbols::fragProgs["solid_shader"], program);
+        glDeleteProgram(program);
+    }
 }
 
 TEST_F(DrawingTest, BorderIsAnOutlineOfOnePixelInside) {

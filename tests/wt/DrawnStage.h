@@ -46,16 +46,6 @@ protected:
     static Rgb rgb(const wt::Color& c) {
         return {static_cast<int>(c.r * 255), static_cast<int>(c.g * 255), static_cast<int>(c.b * 255)};
     }
-    static wt::Polygon colored(float r, float g, float b) {
-        wt::Polygon polygon(wt::makeQuad({0, 0}, {1, 1}));
-        polygon.setColor(wt::Color(r, g, b));
-        return polygon;
-    }
-    static wt::GridGraphic oneCell(const wt::Polygon& cell) {
-        wt::GridGraphic grid(1, 1);
-        grid(0, 0) = cell;
-        return grid;
-    }
     static void noShadow() { wt::wtDefaults::Window::shadow_bg = wt::GridGraphic(); }
 
     OffscreenGL gl{screenWidth, screenHeight};

@@ -1,19 +1,17 @@
 #include "platform/wt/GridGraphic.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
+
+#include "tests/wt/Stage.h"
 
 namespace {
 
-constexpr float tolerance = 1e-5f;
-
-void expectRect(const wt::Rect& actual, const wt::Rect& expected) {
-    EXPECT_NEAR(actual.x, expected.x, tolerance);
-    EXPECT_NEAR(actual.y, expected.y, tolerance);
-    EXPECT_NEAR(actual.w, expected.w, tolerance);
-    EXPECT_NEAR(actual.h, expected.h, tolerance);
-}
+class GridGraphicTest : public Stage {
+protected:
+    static void expectRect(const wt::Rect& actual, const wt::Rect& expected) {
+        Stage::expectRect(actual, expected, 0.001f);
+    }
+};
 
 wt::Polygon quad(float width, float height) {
     return wt::Polygon(wt::makeQuad({0, 0}, {width, height}));
@@ -34,7 +32,7 @@ wt::GridGraphic frame(float thickness) {
     return grid;
 }
 
-TEST(GridGraphicTest, FixedCellsKeepTheirExtentAndTheMiddleStretches) {
+TEST_F(GridGraphicTest, FixedCellsKeepTheirExtentAndTheMiddleStretches) {
     const wt::GridGraphic grid = frame(0.05f);
     const wt::Rect screen{-1, -1, 2, 2};
     expectRect(grid.cellRect(0, 0, screen), {-1, -1, 0.05f, 0.05f});
@@ -45,7 +43,7 @@ TEST(GridGraphicTest, FixedCellsKeepTheirExtentAndTheMiddleStretches) {
     expectRect(grid.cellRect(1, 0, {0, 0, 1, 2}), {0, 0.05f, 0.05f, 1.9f});
 }
 
-TEST(GridGraphicTest, WithNothingThatStretchesTheFixedCellsGrowInProportion) {
+TEST_F(GridGraphicTest, WithNothingThatStretchesTheFixedCellsGrowInProportion) {
     wt::GridGraphic grid(1, 2);
     grid(0, 0) = quad(0.1f, 0.1f);
     grid(0, 1) = quad(0.3f, 0.1f);
@@ -53,13 +51,13 @@ TEST(GridGraphicTest, WithNothingThatStretchesTheFixedCellsGrowInProportion) {
     expectRect(grid.cellRect(0, 1, {0, 0, 0.8f, 0.6f}), {0.2f, 0, 0.6f, 0.6f});
 }
 
-TEST(GridGraphicTest, FixedCellsThatDoNotFitShrinkAndNothingIsLeftToStretch) {
+TEST_F(GridGraphicTest, FixedCellsThatDoNotFitShrinkAndNothingIsLeftToStretch) {
     const wt::GridGraphic grid = frame(0.5f);
     expectRect(grid.cellRect(0, 0, {0, 0, 0.2f, 0.2f}), {0, 0, 0.1f, 0.1f});
     expectRect(grid.cellRect(1, 1, {0, 0, 0.2f, 0.2f}), {0.1f, 0.1f, 0, 0});
 }
 
-TEST(GridGraphicTest, SeveralStretchingCellsShareTheRest) {
+TEST_F(GridGraphicTest, SeveralStretchingCellsShareTheRest) {
     wt::GridGraphic grid(1, 3);
     for (int column = 0; column < 3; ++column) {
         grid(0, column) = quad(0.2f, 1);
@@ -70,14 +68,13 @@ TEST(GridGraphicTest, SeveralStretchingCellsShareTheRest) {
     expectRect(grid.cellRect(0, 2, {0, 0, 1, 1}), {0.6f, 0, 0.4f, 1});
 }
 
-TEST(GridGraphicTest, GridOfEmptyPolygonsStillCoversItsPlace) {
+TEST_F(GridGraphicTest, GridOfEmptyPolygonsStillCoversItsPlace) {
     const wt::GridGraphic grid(2, 2);
     const wt::Rect last = grid.cellRect(1, 1, {0, 0, 1, 1});
-    EXPECT_NEAR(last.right(), 1, tolerance);
-    EXPECT_NEAR(last.top(), 1, tolerance);
+    expectRect({0, 0, last.right(), last.top()}, {0, 0, 1, 1});
 }
 
-TEST(GridGraphicTest, InitStartsOverButNotInACopyAndSizesOfMissingTracksAreIgnored) {
+TEST_F(GridGraphicTest, InitStartsOverButNotInACopyAndSizesOfMissingTracksAreIgnored) {
     wt::GridGraphic grid = frame(0.05f);
     const wt::GridGraphic copy = grid;
     grid.init(2, 1);

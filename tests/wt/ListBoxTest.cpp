@@ -37,10 +37,7 @@ protected:
     }
     static void layOut() { wt::wtWindowManager::setViewport(wt::screen().width, wt::screen().height); }
 
-    Pixel onRow(int row) const {
-        const wt::Rect rect = list->rowRect(row);
-        return at(list->origin().x + rect.x + rect.w / 2, list->origin().y + rect.y + rect.h / 2);
-    }
+    Pixel onRow(int row) const { return Stage::onRow(*list, row); }
     const wt::wtWidget& bar() const { return *list->children().front(); }
     int visible() const { return list->view().visibleRows(); }
     int first() const { return list->view().firstRow(); }
@@ -88,6 +85,8 @@ TEST_F(ListBoxTest, WheelScrollsTowardsTheUserAndStopsAtTheEnds) {
     fill(40);
     turn(on(*list), wheelUp);
     EXPECT_EQ(first(), 0);
+    EXPECT_FALSE(list->view().moreAbove());
+    EXPECT_TRUE(list->view().moreBelow());
     turn(on(*list), wheelDown);
     const int step = first();
     EXPECT_GT(step, 0);
@@ -96,6 +95,7 @@ TEST_F(ListBoxTest, WheelScrollsTowardsTheUserAndStopsAtTheEnds) {
         turn(on(*list), wheelDown);
     }
     EXPECT_EQ(first(), 40 - visible());
+    EXPECT_TRUE(list->view().moreAbove());
     EXPECT_FALSE(list->view().moreBelow());
     turn(on(*list), wheelUp);
     EXPECT_EQ(first(), 40 - visible() - step);

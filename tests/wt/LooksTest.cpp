@@ -75,15 +75,11 @@ TEST_F(LooksTest, ListDrawsSelectionAndHoverAndSomethingQuietWhenEmpty) {
     std::list<std::string> rows(3, "");
     list->append(rows);
     wt::wtWindowManager::displayWidgets();
-    const auto middleOf = [&](int row) {
-        const wt::Rect rect = list->rowRect(row);
-        return at(list->origin().x + rect.x + rect.w / 2, list->origin().y + rect.y + rect.h / 2);
-    };
-    click(middleOf(0));
-    move(middleOf(1));
+    click(onRow(*list, 0));
+    move(onRow(*list, 1));
     draw();
-    expectColor(pixel(middleOf(0)), rgb(wt::theme().selected));
-    EXPECT_GT(pixel(middleOf(1)).b, pixel(middleOf(2)).b + 10);
+    expectColor(pixel(onRow(*list, 0)), rgb(wt::theme().selected));
+    EXPECT_GT(pixel(onRow(*list, 1)).b, pixel(onRow(*list, 2)).b + 10);
 }
 
 }  // namespace

@@ -6,15 +6,6 @@
 
 namespace {
 
-TEST(PolygonTest, QuadHasItsCornersCounterClockwiseFromTheLowerLeft) {
-    const auto corners = wt::makeQuad({0.1f, 0.2f}, {0.5f, 0.25f});
-    ASSERT_EQ(corners.size(), 4U);
-    EXPECT_EQ(corners[0], (tavi::Vec2<float>(0.1f, 0.2f)));
-    EXPECT_EQ(corners[1], (tavi::Vec2<float>(0.6f, 0.2f)));
-    EXPECT_EQ(corners[2], (tavi::Vec2<float>(0.6f, 0.45f)));
-    EXPECT_EQ(corners[3], (tavi::Vec2<float>(0.1f, 0.45f)));
-}
-
 TEST(PolygonTest, ExtentIsTheBoundingBox) {
     EXPECT_EQ(wt::Polygon({{1, 1}, {3, 2}, {2, 5}}).extent(), (tavi::Vec2<float>(2, 4)));
     EXPECT_EQ(wt::Polygon().extent(), (tavi::Vec2<float>(0, 0)));

@@ -11,23 +11,6 @@ wt::ScrollRange rangeOf(int rows, int visible) {
     return range;
 }
 
-TEST(ScrollRangeTest, RowsThatFitDoNotScrollAndOthersStopAtBothEnds) {
-    wt::ScrollRange range = rangeOf(5, 5);
-    range.scrollBy(3);
-    EXPECT_FALSE(range.scrolls() || range.moreAbove() || range.moreBelow());
-    EXPECT_EQ(range.firstRow(), 0);
-    EXPECT_EQ(range.endRow(), 5);
-    range = rangeOf(10, 4);
-    EXPECT_TRUE(range.moreBelow());
-    EXPECT_FALSE(range.moreAbove());
-    range.scrollBy(100);
-    EXPECT_EQ(range.firstRow(), 6);
-    EXPECT_FALSE(range.moreBelow());
-    EXPECT_TRUE(range.moreAbove());
-    range.scrollBy(-100);
-    EXPECT_EQ(range.firstRow(), 0);
-}
-
 TEST(ScrollRangeTest, RevealGoesNoFurtherThanNeeded) {
     wt::ScrollRange range = rangeOf(20, 5);
     range.reveal(3);

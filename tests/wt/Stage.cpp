@@ -1,5 +1,8 @@
 #include "tests/wt/Stage.h"
 
+#include <gmock/gmock.h>
+
+#include <array>
 #include <cmath>
 
 Stage::Pixel Stage::at(float x, float y) {
@@ -13,17 +16,27 @@ Stage::Pixel Stage::on(const wt::wtWidget& widget, float shareX, float shareY) {
     return at(corner.x + widget.rect().w * shareX, corner.y + widget.rect().h * shareY);
 }
 
+Stage::Pixel Stage::onRow(const wt::wtListBox& list, int row) {
+    const wt::Rect rect = list.rowRect(row);
+    return at(list.origin().x + rect.x + rect.w / 2, list.origin().y + rect.y + rect.h / 2);
+}
+
+void Stage::expectRect(const wt::Rect& actual, const wt::Rect& expected, float pixels) {
+    const auto sides = [](const wt::Rect& rect) {
+        const wt::Screen& s = wt::screen();
+        return std::array{rect.x / s.pixelX(), rect.y / s.pixelY(), rect.w / s.pixelX(), rect.h / s.pixelY()};
+    };
+    EXPECT_THAT(sides(actual), testing::Pointwise(testing::FloatNear(pixels), sides(expected)));
+}
+
 wt::wtWindow* Stage::window(const std::string& title, const wt::Rect& rect, int flags) {
     auto* made = new wt::wtWindow(title, {rect.x, rect.y}, {rect.w, rect.h}, flags);
     wt::wtWindowManager::appendWidget(made);
     return made;
 }
 
-Probe::Probe(wt::wtWidget* parent, const wt::Rect& rect, int flags) : Probe(parent, "probe", rect, flags) {
-}
-
-Probe::Probe(wt::wtWidget* parent, const std::string& name, const wt::Rect& rect, int flags)
-    : wtWidget(name, {rect.x, rect.y}, {rect.w, rect.h}, flags) {
+Probe::Probe(wt::wtWidget* parent, const wt::Rect& rect, int flags)
+    : wtWidget("probe", {rect.x, rect.y}, {rect.w, rect.h}, flags) {
     if (parent != nullptr) {
         parent->add(this);
     }

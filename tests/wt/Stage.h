@@ -30,6 +30,8 @@ protected:
     static Pixel at(float x, float y);
     /// The pixel at a share of the widget's width and height, from its lower left corner.
     static Pixel on(const wt::wtWidget& widget, float shareX = 0.5f, float shareY = 0.5f);
+    /// The pixel in the middle of a list's row.
+    static Pixel onRow(const wt::wtListBox& list, int row);
 
     static void move(Pixel to) { wt::wtWindowManager::motionCallback(to.x, to.y); }
     static void press(Pixel to, int button = leftButton) {
@@ -47,6 +49,20 @@ protected:
         release(to, button);
     }
 
+    /// The same but for so many pixels. What is laid on pixels may be off by half of one at either end.
+    static void expectRect(const wt::Rect& actual, const wt::Rect& expected, float pixels = 1.0f);
+
+    static wt::Polygon colored(float r, float g, float b) {
+        wt::Polygon polygon(wt::makeQuad({0, 0}, {1, 1}));
+        polygon.setColor(wt::Color(r, g, b));
+        return polygon;
+    }
+    static wt::GridGraphic oneCell(const wt::Polygon& cell) {
+        wt::GridGraphic grid(1, 1);
+        grid(0, 0) = cell;
+        return grid;
+    }
+
     /// A window that is appended already.
     static wt::wtWindow* window(const std::string& title, const wt::Rect& rect, int flags = 0);
 };
@@ -55,7 +71,6 @@ protected:
 class Probe : public wt::wtWidget {
 public:
     Probe(wt::wtWidget* parent, const wt::Rect& rect, int flags = 0);
-    Probe(wt::wtWidget* parent, const std::string& name, const wt::Rect& rect, int flags = 0);
 
     /// Whether it wants presses and the wheel.
     bool takes = true;

@@ -3,7 +3,6 @@
 #include <GL/gl.h>
 
 #include <algorithm>
-#include <array>
 #include <memory>
 
 #include "tests/wt/DrawnStage.h"
@@ -29,21 +28,12 @@ protected:
         draw();
         return picture;
     }
+    static tavi::Image<unsigned char> grey() {
+        tavi::Image<unsigned char> image(8, 8, 3);
+        std::fill(image.data(), image.data() + 8 * 8 * 3, static_cast<unsigned char>(200));
+        return image;
+    }
 };
-
-TEST_F(TextureTest, PictureStandsUprightWithItsOwnColours) {
-    tavi::Image<unsigned char> image(2, 2, 3);
-    const std::array<unsigned char, 12> pixels = {255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
-    std::copy(pixels.begin(), pixels.end(), image.data());
-    show(pictured(image));
-    draw();
-    const int right = screenWidth - 5;
-    const int bottom = screenHeight - 5;
-    expectColor(pixel(4, 4), {255, 0, 0}, 0);
-    expectColor(pixel(right, 4), {0, 255, 0}, 0);
-    expectColor(pixel(4, bottom), {0, 0, 255}, 0);
-    expectColor(pixel(right, bottom), {255, 255, 255}, 0);
-}
 
 TEST_F(TextureTest, EveryNumberOfChannelsAndOddWidthsAreUploadedWhole) {
     for (int channels = 1; channels <= 4; ++channels) {
@@ -73,8 +63,7 @@ TEST_F(TextureTest, EveryNumberOfChannelsAndOddWidthsAreUploadedWhole) {
 TEST_F(TextureTest, PictureIsUploadedAtOnceSoThatTheImageMayGoAndAnEmptyOneRemovesIt) {
     wt::Polygon polygon;
     {
-        tavi::Image<unsigned char> image(8, 8, 3);
-        std::fill(image.data(), image.data() + 8 * 8 * 3, static_cast<unsigned char>(200));
+        tavi::Image<unsigned char> image = grey();
         polygon = pictured(image);
     }
     show(polygon);
@@ -104,7 +93,7 @@ TEST_F(TextureTest, FinePatternIsAveragedWhenItIsDrawnSmall) {
     }
 }
 
-TEST_F(TextureTest, PictureOrPartOfOneOfTheScreensSizeIsShownTexelForPixel) {
+TEST_F(TextureTest, PictureOrPartOfOneOfTheScreensSizeStandsUprightTexelForPixelInItsColours) {
     for (const int times : {1, 2}) {
         tavi::Image<unsigned char> image(screenWidth * times, screenHeight * times, 3);
         unsigned char sample = 0;
@@ -126,8 +115,7 @@ TEST_F(TextureTest, PictureOrPartOfOneOfTheScreensSizeIsShownTexelForPixel) {
 }
 
 TEST_F(TextureTest, FadedPictureLetsThroughWhatIsBehindItAndLeavesBlendingAsItWas) {
-    tavi::Image<unsigned char> image(8, 8, 3);
-    std::fill(image.data(), image.data() + 8 * 8 * 3, static_cast<unsigned char>(200));
+    tavi::Image<unsigned char> image = grey();
     wt::wtDefaults::Window::shadow_bg(0, 0).setAlpha(0.0f);
     wt::Polygon faded = pictured(image);
     faded.setAlpha(0.5f);

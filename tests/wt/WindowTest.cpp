@@ -11,12 +11,6 @@ constexpr int closable = wt::wtWindow::titleBar | wt::wtWindow::closeBox;
 
 class WindowTest : public Stage {
 protected:
-    static void expectRect(const wt::Rect& actual, const wt::Rect& expected) {
-        EXPECT_NEAR(actual.x, expected.x, wt::screen().pixelX());
-        EXPECT_NEAR(actual.y, expected.y, wt::screen().pixelY());
-        EXPECT_NEAR(actual.w, expected.w, wt::screen().pixelX());
-        EXPECT_NEAR(actual.h, expected.h, wt::screen().pixelY());
-    }
     static void expectOnScreen(const wt::Rect& rect) {
         EXPECT_GE(rect.x, -1 - 1e-5f);
         EXPECT_GE(rect.y, -1 - 1e-5f);
@@ -124,14 +118,11 @@ TEST_F(WindowTest, MaximisedWindowCoversTheScreenAtEverySizeWithoutATitleBar) {
     panel->maximize();
     for (const auto& [width, height] : {std::pair(640, 480), {480, 640}, {3840, 2160}, {33, 7}}) {
         resizeScreen(width, height);
-        expectOnScreen(panel->rect());
-        EXPECT_NEAR(panel->rect().w, 2, 1e-5f);
-        EXPECT_NEAR(panel->rect().h, 2, 1e-5f);
+        expectRect(panel->rect(), {-1, -1, 2, 2}, 0.001f);
+        panel->resize(0.2f, 0.2f);  // has no meaning now
     }
     EXPECT_EQ(panel->children().front()->isShowing(), 0);
     EXPECT_TRUE(panel->isMaximized());
-    panel->resize(0.2f, 0.2f);
-    EXPECT_NEAR(panel->rect().w, 2, 1e-5f) << "the size has no meaning now";
 }
 
 TEST_F(WindowTest, WindowGrowsAboutItsMiddleOnTheScreenWhereItsWidgetsNeedMoreRoom) {
@@ -156,18 +147,14 @@ TEST_F(WindowTest, WithoutALayoutWidgetsStandWhereTheyWerePut) {
     wt::wtWindow* panel = window("panel", {-0.5f, -0.5f, 1, 1}, draggable);
     const auto* button = new wt::wtButton(panel, "button", {0.1f, 0.2f}, {0.3f, -1}, "Here");
     resizeScreen(screenWidth, screenHeight);
-    EXPECT_NEAR(button->rect().x, 0.1f, wt::screen().pixelX());
-    EXPECT_NEAR(button->rect().y, 0.2f, wt::screen().pixelY());
-    EXPECT_NEAR(button->rect().w, 0.3f, wt::screen().pixelX());
     EXPECT_GT(button->rect().h, 0.05f);
+    expectRect(button->rect(), {0.1f, 0.2f, 0.3f, button->rect().h});
 }
 
 TEST_F(WindowTest, TextOnALightBackgroundIsDarkAndOnAnyOtherLight) {
     wt::wtWindow* panel = window("panel", {-0.5f, -0.5f, 1, 1});
     EXPECT_EQ(&panel->palette(), &wt::theme().onDark);
-    wt::GridGraphic pale(1, 1);
-    pale(0, 0) = wt::Polygon(wt::makeQuad({0, 0}, {1, 1}));
-    pale(0, 0).setColor(tavi::Vec3<float>(0.9f, 0.9f, 1));
+    wt::GridGraphic pale = oneCell(colored(0.9f, 0.9f, 1));
     pale(0, 0).setAlpha(0.9f);
     panel->setBackground(pale);
     EXPECT_EQ(&panel->palette(), &wt::theme().onLight);
