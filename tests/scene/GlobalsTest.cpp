@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "tests/support/RecordingFont.h"
 #include "tests/support/RecordingGL.h"
@@ -33,15 +34,7 @@ TEST_F(GlobalsTest, ThereIsOneInstanceWithOneFaceVeraAtSize24) {
     EXPECT_EQ(std::count_if(made.begin(), made.end(), isVera), 1);
 }
 
-TEST_F(GlobalsTest, TheDefaultFontIsWhiteAtScaleOneAndHandedOutByReference) {
-    EXPECT_EQ(&Globals::getInstance().getDefaultFont(), &Globals::getInstance().getDefaultFont());
-    const RecordingFont::Text text = written(Globals::getInstance().getDefaultFont());
-    EXPECT_EQ(text.scaleX, 1.0f);
-    EXPECT_EQ(text.scaleY, 1.0f);
-    EXPECT_THAT(text.color, ElementsAre(1.0f, 1.0f, 1.0f, 1.0f));
-}
-
-TEST_F(GlobalsTest, ScoreFontsAreIndependentHandlesOnOneFaceAtHalfScale) {
+TEST_F(GlobalsTest, TheDefaultFontIsAtScaleOneAndScoreFontsAreIndependentHandlesOnOneFaceAtHalfScale) {
     Globals& globals = Globals::getInstance();
     const int facesBefore = RecordingFont::facesAlive();
     FFont one = globals.getScoreFont();
@@ -50,11 +43,14 @@ TEST_F(GlobalsTest, ScoreFontsAreIndependentHandlesOnOneFaceAtHalfScale) {
 
     one.setColor(1.0f, 0.0f, 0.0f, 1.0f);
     one.setScale(4.0f, 4.0f);
-    const RecordingFont::Text text = written(other);
-    EXPECT_EQ(text.scaleX, 0.5f);
-    EXPECT_EQ(text.scaleY, 0.5f);
-    EXPECT_THAT(text.color, ElementsAre(1.0f, 1.0f, 1.0f, 1.0f));
-    EXPECT_EQ(written(globals.getDefaultFont()).scaleX, 1.0f);
+    FFont& common = globals.getDefaultFont();
+    EXPECT_EQ(&common, &globals.getDefaultFont());
+    for (const auto& [font, scale] : {std::pair(&other, 0.5f), {&common, 1.0f}}) {
+        const RecordingFont::Text text = written(*font);
+        EXPECT_EQ(text.scaleX, scale);
+        EXPECT_EQ(text.scaleY, scale);
+        EXPECT_THAT(text.color, ElementsAre(1.0f, 1.0f, 1.0f, 1.0f));
+    }
 }
 
 }  // namespace

@@ -14,7 +14,6 @@ using tavi::Vec3;
 
 namespace {
 
-const double pi = 3.141592653589793;
 const double roundingError = 1e-14;
 
 void expectNear(const Vec3<double>& actual, const Vec3<double>& expected, double error = roundingError) {
@@ -53,12 +52,6 @@ TEST(Quaternion, ConjugateTurnsBack) {
     expectNear(turn.conj().rotate(turn.rotate({1.0, 2.0, 3.0})), {1.0, 2.0, 3.0});
 }
 
-TEST(Quaternion, RodOfAQuarterTurnAboutEachAxis) {
-    expectNear(Quaternion::rod({pi / 2, 0.0, 0.0}).rotate({0.0, 1.0, 0.0}), {0.0, 0.0, 1.0});
-    expectNear(Quaternion::rod({0.0, pi / 2, 0.0}).rotate({0.0, 0.0, 1.0}), {1.0, 0.0, 0.0});
-    expectNear(Quaternion::rod({0.0, 0.0, pi / 2}).rotate({1.0, 0.0, 0.0}), {0.0, 1.0, 0.0});
-}
-
 TEST(Quaternion, RodTurnsByTheVectorsLengthInRadians) {
     for (const Vec3<double>& rotation :
          {Vec3<double>(0.1, 0.2, -0.3), Vec3<double>(-2.0, 1.0, 0.5), Vec3<double>(0.0, 5.0, 0.0)}) {
@@ -72,13 +65,6 @@ TEST(Quaternion, RodOfTheZeroVectorIsTheIdentityAndOfATinyOneStillARotation) {
     const Quaternion turn = Quaternion::rod({1e-200, 0.0, 0.0});
     EXPECT_EQ(turn.scalar(), 1.0);
     EXPECT_DOUBLE_EQ(turn.vector().x, 0.5e-200);
-}
-
-TEST(Quaternion, ProductTurnsByTheRightFactorFirst) {
-    const Quaternion aboutX = Quaternion::rod({pi / 2, 0.0, 0.0});
-    const Quaternion aboutZ = Quaternion::rod({0.0, 0.0, pi / 2});
-    expectNear((aboutZ * aboutX).rotate({0.0, 1.0, 0.0}), aboutZ.rotate(aboutX.rotate({0.0, 1.0, 0.0})));
-    expectNear((aboutZ * aboutX).rotate({0.0, 1.0, 0.0}), {0.0, 0.0, 1.0});
 }
 
 TEST(Quaternion, RotationKeepsLengthOverThousandsOfProducts) {

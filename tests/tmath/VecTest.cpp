@@ -6,10 +6,6 @@
 using tavi::Vec2;
 using tavi::Vec3;
 
-TEST(Vec2, StartsAtZero) {
-    EXPECT_EQ(Vec2<float>(), Vec2<float>(0.0f, 0.0f));
-}
-
 TEST(Vec2, AddsSubtractsAndScalesByComponent) {
     const Vec2<float> a(1.5f, -2.0f);
     const Vec2<float> b(0.5f, 4.0f);
@@ -23,7 +19,8 @@ TEST(Vec2, DiffersWhenOneComponentDoes) {
     EXPECT_NE(Vec2<float>(1.0f, 2.0f), Vec2<float>(3.0f, 2.0f));
 }
 
-TEST(Vec3, StartsAtZero) {
+TEST(Vec, StartsAtZero) {
+    EXPECT_EQ(Vec2<float>(), Vec2<float>(0.0f, 0.0f));
     EXPECT_EQ(Vec3<double>(), Vec3<double>(0.0, 0.0, 0.0));
 }
 
