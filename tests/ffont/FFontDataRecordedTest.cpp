@@ -10,24 +10,7 @@
 
 namespace {
 
-/// A look at every vertex of a text, in a transform of doubles that no driver keeps as exactly.
-TEST(FFontDataRecorded, TextInItsBoxHasItsVerticesThere) {
-    const RecordingGL gl;
-    FFontData face("Fonts/Vera.ttf", 24);
-    glOrtho(0.0, 640.0, 0.0, 480.0, -1.0, 1.0);
-    float x = 10.0f;
-    float y = 10.0f;
-    face.drawString("Twinkle, Twinkle", x, y, 40.0f, 40.0f, 100.0f, -1.0f);
-    ASSERT_FALSE(gl.primitives().empty());
-    for (const RecordingGL::Primitive& primitive : gl.primitives()) {
-        for (const RecordingGL::Vertex& vertex : primitive.vertices) {
-            EXPECT_GE(vertex.at.x, 10.0);
-            EXPECT_LE(vertex.at.x, 110.0);
-        }
-    }
-    EXPECT_THAT(gl.errors(), testing::IsEmpty()) << "OpenGL 1.4 is enough";
-}
-
+/// In a transform of doubles that no driver keeps as exactly.
 TEST(FFontDataRecorded, TextOfASizeThatIsNoNumberIsNotDrawn) {
     const RecordingGL gl;
     FFontData face("Fonts/Vera.ttf", 24);

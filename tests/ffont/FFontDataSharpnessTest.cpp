@@ -1,6 +1,7 @@
 // Text is as sharp as pixels allow, at every window size, wherever it stands and while it moves.
 
 #include <string>
+#include <utility>
 
 #include <GL/gl.h>
 #include <gtest/gtest.h>
@@ -14,35 +15,36 @@ namespace {
 
 const char* const vera = "Fonts/Vera.ttf";
 
-// How many pixels of the row through the stem of an l are neither ground nor text. A stem has two edges, and
-// the area that an edge covers of its pixel makes one such pixel each.
-int greyPixels(const tavi::Image<unsigned char>& image) {
-    const InkBox ink = inkBox(image);
-    EXPECT_FALSE(ink.empty());
-    int count = 0;
-    const int row = (ink.top + ink.bottom) / 2;
-    for (int x = ink.left; x < ink.right; ++x) {
-        const int value = inkAt(image, x, row);
-        count += value > 8 && value < 247 ? 1 : 0;
-    }
-    return count;
+bool isGrey(int ink) {
+    return ink > 8 && ink < 247;
 }
 
-struct Window {
-    int width;
-    int height;
-};
+using Window = std::pair<int, int>;  // width and height in pixels
 
 class FFontDataSharpness : public testing::TestWithParam<Window> {
 protected:
-    const OffscreenGL gl{GetParam().width, GetParam().height};
+    // How many pixels of the row through the stem of an l are neither ground nor text. A stem has two edges,
+    // and the area that an edge covers of its pixel makes one such pixel each.
+    int greyPixels(float x, float y, float scaleX, float scaleY) {
+        const auto image = drawn(gl, face, "l", x, y, scaleX, scaleY);
+        const InkBox ink = inkBox(image);
+        EXPECT_FALSE(ink.empty());
+        int count = 0;
+        for (int column = ink.left; column < ink.right; ++column) {
+            count += isGrey(inkAt(image, column, (ink.top + ink.bottom) / 2)) ? 1 : 0;
+        }
+        return count;
+    }
+
+    const OffscreenGL gl{GetParam().first, GetParam().second};
+    const float narrow = static_cast<float>(gl.height()) / static_cast<float>(gl.width());
     FFontData face{vera, 24};
 };
 
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Windows, FFontDataSharpness, testing::Values(Window{640, 480}, Window{960, 2160}),
-                         [](const auto& window) { return std::to_string(window.param.height) + "Rows"; });
+                         [](const auto& window) { return std::to_string(window.param.second) + "Rows"; });
 
 TEST_P(FFontDataSharpness, EdgesInTheWorldAreOnePixelWide) {
     const WorldView view(gl);
@@ -50,27 +52,24 @@ TEST_P(FFontDataSharpness, EdgesInTheWorldAreOnePixelWide) {
         for (int step = 0; step < 8; ++step) {
             const float x = view.xOf(gl.width() / 2.0 + step / 8.0);
             const float y = view.yOf(gl.height() / 2.0 + step / 8.0);
-            const auto image = drawn(gl, face, "l", x, y, scale, scale);
-            EXPECT_LE(greyPixels(image), 2) << "scale " << scale << ", step " << step;
+            EXPECT_LE(greyPixels(x, y, scale, scale), 2) << "scale " << scale << ", step " << step;
         }
     }
 }
 
 TEST_P(FFontDataSharpness, EdgesOnTheScreenAreOnePixelWide) {
     viewScreen();
-    const float narrow = static_cast<float>(gl.height()) / static_cast<float>(gl.width());
     for (const float scale : {0.08f, 0.12f, 0.2f}) {
         for (int step = 0; step < 8; ++step) {
             const float x = 2.0f * static_cast<float>(step) / 8.0f / static_cast<float>(gl.width());
-            const auto image = drawn(gl, face, "l", x, 0.013f, scale * narrow, scale);
-            EXPECT_LE(greyPixels(image), 2) << "scale " << scale << ", step " << step;
+            EXPECT_LE(greyPixels(x, 0.013f, scale * narrow, scale), 2)
+                << "scale " << scale << ", step " << step;
         }
     }
 }
 
 TEST_P(FFontDataSharpness, LettersOnTheScreenStandOnAPixelRow) {
     viewScreen();
-    const float narrow = static_cast<float>(gl.height()) / static_cast<float>(gl.width());
     for (const float scale : {0.06f, 0.1f, 0.25f}) {
         for (int step = 0; step < 8; ++step) {
             const float y = 2.0f * static_cast<float>(step) / 8.0f / static_cast<float>(gl.height());
@@ -125,8 +124,7 @@ TEST_P(FFontDataSharpness, RisingTextFollowsInSmallSteps) {
     const auto top = [&](double rowPx) {
         const auto image = drawn(gl, face, "H", 0.0f, view.yOf(rowPx), 0.5f, 0.5f);
         const InkBox solid = inkBox(image, 250);
-        const int column = solid.left;
-        return solid.top - inkAt(image, column, solid.top - 1) / 255.0;
+        return solid.top - inkAt(image, solid.left, solid.top - 1) / 255.0;
     };
     const double atRest = top(start);
     for (int step = 0; step <= 32; ++step) {
@@ -161,8 +159,7 @@ TEST_P(FFontDataSharpness, TurnedTextHasEdgesOfAFewPixels) {
     const InkBox ink = inkBox(image);
     int grey = 0;
     for (int y = ink.top; y < ink.bottom; ++y) {
-        const int value = inkAt(image, (ink.left + ink.right) / 2, y);
-        grey += value > 8 && value < 247 ? 1 : 0;
+        grey += isGrey(inkAt(image, (ink.left + ink.right) / 2, y)) ? 1 : 0;
     }
     EXPECT_LE(grey, 4);
     EXPECT_LT(grey, ink.height());

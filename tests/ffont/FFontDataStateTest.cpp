@@ -7,11 +7,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/ffont/FFontData.h"
 #include "tests/ffont/WorldView.h"
 #include "tests/support/GLStates.h"
 #include "tests/support/Ink.h"
-#include "tests/support/OffscreenGL.h"
 
 namespace {
 
@@ -50,26 +48,14 @@ void makeUnusual(unsigned int callersTexture) {
     glMatrixMode(GL_TEXTURE);
 }
 
-class FFontDataState : public testing::Test {
-protected:
-    const OffscreenGL gl{640, 480};
-    const WorldView view{gl};
-    FFontData face{"Fonts/Vera.ttf", 24};
-};
+using FFontDataState = DrawnFace;
 
 }  // namespace
 
-TEST_F(FFontDataState, DrawingLeavesTheUsualState) {
-    const auto before = readGLState();
-    drawn(gl, face, "first", 0.0f, 0.0f, 1.0f, 1.0f);
-    EXPECT_EQ(readGLState(), before);
-    drawn(gl, face, "again", 0.0f, 0.0f, 1.0f, 1.0f);
-    EXPECT_EQ(readGLState(), before);
-    EXPECT_TRUE(gl.noErrors());
-}
-
-TEST_F(FFontDataState, DrawingLeavesUnusualStateAndIsNotDisturbedByIt) {
+TEST_F(FFontDataState, DrawingLeavesUsualAndUnusualStateAndIsNotDisturbedByIt) {
+    const auto atFirst = readGLState();
     const auto usual = drawn(gl, face, "Score: 100", -2.0f, 0.0f, 1.0f, 1.0f);
+    EXPECT_EQ(readGLState(), atFirst);
     unsigned int callersTexture = 0;
     glGenTextures(1, &callersTexture);
     makeUnusual(callersTexture);

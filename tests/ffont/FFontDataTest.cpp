@@ -74,21 +74,20 @@ TEST(FFontData, StyleFactorsStartAtOneAndScaleWhatTheyName) {
     const float apart = face.measureString("A", 1.0f) + face.measureString("V", 1.0f);
     const float height = face.ascender();
     TextStyle style;
-    face.setStyle(style);
-    EXPECT_EQ(face.measureString("AV", 1.0f), width);
+    const auto expectSize = [&](float expectedWidth, float expectedHeight) {
+        face.setStyle(style);
+        EXPECT_FLOAT_EQ(face.measureString("AV", 1.0f), expectedWidth);
+        EXPECT_FLOAT_EQ(face.ascender(), expectedHeight);
+    };
+    expectSize(width, height);
     style.kerning = 0.0f;
-    face.setStyle(style);
-    EXPECT_FLOAT_EQ(face.measureString("AV", 1.0f), apart);
+    expectSize(apart, height);
     style.spacing = 1.5f;
-    face.setStyle(style);
-    EXPECT_FLOAT_EQ(face.measureString("AV", 1.0f), 1.5f * apart);
+    expectSize(1.5f * apart, height);
     style.width = 2.0f;
-    face.setStyle(style);
-    EXPECT_FLOAT_EQ(face.measureString("AV", 1.0f), 3.0f * apart);
-    EXPECT_EQ(face.ascender(), height);
+    expectSize(3.0f * apart, height);
     style.height = 2.0f;
-    face.setStyle(style);
-    EXPECT_FLOAT_EQ(face.ascender(), 2.0f * height);
+    expectSize(3.0f * apart, 2.0f * height);
 }
 
 TEST(FFontData, ShortensOnlyWhatIsTooWide) {

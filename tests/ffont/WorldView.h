@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include "platform/ffont/FFontData.h"
 #include "platform/timage/Image.h"
 #include "tests/support/OffscreenGL.h"
@@ -21,6 +23,14 @@ private:
     double widthPx;
     double heightPx;
     double unitPx;
+};
+
+/// A face on a screen that shows the world.
+class DrawnFace : public testing::Test {
+protected:
+    const OffscreenGL gl{640, 480};
+    const WorldView view{gl};
+    FFontData face{"Fonts/Vera.ttf", 24};
 };
 
 /// Loads identity matrices: both axes -1 to 1 over the surface, as on the widgets' screen.
