@@ -3,6 +3,7 @@
 #include <GL/freeglut.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,14 +24,14 @@ public:
         const std::string what = down ? "press" : "release";
         return note(shiftActive() ? "shift " + what : what, button, x, y) ? 1 : 0;
     }
-    void motion(int x, int y) override { note("motion", x, y, 0); }
-    void draw() override { note("draw", 0, 0, 0); }
-    void idle() override { note("idle", 0, 0, 0); }
-    void entry(int state) override { note("entry", state, 0, 0); }
-    void closing() override { note("closing", 0, 0, 0); }
+    void motion(int x, int y) override { note("motion", x, y); }
+    void draw() override { note("draw"); }
+    void idle() override { note("idle"); }
+    void entry(int state) override { note("entry", state); }
+    void closing() override { note("closing"); }
 
 private:
-    bool note(const std::string& what, int a, int b, int c) {
+    bool note(const std::string& what, int a = 0, int b = 0, int c = 0) {
         log.push_back(what + " " + std::to_string(a) + " " + std::to_string(b) + " " + std::to_string(c));
         return true;
     }
@@ -123,26 +124,33 @@ TEST_F(GLWindowTest, MouseGetsTheModifiersOfThatMomentWhichStayUntilTheNextButto
 
 TEST_F(GLWindowTest, LoopRunsAndLeavesGlutsMainLoop) {
     LoggingWindow window(events);
-    bool ran = false;
-    fakeglut::state().mainLoop = [&ran] { ran = true; };
+    fakeglut::state().mainLoop = [this] { events.emplace_back("loop"); };
     window.loop(true);
-    EXPECT_TRUE(ran);
+    EXPECT_EQ(events, std::vector<std::string>{"loop"});
     window.loop(false);
     EXPECT_EQ(fakeglut::state().loopsLeft, 1);
 }
 
-/// Keeps the projection in force while its scene is drawn.
+using Matrix = std::array<double, 16>;
+
+Matrix current(GLenum name) {
+    Matrix matrix{};
+    glGetDoublev(name, matrix.data());
+    return matrix;
+}
+
+/// Keeps the matrices in force while its scene is drawn.
 class ProbingWindow : public GLWindow {
 public:
     ProbingWindow() : GLWindow(64, 64) {}
     void drawScene() override {
-        glGetDoublev(GL_PROJECTION_MATRIX, projection);
-        glGetDoublev(GL_MODELVIEW_MATRIX, modelview);
+        projection = current(GL_PROJECTION_MATRIX);
+        modelview = current(GL_MODELVIEW_MATRIX);
         GLWindow::drawScene();
     }
 
-    double projection[16] = {};
-    double modelview[16] = {};
+    Matrix projection{};
+    Matrix modelview{};
 };
 
 TEST_F(GLWindowTest, ReshapeChangesOnlyTheViewportAndTheProjectionFollowsInTheNextFrame) {
@@ -153,17 +161,13 @@ TEST_F(GLWindowTest, ReshapeChangesOnlyTheViewportAndTheProjectionFollowsInTheNe
     fakeglut::state().display();
     const double squareX = window.projection[0];
 
-    double before[16];
-    double after[16];
-    glGetDoublev(GL_PROJECTION_MATRIX, before);
-    fakeglut::state().width = 64;
+    const Matrix before = current(GL_PROJECTION_MATRIX);
     fakeglut::state().height = 32;
     fakeglut::state().reshape(64, 32);
-    GLint viewport[4];
-    glGetIntegerv(GL_VIEWPORT, viewport);
-    glGetDoublev(GL_PROJECTION_MATRIX, after);
-    EXPECT_EQ(std::vector<GLint>(viewport, viewport + 4), (std::vector<GLint>{0, 0, 64, 32}));
-    EXPECT_EQ(std::vector<double>(before, before + 16), std::vector<double>(after, after + 16));
+    std::array<GLint, 4> viewport{};
+    glGetIntegerv(GL_VIEWPORT, viewport.data());
+    EXPECT_EQ(viewport, (std::array<GLint, 4>{0, 0, 64, 32}));
+    EXPECT_EQ(current(GL_PROJECTION_MATRIX), before);
 
     EXPECT_DOUBLE_EQ(window.aspect(), 2.0);
     fakeglut::state().display();

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <vector>
@@ -21,11 +22,9 @@ class SampleFaults : public WinFixture {
 protected:
     /// The microphone's ring buffer holds nothing but these samples, again and again.
     void deliver(const std::vector<float>& pattern) {
-        constexpr std::size_t wholeBuffer = 24576;  // samples, more than the ring buffer holds
-        std::vector<float> samples(wholeBuffer);
-        for (std::size_t i = 0; i < samples.size(); ++i) {
-            samples[i] = pattern[i % pattern.size()];
-        }
+        std::vector<float> samples(24576);  // more than the ring buffer holds
+        std::size_t next = 0;
+        std::generate(samples.begin(), samples.end(), [&] { return pattern[next++ % pattern.size()]; });
         scriptedaudio::speak(*audio, samples);
     }
 
@@ -45,11 +44,6 @@ protected:
         EXPECT_TRUE(colour == black || colour == white) << std::hex << colour;
         return colour == black;
     }
-
-    void expectHeardAgain() {
-        sound(aHz, 0.5);
-        EXPECT_TRUE(hitInItsSlot());
-    }
 };
 
 TEST_F(SampleFaults, WhatIsNoSoundIsNotHeardAndLeavesNothingBehind) {
@@ -58,7 +52,8 @@ TEST_F(SampleFaults, WhatIsNoSoundIsNotHeardAndLeavesNothingBehind) {
          {std::vector<float>{notANumber}, {infinity, -infinity, 0.5f}, {largest, -largest, 1e30f}}) {
         deliver(pattern);
         playUntilTheSlotOpens();
-        expectHeardAgain();
+        sound(aHz, 0.5);
+        EXPECT_TRUE(hitInItsSlot());
     }
 }
 
@@ -69,7 +64,8 @@ TEST_F(SampleFaults, OneBadSampleSpoilsNoMoreThanTheAnalysesThatHoldIt) {
     win->playSong("short.txt");
     frame();
     fakeclock::advance(1.5);
-    expectHeardAgain();
+    sound(aHz, 0.5);
+    EXPECT_TRUE(hitInItsSlot());
 }
 
 TEST_F(SampleFaults, AllZeroSamplesHitNothing) {
@@ -81,7 +77,7 @@ TEST_F(SampleFaults, AllZeroSamplesHitNothing) {
 TEST_F(SampleFaults, AClippedToneIsTheNoteThatItIs) {
     auto samples = scriptedaudio::tone(aHz, 20.0, 0.5);
     for (float& sample : samples) {
-        sample = sample > 1.0f ? 1.0f : sample < -1.0f ? -1.0f : sample;
+        sample = std::clamp(sample, -1.0f, 1.0f);
     }
     scriptedaudio::speak(*audio, samples);
     win->playSong("short.txt");

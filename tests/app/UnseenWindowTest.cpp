@@ -11,35 +11,28 @@ namespace {
 class UnseenWindowTest : public WinFixture {
 protected:
     static std::int64_t sleptInRound(bool seen) {
-        fakeclock::resetSlept();
+        fakeclock::state().slept = 0;
         if (seen) {
             fakeglut::state().display();
         }
         fakeglut::state().idle();
-        return fakeclock::slept();
+        return fakeclock::state().slept;
     }
 };
 
-}  // namespace
-
-TEST_F(UnseenWindowTest, RestsBetweenRoundsOnlyWhileNothingIsDrawn) {
+TEST_F(UnseenWindowTest, RestsBetweenRoundsOnlyWhileNothingIsDrawnAndTendsTheAudioInputInEach) {
     EXPECT_EQ(sleptInRound(true), 10000) << "the frame's own pause";
     EXPECT_EQ(sleptInRound(false), 20000);
     EXPECT_EQ(sleptInRound(false), 20000);
     EXPECT_EQ(sleptInRound(true), 10000);
-}
-
-TEST_F(UnseenWindowTest, TheAudioInputIsTendedWhetherOrNotSomethingIsDrawn) {
-    sleptInRound(true);
-    sleptInRound(false);
-    EXPECT_EQ(scriptedaudio::script().tended, 2);
+    EXPECT_EQ(scriptedaudio::script().tended, 4);
+    EXPECT_EQ(fakeglut::state().swaps, 2);
+    EXPECT_EQ(fakeglut::state().redisplays, 2) << "each frame asks for the next";
 }
 
 TEST_F(UnseenWindowTest, AHeldKeyIsOnePress) {
     EXPECT_EQ(fakeglut::state().keyRepeat, GLUT_KEY_REPEAT_OFF);
 }
-
-namespace {
 
 /// What the environment variable ZANTO_SPECTRUM makes of the panel.
 class SpectrumFromTheStartTest : public WinFixture, public testing::WithParamInterface<const char*> {
@@ -55,8 +48,6 @@ protected:
     std::string told;
 };
 
-}  // namespace
-
 TEST_P(SpectrumFromTheStartTest, OpensThePanelWhenAskedTo) {
     const std::string value = GetParam();
     EXPECT_EQ(panel()->isShowing() != 0, value == "1");
@@ -64,3 +55,5 @@ TEST_P(SpectrumFromTheStartTest, OpensThePanelWhenAskedTo) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Values, SpectrumFromTheStartTest, testing::Values("", "0", "1", "yes"));
+
+}  // namespace

@@ -12,7 +12,7 @@ constexpr std::int64_t aSecond = 1000000;  // microseconds
 class WatchTest : public testing::Test {
 protected:
     void SetUp() override { fakeclock::set(100 * aSecond); }
-    void TearDown() override { fakeclock::setBroken(false); }
+    void TearDown() override { fakeclock::state().broken = false; }
 };
 
 TEST_F(WatchTest, ReadingAndDifferenceAreCutToWholeMilliseconds) {
@@ -38,35 +38,29 @@ TEST_F(WatchTest, ReadingAndDifferenceAreCutToWholeMilliseconds) {
 TEST_F(WatchTest, FailedReadingIsReportedAndKeepsTheOldOne) {
     tavi::Watch watch;
     fakeclock::advance(1.0);
-    fakeclock::setBroken(true);
+    fakeclock::state().broken = true;
     testing::internal::CaptureStdout();
     watch.update();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "error getting time of day\n");
     EXPECT_DOUBLE_EQ(watch.asDouble(), 100.0);
 }
 
-TEST_F(WatchTest, StopWatchCountsFromItsStartOrLastReset) {
-    tavi::StopWatch watch(true);
-    fakeclock::advance(1.25);
-    EXPECT_DOUBLE_EQ(watch, 1.25);
-    watch.start();
-    EXPECT_DOUBLE_EQ(watch, 1.25) << "it runs already";
-    watch.reset();
-    EXPECT_DOUBLE_EQ(watch, 0.0);
-    fakeclock::advance(0.5);
-    EXPECT_DOUBLE_EQ(watch, 0.5);
-}
-
-TEST_F(WatchTest, StopWatchNotStartedStaysAtZeroUntilItIs) {
+TEST_F(WatchTest, StopWatchCountsFromItsStartOrLastResetAndStaysAtZeroUntilItIsStarted) {
     tavi::StopWatch watch(false);
+    const tavi::StopWatch started(true);
     fakeclock::advance(1.0);
     EXPECT_DOUBLE_EQ(watch, 0.0);
+    EXPECT_DOUBLE_EQ(started, 1.0);
     watch.reset();
     fakeclock::advance(0.5);
     EXPECT_DOUBLE_EQ(watch, 0.0);
     watch.start();
     fakeclock::advance(0.5);
-    EXPECT_DOUBLE_EQ(watch, 0.5);
+    watch.start();
+    EXPECT_DOUBLE_EQ(watch, 0.5) << "it runs already";
+    watch.reset();
+    fakeclock::advance(0.25);
+    EXPECT_DOUBLE_EQ(watch, 0.25);
 }
 
 }  // namespace

@@ -39,66 +39,25 @@ protected:
         return lit;
     }
 
-    /// Whether the name of note `id` stands in its place on the row of names.
-    bool labelled(int id) {
-        const double x = id * 0.85 - 2.8;
-        return litPixels(x - 0.05, x + 0.5, -1.55, -1.0) > 10;
-    }
-
+    /// The notes whose names stand in their places on the row of names.
     std::vector<int> labels() {
         std::vector<int> ids;
         for (int id = 0; id < 7; ++id) {
-            if (labelled(id)) {
+            const double x = id * 0.85 - 2.8;
+            if (litPixels(x - 0.05, x + 0.5, -1.55, -1.0) > 10) {
                 ids.push_back(id);
             }
         }
         return ids;
     }
-
-    /// Draws frames of that many seconds, then hears an A for one frame, and draws another.
-    std::vector<int> labelsAfterOneAnalysisOf(double seconds, int framesBefore = 10) {
-        constexpr double pause = 0.01;
-        for (int i = 0; i < framesBefore; ++i) {
-            fakeclock::advance(seconds - pause);
-            frame();
-        }
-        sound(aHz, quiet);
-        fakeclock::advance(seconds - pause);
-        frame();
-        EXPECT_EQ(analyses(), 1);
-        EXPECT_EQ(labels(), std::vector<int>{});
-        silence();
-        frame();
-        return labels();
-    }
-
-    void chord() {
-        std::vector<float> samples = scriptedaudio::tone(cHz, quiet, 0.5);
-        const std::vector<float> other = scriptedaudio::tone(aHz, quiet, 0.5);
-        for (std::size_t i = 0; i < samples.size(); ++i) {
-            samples[i] += other[i];
-        }
-        scriptedaudio::speak(*audio, samples);
-    }
 };
 
 TEST_F(WinDrawingTest, SilenceIsAFlatWhiteLineFiveUnitsLong) {
     frame();
-    const auto picture = gl->read();
-    int first = screenWidth;
-    int last = -1;
-    for (int x = 0; x < screenWidth; ++x) {
-        for (int y = row(-2.0) - 1; y <= row(-2.0) + 1; ++y) {
-            if (picture.at(x, y, 0) == 255 && picture.at(x, y, 1) == 255 && picture.at(x, y, 2) == 255) {
-                first = std::min(first, x);
-                last = x;
-            }
-        }
-    }
-    EXPECT_NEAR(first, column(-2.5), 2);
-    EXPECT_NEAR(last, column(2.5), 2);
-    EXPECT_EQ(litPixels(-2.5, 2.5, -1.9, -1.1), 0);
-    EXPECT_EQ(litPixels(-2.5, 2.5, -2.6, -2.1), 0);
+    EXPECT_EQ(worldPixel(0.0, -2.0), white);
+    EXPECT_NEAR(litPixels(-2.5, 2.5, -2.01, -1.99), 5 * pixelsPerUnit, 2);
+    EXPECT_EQ(litPixels(-4.0, -2.53, -2.1, -1.9) + litPixels(2.53, 4.0, -2.1, -1.9), 0);
+    EXPECT_EQ(litPixels(-2.5, 2.5, -1.9, -1.1) + litPixels(-2.5, 2.5, -2.6, -2.1), 0);
 }
 
 TEST_F(WinDrawingTest, FullScaleSampleRisesThreeUnitsAndTheNewestStandRight) {
@@ -116,7 +75,7 @@ TEST_F(WinDrawingTest, FullScaleSampleRisesThreeUnitsAndTheNewestStandRight) {
 }
 
 TEST_F(WinDrawingTest, SeveralNotesAreLabelledSideBySideInOrderUntilTheyAreReleased) {
-    chord();
+    sound({cHz, aHz}, quiet);
     frames(8);
     EXPECT_EQ(labels(), (std::vector<int>{0, 5}));
     silence();
@@ -125,8 +84,7 @@ TEST_F(WinDrawingTest, SeveralNotesAreLabelledSideBySideInOrderUntilTheyAreRelea
 }
 
 TEST_F(WinDrawingTest, WaveformAndLabelsAreDrawnWithoutASongToo) {
-    fakeclock::advance(60.0);
-    frame();
+    frameAfter(60.0);
     title()->setShowing(0);
     fakeglut::state().keyboard('f', 0, 0);  // the open panel asks for analyses
     sound(aHz, quiet);

@@ -22,22 +22,6 @@ bool sameSize(const Picture& a, const Picture& b) {
     return a.width() == b.width() && a.height() == b.height() && a.channels() == b.channels();
 }
 
-Picture differencePicture(const Picture& drawn, const Picture& expected) {
-    Picture shown(drawn.width(), drawn.height(), colourChannels);
-    if (!sameSize(drawn, expected)) {
-        return shown;
-    }
-    for (int y = 0; y < drawn.height(); ++y) {
-        for (int x = 0; x < drawn.width(); ++x) {
-            const int off = channelDifference(drawn, expected, x, y);
-            constexpr int amplification = 4;
-            shown.at(x, y, 0) = static_cast<unsigned char>(std::min(255, amplification * off));
-            shown.at(x, y, 1) = off > channelTolerance ? 255 : 0;
-        }
-    }
-    return shown;
-}
-
 }  // namespace
 
 Picture shrunk(const Picture& picture, int factor) {
@@ -89,7 +73,6 @@ testing::AssertionResult matches(const Picture& drawn, const std::string& name) 
     std::filesystem::create_directories(folder);
     drawn.write((folder / (name + ".drawn.png")).c_str());
     expected.write((folder / (name + ".expected.png")).c_str());
-    differencePicture(drawn, expected).write((folder / (name + ".difference.png")).c_str());
     return testing::AssertionFailure()
            << name << (known ? "" : " has no committed picture;") << " " << 100.0 * share
            << " % of its pixels differ; look into " << folder.string();

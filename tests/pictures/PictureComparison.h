@@ -24,8 +24,8 @@ Picture shrunk(const Picture& picture, int factor);
 double difference(const Picture& drawn, const Picture& expected);
 
 /// Whether `drawn` is the committed picture `name`. Where it is not, the folder build/pictures holds the
-/// drawn one, the expected one, and one that is bright where they differ. With ZANTO_RENEW_PICTURES set in
-/// the environment the drawn one becomes the committed one instead.
+/// drawn one and the expected one. With ZANTO_RENEW_PICTURES set in the environment the drawn one becomes
+/// the committed one instead.
 testing::AssertionResult matches(const Picture& drawn, const std::string& name);
 
 }  // namespace pictures

@@ -65,9 +65,7 @@ void ScreenFixture::supply(const std::filesystem::path& data) {
 }
 
 void ScreenFixture::show(const std::string& screen) {
-    const std::map<std::string, int> shelves = {{"chooser-few", 3}, {"chooser-many", 24}};
-    const auto shelf = shelves.find(screen);
-    songs = shelf == shelves.end() ? 0 : shelf->second;
+    songs = screen == "chooser-few" ? 3 : screen == "chooser-many" ? 24 : 0;
     WinFixture::SetUp();
     ASSERT_NE(win, nullptr);
 
@@ -79,10 +77,8 @@ void ScreenFixture::show(const std::string& screen) {
         song(4.1);
     } else if (screen == "song-end") {
         song(songEndSeconds);
-    } else if (screen == "panel-silence") {
-        spectrumPanel(false);
-    } else if (screen == "panel-chord") {
-        spectrumPanel(true);
+    } else if (screen.rfind("panel-", 0) == 0) {
+        spectrumPanel(screen == "panel-chord");
     } else {
         openChooser();
     }
@@ -102,8 +98,7 @@ void ScreenFixture::openChooser() {
 }
 
 void ScreenFixture::song(double seconds) {
-    small();
-    win->playSong("pictures.txt");
+    startSong();
     auto turn = performance().begin();
     for (double now = -rules::leadInSeconds; now < seconds; now += frameSeconds) {
         for (; turn != performance().end() && turn->first <= now; ++turn) {
@@ -115,9 +110,13 @@ void ScreenFixture::song(double seconds) {
     fullSize();
 }
 
-void ScreenFixture::spectrumPanel(bool chord) {
-    small();
+void ScreenFixture::startSong() {
+    resize(64, 48);  // frames that are quick, until the next one is to be looked at
     win->playSong("pictures.txt");
+}
+
+void ScreenFixture::spectrumPanel(bool chord) {
+    startSong();
     fakeglut::state().keyboard('f', 0, 0);
     hear(chord ? "CEG" : "");
     constexpr int framesToSettle = 30;
@@ -125,9 +124,7 @@ void ScreenFixture::spectrumPanel(bool chord) {
     fullSize();
 }
 
-void ScreenFixture::small() {
-    constexpr int width = 64;   // pixels
-    constexpr int height = 48;  // pixels
+void ScreenFixture::resize(int width, int height) {
     fakeglut::state().width = width;
     fakeglut::state().height = height;
     fakeglut::state().reshape(width, height);
@@ -137,10 +134,7 @@ void ScreenFixture::small() {
 }
 
 void ScreenFixture::fullSize() {
-    glDisable(GL_SCISSOR_TEST);
-    fakeglut::state().width = screenWidth;
-    fakeglut::state().height = screenHeight;
-    fakeglut::state().reshape(screenWidth, screenHeight);
+    resize(screenWidth, screenHeight);
     constexpr int framesToLook = 2;
     frames(framesToLook);
 }
@@ -150,13 +144,9 @@ void ScreenFixture::hear(const std::string& notes) {
         return;
     }
     sounding = notes;
-    constexpr double wholeBuffer = 0.5;  // seconds
-    std::vector<float> mixed = scriptedaudio::tone(0.0, 0.0, wholeBuffer);
+    std::vector<double> hertz;
     for (const char note : notes) {
-        const std::vector<float> tone = scriptedaudio::tone(pitches().at(note), loud, wholeBuffer);
-        for (std::size_t i = 0; i < mixed.size(); ++i) {
-            mixed[i] += tone[i];
-        }
+        hertz.push_back(pitches().at(note));
     }
-    scriptedaudio::speak(*audio, mixed);
+    sound(hertz, loud);
 }

@@ -28,8 +28,8 @@ private:
     void song(double seconds);
     void spectrumPanel(bool chord);
 
-    /// Draws small frames, which are quick, until the next one is to be looked at.
-    void small();
+    void startSong();
+    void resize(int width, int height);
     void fullSize();
     void hear(const std::string& notes);
 

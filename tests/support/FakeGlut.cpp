@@ -24,22 +24,22 @@ void shutDown() {
     state().windowData = nullptr;
 }
 
+}  // namespace fakeglut
+
+using fakeglut::state;
+
 namespace {
 
-/// The real library ends the process when it is used while not initialised.
-void requireInitialised(const char* call) {
+/// The state, for a call at which the real library ends the process while it is not initialised.
+fakeglut::State& initialised(const char* call) {
     if (!state().initialised) {
         std::fprintf(stderr, "%s called without glutInit\n", call);
         std::exit(1);
     }
+    return state();
 }
 
 }  // namespace
-
-}  // namespace fakeglut
-
-using fakeglut::requireInitialised;
-using fakeglut::state;
 
 extern "C" {
 
@@ -49,10 +49,8 @@ void glutInit(int* count, char** arguments) {
 }
 
 void glutSetOption(GLenum what, int value) {
-    requireInitialised("glutSetOption");
-    if (what == GLUT_ACTION_ON_WINDOW_CLOSE) {
-        state().actionOnClose = value;
-    }
+    fakeglut::State& now = initialised("glutSetOption");
+    now.actionOnClose = what == GLUT_ACTION_ON_WINDOW_CLOSE ? value : now.actionOnClose;
 }
 
 void glutInitWindowSize(int width, int height) {
@@ -65,38 +63,32 @@ void glutInitDisplayMode(unsigned int mode) {
 }
 
 int glutCreateWindow(const char* title) {
-    requireInitialised("glutCreateWindow");
-    state().title = title;
-    state().currentWindow = 1;
-    return 1;
+    initialised("glutCreateWindow").title = title;
+    return state().currentWindow = 1;
 }
 
 int glutGetWindow() {
-    requireInitialised("glutGetWindow");
-    return state().currentWindow;
+    return initialised("glutGetWindow").currentWindow;
 }
 
 void glutSetWindowData(void* data) {
-    requireInitialised("glutSetWindowData");
-    state().windowData = data;
+    initialised("glutSetWindowData").windowData = data;
 }
 
 void* glutGetWindowData() {
-    requireInitialised("glutGetWindowData");
-    return state().windowData;
+    return initialised("glutGetWindowData").windowData;
 }
 
 int glutGet(GLenum what) {
     if (what == GLUT_INIT_STATE) {
         return state().initialised ? 1 : 0;
     }
-    requireInitialised("glutGet");
-    return what == GLUT_WINDOW_WIDTH ? state().width : what == GLUT_WINDOW_HEIGHT ? state().height : 0;
+    const fakeglut::State& now = initialised("glutGet");
+    return what == GLUT_WINDOW_WIDTH ? now.width : what == GLUT_WINDOW_HEIGHT ? now.height : 0;
 }
 
 void glutSetKeyRepeat(int mode) {
-    requireInitialised("glutSetKeyRepeat");
-    state().keyRepeat = mode;
+    initialised("glutSetKeyRepeat").keyRepeat = mode;
 }
 
 int glutGetModifiers() {
@@ -104,34 +96,29 @@ int glutGetModifiers() {
 }
 
 void glutPostRedisplay() {
-    requireInitialised("glutPostRedisplay");
-    ++state().redisplays;
+    ++initialised("glutPostRedisplay").redisplays;
 }
 
 void glutSwapBuffers() {
-    requireInitialised("glutSwapBuffers");
-    ++state().swaps;
+    ++initialised("glutSwapBuffers").swaps;
 }
 
 void glutMainLoop() {
-    requireInitialised("glutMainLoop");
-    if (state().mainLoop) {
+    if (initialised("glutMainLoop").mainLoop) {
         state().mainLoop();
     }
 }
 
 void glutLeaveMainLoop() {
-    requireInitialised("glutLeaveMainLoop");
-    ++state().loopsLeft;
+    ++initialised("glutLeaveMainLoop").loopsLeft;
 }
 
 void glutTimerFunc(unsigned int, void (*callback)(int), int) {
-    requireInitialised("glutTimerFunc");
+    ++initialised("glutTimerFunc").timers;
     if (callback == nullptr) {
         std::fprintf(stderr, "a null timer callback ends the loop with a crash\n");
         std::abort();
     }
-    ++state().timers;
 }
 
 // Each glut...Func keeps its callback in the state's field of that name.

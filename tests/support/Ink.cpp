@@ -31,10 +31,6 @@ double inkPixels(const tavi::Image<unsigned char>& image, int left, int right) {
     return sum;
 }
 
-double inkPixels(const tavi::Image<unsigned char>& image) {
-    return inkPixels(image, 0, image.width());
-}
-
 double inkCentreX(const tavi::Image<unsigned char>& image, int left, int right) {
     double moment = 0.0;
     for (int y = 0; y < image.height(); ++y) {

@@ -20,7 +20,9 @@ int inkAt(const tavi::Image<unsigned char>& image, int x, int y);
 InkBox inkBox(const tavi::Image<unsigned char>& image, int least = 1);
 /// Fully inked pixels that all ink between the columns would make.
 double inkPixels(const tavi::Image<unsigned char>& image, int left, int right);
-double inkPixels(const tavi::Image<unsigned char>& image);
+inline double inkPixels(const tavi::Image<unsigned char>& image) {
+    return inkPixels(image, 0, image.width());
+}
 /// The centre of gravity of the ink between the columns, in pixels from the left edge.
 double inkCentreX(const tavi::Image<unsigned char>& image, int left, int right);
 /// The greatest difference of two pictures of one size in any sample.

@@ -50,38 +50,25 @@ EGLConfig chooseConfig(EGLDisplay display) {
 }  // namespace
 
 OffscreenGL::OffscreenGL(int width, int height) : widthPx(width), heightPx(height), display(openDisplay()) {
-    try {
-        require(eglBindAPI(EGL_OPENGL_API), "binding desktop OpenGL");
-        EGLConfig config = chooseConfig(display);
-        const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
-        surface = eglCreatePbufferSurface(display, config, size);
-        require(surface != EGL_NO_SURFACE, "creating the surface");
-        const EGLint profile[] = {EGL_CONTEXT_OPENGL_PROFILE_MASK,
-                                  EGL_CONTEXT_OPENGL_COMPATIBILITY_PROFILE_BIT, EGL_NONE};
-        context = eglCreateContext(display, config, EGL_NO_CONTEXT, profile);
-        require(context != EGL_NO_CONTEXT, "creating the context");
-        require(eglMakeCurrent(display, surface, surface, context), "making the context current");
-    } catch (...) {
-        release();
-        throw;
-    }
+    require(eglBindAPI(EGL_OPENGL_API), "binding desktop OpenGL");
+    EGLConfig config = chooseConfig(display);
+    const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
+    surface = eglCreatePbufferSurface(display, config, size);
+    require(surface != EGL_NO_SURFACE, "creating the surface");
+    const EGLint profile[] = {EGL_CONTEXT_OPENGL_PROFILE_MASK, EGL_CONTEXT_OPENGL_COMPATIBILITY_PROFILE_BIT,
+                              EGL_NONE};
+    context = eglCreateContext(display, config, EGL_NO_CONTEXT, profile);
+    require(context != EGL_NO_CONTEXT, "creating the context");
+    require(eglMakeCurrent(display, surface, surface, context), "making the context current");
     glViewport(0, 0, width, height);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
 }
 
 OffscreenGL::~OffscreenGL() {
-    release();
-}
-
-void OffscreenGL::release() {
     eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-    if (context != nullptr) {
-        eglDestroyContext(display, context);
-    }
-    if (surface != nullptr) {
-        eglDestroySurface(display, surface);
-    }
+    eglDestroyContext(display, context);
+    eglDestroySurface(display, surface);
 }
 
 tavi::Image<unsigned char> OffscreenGL::read() const {

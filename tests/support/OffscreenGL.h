@@ -29,8 +29,6 @@ public:
     bool noErrors() const;
 
 private:
-    void release();
-
     int widthPx;
     int heightPx;
     void* display;

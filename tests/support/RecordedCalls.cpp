@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tests/support/RecordedState.h"
-
-using namespace recorded;
+#include "tests/support/RecordingGL.h"
 
 namespace {
 
+using Attributes = RecordingGL::Attributes;
 using Matrix = RecordingGL::Matrix;
+constexpr auto& state = RecordingGL::state;
 
 /// True when `isRight`; else the call has failed.
 bool require(bool isRight, const char* otherwise) {
@@ -229,7 +229,7 @@ void glMatrixMode(GLenum mode) {
     }
 }
 void glLoadIdentity() {
-    load("glLoadIdentity", identity);
+    load("glLoadIdentity", RecordingGL::State::identity);
 }
 void glLoadMatrixd(const GLdouble* m) {
     load("glLoadMatrixd", matrixOf(m));

@@ -28,15 +28,22 @@ public:
         unsigned int size;
     };
 
-    /// Forgets the texts written so far, by anyone.
-    RecordingFont();
+    struct Log {
+        std::vector<Text> texts;
+        std::vector<Face> made;
+        int alive = 0;
+    };
+    static Log& log();
 
-    const std::vector<Text>& texts() const;
-    void forget();
+    /// Forgets the texts written so far, by anyone.
+    RecordingFont() { forget(); }
+
+    const std::vector<Text>& texts() const { return log().texts; }
+    void forget() { log().texts.clear(); }
 
     /// Every face made since the process began, and how many of them live.
-    static const std::vector<Face>& facesMade();
-    static int facesAlive();
+    static const std::vector<Face>& facesMade() { return log().made; }
+    static int facesAlive() { return log().alive; }
 
     /// What drawing `text` returns.
     static float advance(const std::string& text) { return 0.25f * static_cast<float>(text.size()); }

@@ -1,20 +1,10 @@
 #include "tests/support/RecordingGL.h"
 
-#include <GL/gl.h>
-
 #include <ostream>
 
-#include "tests/support/RecordedState.h"
-
-using recorded::state;
-
-recorded::State& recorded::state() {
+RecordingGL::State& RecordingGL::state() {
     static State instance;
     return instance;
-}
-
-bool RecordingGL::Point::operator==(const Point& other) const {
-    return x == other.x && y == other.y && z == other.z;
 }
 
 RecordingGL::Point RecordingGL::Primitive::eye(std::size_t vertex) const {
@@ -31,14 +21,6 @@ std::ostream& operator<<(std::ostream& out, const RecordingGL::Line& line) {
     return out << "(" << line.from.x << ", " << line.from.y << ", " << line.from.z << ") to (" << line.to.x
                << ", " << line.to.y << ", " << line.to.z << "), colour (" << r << ", " << g << ", " << b
                << ", " << a << "), width " << line.width;
-}
-
-RecordingGL::RecordingGL() {
-    state() = recorded::State();
-}
-
-const std::vector<RecordingGL::Primitive>& RecordingGL::primitives() const {
-    return state().primitives;
 }
 
 std::vector<RecordingGL::Line> RecordingGL::lines(Space space) const {
@@ -66,33 +48,9 @@ void RecordingGL::forget() {
     state().groups = 0;
 }
 
-const std::vector<std::string>& RecordingGL::errors() const {
-    return state().errors;
-}
-
-int RecordingGL::groups() const {
-    return state().groups;
-}
-
-RecordingGL::Color RecordingGL::color() const {
-    return state().attributes.color;
-}
-
-RecordingGL::Matrix RecordingGL::modelview() const {
-    return state().modelview.back();
-}
-
-RecordingGL::Matrix RecordingGL::projection() const {
-    return state().projection.back();
-}
-
 int RecordingGL::pushed() const {
-    const recorded::State& s = state();
+    const State& s = state();
     return static_cast<int>(s.modelview.size() + s.projection.size() + s.textureMatrix.size() - 3 +
                             s.attributeStack.size()) +
            s.clientAttributesPushed;
-}
-
-int RecordingGL::textures() const {
-    return static_cast<int>(state().textures.size());
 }

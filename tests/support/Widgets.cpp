@@ -32,14 +32,13 @@ Pixel inRow(const wt::wtListBox& list, int row, float share, int width, int heig
 
 void click(Pixel at) {
     constexpr int leftButton = 0;
-    constexpr int down = 0;
-    constexpr int up = 1;
     wt::wtWindowManager::motionCallback(at.x, at.y);
-    wt::wtWindowManager::mouseCallback(leftButton, down, at.x, at.y);
-    wt::wtWindowManager::mouseCallback(leftButton, up, at.x, at.y);
+    for (const int up : {0, 1}) {
+        wt::wtWindowManager::mouseCallback(leftButton, up, at.x, at.y);
+    }
 }
 
-wt::wtWidget* detail::below(wt::wtWidget* root, const std::string& name) {
+wt::wtWidget* below(wt::wtWidget* root, const std::string& name) {
     for (const std::unique_ptr<wt::wtWidget>& child : root->children()) {
         if (child->name() == name) {
             return child.get();

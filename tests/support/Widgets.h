@@ -10,10 +10,6 @@ namespace widgets {
 /// The window with this title, shown or not, or null.
 wt::wtWindow* window(const std::string& title);
 
-/// The widget of type `Widget` with this name in the window with that title, or null.
-template <class Widget>
-Widget* in(const std::string& title, const std::string& name);
-
 /// The middle of a widget in pixels, y down, for a viewport of `width` by `height` pixels.
 struct Pixel {
     int x;
@@ -27,14 +23,14 @@ Pixel inRow(const wt::wtListBox& list, int row, float share, int width, int heig
 /// Presses and releases the left button at a pixel.
 void click(Pixel at);
 
-namespace detail {
+/// What has this name among all that a widget consists of, or null.
 wt::wtWidget* below(wt::wtWidget* root, const std::string& name);
-}
 
+/// The widget of type `Widget` with this name in the window with that title, or null.
 template <class Widget>
 Widget* in(const std::string& title, const std::string& name) {
     wt::wtWindow* root = window(title);
-    return root == nullptr ? nullptr : dynamic_cast<Widget*>(detail::below(root, name));
+    return root == nullptr ? nullptr : dynamic_cast<Widget*>(below(root, name));
 }
 
 }  // namespace widgets
