@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <boost/shared_ptr.hpp>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -46,6 +48,48 @@ protected:
     boost::shared_ptr<PortAudioInput> input;
     /// All that the test may print on standard error.
     std::string expectedLines;
+};
+
+const char* const lostLine = "No sound arrives from the microphone. The game tries to open it anew.\n";
+const char* const backLine = "The microphone is heard again.\n";
+
+/// An input that records, looked after a hundred times a second. Its clock does not begin at 0.
+class LostStreamTest : public PortAudioInputTest {
+protected:
+    void SetUp() override {
+        PortAudioInputTest::SetUp();
+        input->startRecording();
+        pass(1.0, true);
+    }
+
+    void pass(double seconds, bool blocksArrive = false) {
+        for (const double end = now + seconds; now < end; now += 0.01) {
+            if (blocksArrive) {
+                deliver(block.data(), block.size());
+            }
+            input->tend(now);
+        }
+    }
+
+    long count(const char* call) { return std::count(state().calls.begin(), state().calls.end(), call); }
+
+    double now = 12345.0;  ///< seconds
+    const std::vector<float> block = std::vector<float>(1024, 0.5f);
+};
+
+struct Choice {
+    const char* name;      ///< what ZANTO_INPUT says
+    PaDeviceIndex device;  ///< what is opened
+    std::string told;
+};
+
+/// What the game opens and says where there are four inputs, the last one the default.
+class InputChoiceTest : public testing::TestWithParam<Choice> {
+protected:
+    void TearDown() override {
+        unsetenv("ZANTO_INPUT");
+        unsetenv("ZANTO_AUDIO_LOG");
+    }
 };
 
 }  // namespace
@@ -213,4 +257,87 @@ TEST_F(PortAudioInputTest, StopWhenIdleIsRefusedAndDestructionThenOnlyEndsTheSes
     EXPECT_FALSE(input->stopRecording());
     input.reset();
     EXPECT_THAT(state().calls, ElementsAre("Pa_Initialize", "Pa_Terminate"));
+}
+
+TEST_F(LostStreamTest, AShortSilenceOfTheDeviceIsBorne) {
+    pass(1.9);
+    pass(0.1, true);
+    pass(1.9);
+    EXPECT_EQ(count("Pa_OpenStream"), 1);
+}
+
+TEST_F(LostStreamTest, AfterTwoSecondsItIsAbandonedAndOpenedAnewWithSilence) {
+    pass(2.1);
+    EXPECT_THAT(state().calls,
+                ElementsAre("Pa_Initialize", "Pa_OpenStream", "Pa_StartStream", "Pa_AbortStream",
+                            "Pa_CloseStream", "Pa_OpenStream", "Pa_StartStream"));
+    EXPECT_THAT(latest(4096), testing::Each(0.0f));
+    expectedLines = lostLine;
+}
+
+TEST_F(LostStreamTest, EachChangeIsToldOnceHoweverLongItTakes) {
+    state().openError = paDeviceUnavailable;
+    pass(60.0);
+    EXPECT_EQ(count("Pa_OpenStream"), 1 + 20);
+    EXPECT_FALSE(input->isRecording());
+    state().openError = paNoError;
+    state().startError = paDeviceUnavailable;
+    pass(6.0);
+    EXPECT_FALSE(input->isRecording());
+    state().startError = paNoError;
+    pass(3.0);
+    pass(1.0, true);
+    EXPECT_TRUE(input->isRecording());
+    expectedLines = std::string(lostLine) + backLine;
+}
+
+TEST_F(LostStreamTest, ItsOwnPauseIsNotTakenForTheStreams) {
+    now += 3600.0;
+    pass(1.5);
+    EXPECT_EQ(count("Pa_OpenStream"), 1);
+}
+
+TEST_F(LostStreamTest, WhatWasStoppedStaysStopped) {
+    EXPECT_TRUE(input->stopRecording());
+    pass(10.0);
+    EXPECT_EQ(count("Pa_OpenStream"), 1);
+}
+
+TEST_F(LostStreamTest, ADeadStreamIsNotWaitedForAtTheEnd) {
+    pass(0.5);
+    input.reset();
+    EXPECT_EQ(count("Pa_StopStream"), 0);
+    EXPECT_EQ(count("Pa_AbortStream"), 1);
+    EXPECT_EQ(state().calls.back(), "Pa_Terminate");
+}
+
+TEST_P(InputChoiceTest, OpensTheNamedInputOrTheDefaultOne) {
+    fakeportaudio::reset();
+    state().inputs = {"USB Audio: front", "USB Audio", "Webcam", "default"};
+    setenv("ZANTO_INPUT", GetParam().name, 1);
+    CaptureStderr();
+    PortAudioInput input;
+    EXPECT_TRUE(input.startRecording());
+    EXPECT_EQ(GetCapturedStderr(), GetParam().told);
+    EXPECT_EQ(state().inputParameters.device, GetParam().device);
+}
+
+INSTANTIATE_TEST_SUITE_P(Names, InputChoiceTest,
+                         testing::Values(Choice{"", 3, ""}, Choice{"Webcam", 2, ""}, Choice{"webc", 2, ""},
+                                         Choice{"USB Audio", 1, ""}, Choice{"front", 0, ""},
+                                         Choice{"usb", 3,
+                                                "ZANTO_INPUT: several inputs are called \"usb\". The default "
+                                                "input is used. Inputs: \"USB Audio: front\" "
+                                                "\"USB Audio\"\n"},
+                                         Choice{"piano", 3,
+                                                "ZANTO_INPUT: no input is called \"piano\". The default "
+                                                "input is used. Inputs: \"USB Audio: front\" "
+                                                "\"USB Audio\" \"Webcam\" \"default\"\n"}));
+
+TEST_F(InputChoiceTest, ALogThatIsNeitherOnNorOffIsRefused) {
+    fakeportaudio::reset();
+    setenv("ZANTO_AUDIO_LOG", "loud", 1);
+    CaptureStderr();
+    PortAudioInput input;
+    EXPECT_EQ(GetCapturedStderr(), "ZANTO_AUDIO_LOG: \"loud\" is not one of 0 1. 0 is used.\n");
 }
