@@ -27,18 +27,6 @@ std::string printedWhen(const std::function<void()>& action) {
 
 }  // namespace
 
-TEST(FFontData, WithoutAPathOrASizeNothingIsLoaded) {
-    const std::string printed = printedWhen([] {
-        for (const FFontData* face :
-             {new FFontData(nullptr, 24), new FFontData(vera, 0), new FFontData(nullptr, 0)}) {
-            EXPECT_EQ(face->measureString("text", 1.0f), 0.0f);
-            EXPECT_EQ(face->ascender(), 0.0f);
-            delete face;
-        }
-    });
-    EXPECT_EQ(printed, "");
-}
-
 TEST(FFontData, Size24HasAnEmOfThreeFifthsOfAUnitAndLengthsGrowWithSizeAndScale) {
     const FFontData face(vera, 24);
     EXPECT_NEAR(face.measureString("A", 1.0f), emAt24 * 1401 / 2048, rounding);
@@ -150,21 +138,27 @@ TEST(FFontData, DrawingWithoutAContextStillAdvances) {
     EXPECT_EQ(printed, "");
 }
 
-TEST(FFontData, WithoutAFaceOrAfterReleaseNothingIsDrawnMovedOrShortened) {
+TEST(FFontData, WithoutAPathOrASizeOrAfterReleaseNothingIsLoadedDrawnMovedOrShortened) {
     FFontData released(vera, 24);
     released.release();
     EXPECT_EQ(released.getSize(), 0u);
-    FFontData faceless(nullptr, 7);
-    EXPECT_EQ(faceless.getSize(), 7u);
-    for (FFontData* face : {&released, &faceless}) {
-        float x = 1.0f;
-        float y = 2.0f;
-        EXPECT_EQ(face->drawString("text", x, y, 1.0f, 1.0f, -1.0f, -1.0f), 0.0f);
-        EXPECT_EQ(x, 1.0f);
-        EXPECT_EQ(y, 2.0f);
-        EXPECT_EQ(face->shortenString("text", 1.0f, -1.0f), "text");
-        face->release();
-    }
+    const std::string printed = printedWhen([&] {
+        FFontData pathless(nullptr, 7);
+        FFontData sizeless(vera, 0);
+        EXPECT_EQ(pathless.getSize(), 7u);
+        for (FFontData* face : {&released, &pathless, &sizeless}) {
+            EXPECT_EQ(face->measureString("text", 1.0f), 0.0f);
+            EXPECT_EQ(face->ascender(), 0.0f);
+            float x = 1.0f;
+            float y = 2.0f;
+            EXPECT_EQ(face->drawString("text", x, y, 1.0f, 1.0f, -1.0f, -1.0f), 0.0f);
+            EXPECT_EQ(x, 1.0f);
+            EXPECT_EQ(y, 2.0f);
+            EXPECT_EQ(face->shortenString("text", 1.0f, -1.0f), "text");
+            face->release();
+        }
+    });
+    EXPECT_EQ(printed, "");
 }
 
 TEST(FFontData, InitLoadsAgainInPlaceOfTheFaceBefore) {

@@ -10,19 +10,6 @@ WorldView::WorldView(const OffscreenGL& surface) : widthPx(surface.width()), hei
     lookThroughGameCamera(aspect);
 }
 
-float WorldView::xOf(double columnPx) const {
-    return static_cast<float>((columnPx - widthPx / 2) / unitPx);
-}
-float WorldView::yOf(double rowPx) const {
-    return static_cast<float>((heightPx / 2 - rowPx) / unitPx);
-}
-double WorldView::columnOf(double x) const {
-    return widthPx / 2 + x * unitPx;
-}
-double WorldView::rowOf(double y) const {
-    return heightPx / 2 - y * unitPx;
-}
-
 void viewScreen() {
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();

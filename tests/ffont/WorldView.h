@@ -14,10 +14,10 @@ public:
 
     double pixelsPerUnit() const { return unitPx; }
     /// The world's x of a column's left edge, and y of a row's top edge.
-    float xOf(double columnPx) const;
-    float yOf(double rowPx) const;
-    double columnOf(double x) const;
-    double rowOf(double y) const;
+    float xOf(double columnPx) const { return static_cast<float>((columnPx - widthPx / 2) / unitPx); }
+    float yOf(double rowPx) const { return static_cast<float>((heightPx / 2 - rowPx) / unitPx); }
+    double columnOf(double x) const { return widthPx / 2 + x * unitPx; }
+    double rowOf(double y) const { return heightPx / 2 - y * unitPx; }
 
 private:
     double widthPx;

@@ -11,14 +11,11 @@ namespace {
 constexpr double frameSeconds = 0.03;  // what a slow machine takes
 constexpr double pauseSeconds = 0.01;  // of it, what the game sleeps
 constexpr double loud = 0.2;           // amplitude of one note
+constexpr int framesToSettle = 30;
 
 /// Middles of bins, in Hz, an octave above middle C.
-const std::map<char, double>& pitches() {
-    static const std::map<char, double> hertz = {{'C', 515.625}, {'D', 585.9375},  {'E', 656.25},
-                                                 {'F', 703.125}, {'G', 785.15625}, {'A', 878.90625},
-                                                 {'B', 984.375}};
-    return hertz;
-}
+const std::map<char, double> pitches = {{'C', 515.625},   {'D', 585.9375},  {'E', 656.25}, {'F', 703.125},
+                                        {'G', 785.15625}, {'A', 878.90625}, {'B', 984.375}};
 
 const char* const noteTable = "C 1 515.6\nD 1 585.9\nE 1 656.2\nF 1 703.1\nG 1 785.2\nA 1 878.9\nB 1 984.4\n";
 
@@ -27,13 +24,10 @@ const char* const songText = "120 4\nC\nD\nE2\n\nG\nA\nB\nC\nC E G\n\nA3\n\n\nG\
 constexpr double songEndSeconds = 9.4;
 
 /// What sounds from a time of the song on: hits, a wrong note in slot 4, nothing in slot 6.
-const std::vector<std::pair<double, std::string>>& performance() {
-    static const std::vector<std::pair<double, std::string>> turns = {
-        {-0.3, "C"}, {0.2, ""}, {0.28, "D"}, {0.7, ""}, {0.78, "E"},   {1.7, ""}, {1.78, "F"}, {2.25, ""},
-        {2.3, "A"},  {2.7, ""}, {3.3, "C"},  {3.7, ""}, {3.78, "CEG"}, {4.2, ""}, {4.8, "A"},  {6.2, ""},
-        {6.3, "G"},  {6.7, ""}, {6.8, "D"},  {7.2, ""}, {7.3, "C"},    {8.2, ""}};
-    return turns;
-}
+const std::vector<std::pair<double, std::string>> performance = {
+    {-0.3, "C"}, {0.2, ""}, {0.28, "D"}, {0.7, ""}, {0.78, "E"},   {1.7, ""}, {1.78, "F"}, {2.25, ""},
+    {2.3, "A"},  {2.7, ""}, {3.3, "C"},  {3.7, ""}, {3.78, "CEG"}, {4.2, ""}, {4.8, "A"},  {6.2, ""},
+    {6.3, "G"},  {6.7, ""}, {6.8, "D"},  {7.2, ""}, {7.3, "C"},    {8.2, ""}};
 
 /// Names as they occur: short, long, accented, and too long for any list.
 std::string listing(int songs) {
@@ -69,9 +63,7 @@ void ScreenFixture::show(const std::string& screen) {
     WinFixture::SetUp();
     ASSERT_NE(win, nullptr);
 
-    if (screen == "title") {
-        fullSize();
-    } else if (screen == "song-start") {
+    if (screen == "song-start") {
         song(-1.0);
     } else if (screen == "song-middle") {
         song(4.1);
@@ -79,9 +71,12 @@ void ScreenFixture::show(const std::string& screen) {
         song(songEndSeconds);
     } else if (screen.rfind("panel-", 0) == 0) {
         spectrumPanel(screen == "panel-chord");
-    } else {
+    } else if (screen != "title") {
         openChooser();
     }
+    resize(screenWidth, screenHeight);
+    constexpr int framesToLook = 2;
+    frames(framesToLook);
 }
 
 void ScreenFixture::openChooser() {
@@ -92,22 +87,19 @@ void ScreenFixture::openChooser() {
         const auto* list = widgets::in<wt::wtListBox>("Play Song", "List");
         widgets::click(widgets::inRow(*list, 1, 1.0f / 3.0f, screenWidth, screenHeight));
     }
-    constexpr int framesToSettle = 30;
     frames(framesToSettle);
-    fullSize();
 }
 
 void ScreenFixture::song(double seconds) {
     startSong();
-    auto turn = performance().begin();
+    auto turn = performance.begin();
     for (double now = -rules::leadInSeconds; now < seconds; now += frameSeconds) {
-        for (; turn != performance().end() && turn->first <= now; ++turn) {
+        for (; turn != performance.end() && turn->first <= now; ++turn) {
             hear(turn->second);
         }
         frame();
         fakeclock::advance(frameSeconds - pauseSeconds);
     }
-    fullSize();
 }
 
 void ScreenFixture::startSong() {
@@ -119,9 +111,7 @@ void ScreenFixture::spectrumPanel(bool chord) {
     startSong();
     fakeglut::state().keyboard('f', 0, 0);
     hear(chord ? "CEG" : "");
-    constexpr int framesToSettle = 30;
     frames(framesToSettle);
-    fullSize();
 }
 
 void ScreenFixture::resize(int width, int height) {
@@ -133,12 +123,6 @@ void ScreenFixture::resize(int width, int height) {
     glScissor(0, 0, width, height);
 }
 
-void ScreenFixture::fullSize() {
-    resize(screenWidth, screenHeight);
-    constexpr int framesToLook = 2;
-    frames(framesToLook);
-}
-
 void ScreenFixture::hear(const std::string& notes) {
     if (notes == sounding) {
         return;
@@ -146,7 +130,7 @@ void ScreenFixture::hear(const std::string& notes) {
     sounding = notes;
     std::vector<double> hertz;
     for (const char note : notes) {
-        hertz.push_back(pitches().at(note));
+        hertz.push_back(pitches.at(note));
     }
     sound(hertz, loud);
 }

@@ -30,7 +30,6 @@ private:
 
     void startSong();
     void resize(int width, int height);
-    void fullSize();
     void hear(const std::string& notes);
 
     int songs = 0;  ///< in the listing

@@ -39,31 +39,6 @@ MidiBytes& MidiBytes::name(const std::string& text) {
     return *this;
 }
 
-MidiBytes& MidiBytes::tempo(unsigned microsecondsPerQuarter) {
-    return event(0, {0xFF, 0x51, 3, microsecondsPerQuarter >> 16, (microsecondsPerQuarter >> 8) & 0xFF,
-                     microsecondsPerQuarter & 0xFF});
-}
-
-MidiBytes& MidiBytes::timeSignature(unsigned beats, unsigned beatPower, unsigned ticks) {
-    return event(ticks, {0xFF, 0x58, 4, beats, beatPower, 24, 8});
-}
-
-MidiBytes& MidiBytes::on(unsigned ticks, unsigned channel, unsigned pitch) {
-    return event(ticks, {0x90 | channel, pitch, 80});
-}
-
-MidiBytes& MidiBytes::off(unsigned ticks, unsigned channel, unsigned pitch) {
-    return event(ticks, {0x80 | channel, pitch, 0});
-}
-
-MidiBytes& MidiBytes::program(unsigned channel, unsigned number) {
-    return event(0, {0xC0 + channel, number});
-}
-
-MidiBytes& MidiBytes::bend(unsigned ticks, unsigned channel) {
-    return event(ticks, {0xE0 | channel, 0, 0x50});
-}
-
 std::string MidiBytes::file() const {
     std::string bytes =
         "MThd" + bigEndian(6, 4) + bigEndian(1, 2) + bigEndian(tracks.size(), 2) + bigEndian(division, 2);

@@ -32,13 +32,6 @@ Vec3<double> rodrigues(const Vec3<double>& rotation, const Vec3<double>& point) 
 
 }  // namespace
 
-TEST(Quaternion, StartsAsTheIdentity) {
-    const Quaternion identity;
-    EXPECT_EQ(identity.scalar(), 1.0);
-    EXPECT_EQ(identity.vector(), Vec3<double>(0.0, 0.0, 0.0));
-    EXPECT_EQ(identity.rotate({1.0, 2.0, 3.0}), Vec3<double>(1.0, 2.0, 3.0));
-}
-
 TEST(Quaternion, ProductIsHamiltons) {
     const Quaternion product = Quaternion(1.0, {2.0, 3.0, 4.0}) * Quaternion(5.0, {6.0, 7.0, 8.0});
     EXPECT_EQ(product.scalar(), -60.0);
