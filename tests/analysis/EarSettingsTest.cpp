@@ -18,45 +18,49 @@ namespace {
 
 constexpr int a = 5;
 
-TEST_F(NoteEstimationTest, EarComesFromTheEnvironment) {
+class EarSettingsTest : public NoteEstimationTest {
+protected:
+    std::vector<int> heardIn(const std::vector<signals::Tone>& tones) {
+        const std::vector<float> sound = signals::tones(tones, 6144);
+        update(sound);
+        update(sound);
+        return notesDown();
+    }
+};
+
+TEST_F(EarSettingsTest, EarComesFromTheEnvironment) {
     // A4 lies between two bins, and no table is there: only the fine ear can hear it.
-    const std::vector<float> sound = signals::tones({{440.0, 0.1}, {880.0, 0.05}}, 6144);
     for (const char* const name : {"", "plain", "fine"}) {
         setenv("ZANTO_EAR", name, 1);
         CaptureStderr();
         start("");
         EXPECT_EQ(GetCapturedStderr(), "") << name;
-        update(sound);
-        update(sound);
-        EXPECT_EQ(notesDown(), name == std::string("fine") ? std::vector<int>{a} : std::vector<int>())
+        EXPECT_EQ(heardIn({{440.0, 0.1}, {880.0, 0.05}}),
+                  name == std::string("fine") ? std::vector<int>{a} : std::vector<int>())
             << name;
     }
 }
 
-TEST_F(NoteEstimationTest, EarThatDoesNotExistIsToldAndThePlainOneListens) {
+TEST_F(EarSettingsTest, EarThatDoesNotExistIsToldAndThePlainOneListens) {
     setenv("ZANTO_EAR", "Fine", 1);
     setenv("ZANTO_A4", "nonsense", 1);
     CaptureStderr();
     start("A 1 433.6");
     EXPECT_EQ(GetCapturedStderr(), "ZANTO_EAR: \"Fine\" is not one of plain fine. plain is used.\n");
-    update(signals::tones({binTone(37, 0.1)}, 6144));
-    EXPECT_THAT(notesDown(), ElementsAre(a));
+    EXPECT_THAT(heardIn({binTone(37, 0.1)}), ElementsAre(a));
 }
 
-TEST_F(NoteEstimationTest, FineEarIsTunedByTheEnvironment) {
+TEST_F(EarSettingsTest, FineEarIsTunedByTheEnvironment) {
     setenv("ZANTO_EAR", "fine", 1);
     setenv("ZANTO_A4", "380", 1);
     setenv("ZANTO_TRANSPOSE", "-2", 1);
     CaptureStderr();
     start("");
     EXPECT_EQ(GetCapturedStderr(), "");
-    const std::vector<float> sound = signals::tones({{380.0 / std::exp2(1.0 / 6.0), 0.1}}, 6144);
-    update(sound);
-    update(sound);
-    EXPECT_THAT(notesDown(), ElementsAre(a));
+    EXPECT_THAT(heardIn({{380.0 / std::exp2(1.0 / 6.0), 0.1}}), ElementsAre(a));
 }
 
-TEST_F(NoteEstimationTest, TuningThatIsOutOfRangeOrNoNumberIsToldAndNotTaken) {
+TEST_F(EarSettingsTest, TuningThatIsOutOfRangeOrNoNumberIsToldAndNotTaken) {
     setenv("ZANTO_EAR", "fine", 1);
     for (const auto& [name, value, said] : std::vector<std::tuple<const char*, const char*, const char*>>{
              {"ZANTO_A4", "379.9", "a number from 380 to 480. 440 is used."},
@@ -70,14 +74,11 @@ TEST_F(NoteEstimationTest, TuningThatIsOutOfRangeOrNoNumberIsToldAndNotTaken) {
         start("");
         EXPECT_EQ(GetCapturedStderr(), std::string(name) + ": \"" + value + "\" is not " + said + "\n");
         unsetenv(name);
-        const std::vector<float> sound = signals::tones({{440.0, 0.1}}, 6144);
-        update(sound);
-        update(sound);
-        EXPECT_THAT(notesDown(), ElementsAre(a));
+        EXPECT_THAT(heardIn({{440.0, 0.1}}), ElementsAre(a));
     }
 }
 
-TEST_F(NoteEstimationTest, SpectrumPeaksAndLinesMeanTheSameWithTheFineEar) {
+TEST_F(EarSettingsTest, SpectrumPeaksAndLinesMeanTheSameWithTheFineEar) {
     const std::vector<double> spectrum = levels({{20, -20.0}, {40, -21.0}, {60, -50.0}});
     start("");
     const std::string plainLine = updateNotes(spectrum);
@@ -90,7 +91,7 @@ TEST_F(NoteEstimationTest, SpectrumPeaksAndLinesMeanTheSameWithTheFineEar) {
     EXPECT_NEAR(estimation->getPowerSpectrum()[20], 0.0, 0.001);
 }
 
-TEST_F(NoteEstimationTest, FineEarAnalysesTheNewestSamples) {
+TEST_F(EarSettingsTest, FineEarAnalysesTheNewestSamples) {
     setenv("ZANTO_EAR", "fine", 1);
     start("");
     std::vector<float> samples(2048);
@@ -100,19 +101,17 @@ TEST_F(NoteEstimationTest, FineEarAnalysesTheNewestSamples) {
     EXPECT_NEAR(estimation->getPowerSpectrum()[60], 0.0, 0.001);
 }
 
-TEST_F(NoteEstimationTest, FineEarHearsNothingBelowTheThreshold) {
+TEST_F(EarSettingsTest, FineEarHearsNothingBelowTheThreshold) {
     setenv("ZANTO_EAR", "fine", 1);
     setenv("ZANTO_MIN_DECIBEL", "-15", 1);
     start("");
     for (const double amplitude : {0.1, 0.3}) {
-        const std::vector<float> sound = signals::tones({{440.0, amplitude}}, 6144);
-        update(sound);
-        update(sound);
-        EXPECT_EQ(notesDown(), amplitude > 0.2 ? std::vector<int>{a} : std::vector<int>()) << amplitude;
+        EXPECT_EQ(heardIn({{440.0, amplitude}}), amplitude > 0.2 ? std::vector<int>{a} : std::vector<int>())
+            << amplitude;
     }
 }
 
-TEST_F(NoteEstimationTest, AnySamplesLeaveTheFineEarWhole) {
+TEST_F(EarSettingsTest, AnySamplesLeaveTheFineEarWhole) {
     setenv("ZANTO_EAR", "fine", 1);
     start("");
     const auto any = std::numeric_limits<float>::infinity();
@@ -125,9 +124,8 @@ TEST_F(NoteEstimationTest, AnySamplesLeaveTheFineEarWhole) {
         update(sound);
         update(sound);
     }
-    const std::vector<float> sound = signals::tones({{440.0, 0.1}}, 6144);
-    for (int frame = 0; frame < 100; ++frame) {
-        update(sound);
+    for (int frame = 0; frame < 50; ++frame) {
+        heardIn({{440.0, 0.1}});
     }
     EXPECT_THAT(notesDown(), ElementsAre(a));
 }

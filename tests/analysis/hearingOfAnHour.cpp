@@ -1,99 +1,64 @@
 // Prints what the ear that is chosen hears in mixed sound, and for how long notes are held: the same on every
-// system, though its C library may round differently. Usage: hearing_of_an_hour SECONDS
+// system, though its C library may round differently. With "spectra", also a digest of each spectrum and its
+// peaks, the same on every machine with this C library. Usage: hearing_of_an_hour [SECONDS [spectra]]
 
-#include <algorithm>
 #include <boost/make_shared.hpp>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
 #include "analysis/NoteEstimation.h"
 #include "audio/RingBuffer.h"
+#include "tests/analysis/Mixture.h"
 
 namespace {
 
-constexpr int sampleRateHz = 48000;
 constexpr int blockSamples = 480;  // a frame of the game
-constexpr int notes = 7;
+constexpr int blocksOfASecond = 100;
 
-/// Half a second each of chords that decay, of noise, of both, and of silence, never twice the same. Whole
-/// numbers make it, so that its samples are the same everywhere.
-class Mixture {
-public:
-    std::vector<float> next() {
-        std::vector<float> samples;
-        for (int index = 0; index < blockSamples; ++index) {
-            if (time++ % (sampleRateHz / 2) == 0) {
-                begin();
-            }
-            std::int64_t sum = noise * (static_cast<std::int64_t>(random() >> 16) - 32768) / 32768;
-            for (Voice& voice : voices) {
-                voice.phase += voice.step;
-                // A triangle: odd overtones, each weaker than the one before.
-                const std::int64_t ramp = voice.phase >> 16;
-                sum += ((ramp < 32768 ? ramp : 65535 - ramp) - 16384) * voice.level / 16384;
-                voice.level -= voice.level * decay >> 24;
-            }
-            const std::int64_t whole = 1 << 20;
-            samples.push_back(static_cast<float>(std::clamp(sum, -whole, whole)) / static_cast<float>(whole));
-        }
-        return samples;
+/// FNV-1a over the bits of numbers.
+template <class Number>
+void add(std::uint64_t& digest, Number number) {
+    unsigned char bytes[sizeof number];
+    std::memcpy(bytes, &number, sizeof number);
+    for (const unsigned char byte : bytes) {
+        digest = (digest ^ byte) * 1099511628211u;
     }
+}
 
-private:
-    struct Voice {
-        std::uint32_t phase;
-        std::uint32_t step;
-        std::int64_t level;
-    };
-
-    std::uint32_t random() {
-        state = state * 1664525u + 1013904223u;
-        return state;
+std::uint64_t digestOf(const NoteEstimation& estimation) {
+    std::uint64_t digest = 14695981039346656037u;
+    for (const double level : estimation.getPowerSpectrum()) {
+        add(digest, level);
     }
-
-    /// From its highest bits, which repeat least.
-    std::uint32_t below(std::uint32_t bound) {
-        return static_cast<std::uint32_t>(std::uint64_t{random()} * bound >> 32);
+    for (const auto& [level, frequency] : estimation.getCandidatePeaks()) {
+        add(digest, level);
+        add(digest, frequency);
     }
-
-    void begin() {
-        constexpr std::int64_t levels[] = {0, 300, 3000, 30000, 100000, 400000};
-        noise = levels[below(6)] / 4;
-        decay = below(2) * 1000;
-        voices.clear();
-        for (std::uint32_t left = below(4); left > 0; --left) {
-            // 65 to 1045 Hz, of 2^32 a period.
-            voices.push_back({random(), 5800000u + below(87700000u), levels[below(6)]});
-        }
-    }
-
-    std::uint32_t state = 20;
-    std::int64_t time = 0;
-    std::int64_t noise = 0;
-    std::int64_t decay = 0;
-    std::vector<Voice> voices;
-};
+    return digest;
+}
 
 }  // namespace
 
 int main(int count, char** arguments) {
-    const long blocks = (count > 1 ? std::atol(arguments[1]) : 3600) * (sampleRateHz / blockSamples);
+    const long blocks = (count > 1 ? std::atol(arguments[1]) : 3600) * blocksOfASecond;
     NoteEstimation estimation;
     Mixture mixture;
     const auto ring = boost::make_shared<RingBuffer>(20u * 1024);
     for (long block = 0; block < blocks; ++block) {
-        ring->append(mixture.next().data(), blockSamples);
+        ring->append(mixture.next(blockSamples).data(), blockSamples);
         estimation.update(ring, 0.01);
-        for (int note = 0; note < notes; ++note) {
+        for (int note = 0; note < Notes::noteCount; ++note) {
             const float seconds = estimation.getNoteState().downCount(note);
             std::uint32_t bits = 0;
             std::memcpy(&bits, &seconds, sizeof bits);
             if (bits != 0) {
                 std::printf("%d %08x  ", note, static_cast<unsigned int>(bits));
             }
+        }
+        if (count > 2) {
+            std::printf("%016llx", static_cast<unsigned long long>(digestOf(estimation)));
         }
         std::puts("");
     }
