@@ -65,15 +65,4 @@ TEST_F(ScoreAnnotationTest, FollowsItsFormulaToTheLastBit) {
     }
 }
 
-TEST_F(ScoreAnnotationTest, LivesALittleOverFourSeconds) {
-    ScoreAnnotation annotation(0.0f, 0.0f, font, 100);
-    EXPECT_FALSE(annotation.isComplete());
-    for (int second = 0; second < 4; ++second) {
-        annotation.animate(1.0);
-        EXPECT_FALSE(annotation.isComplete());
-    }
-    annotation.animate(1e-9);
-    EXPECT_TRUE(annotation.isComplete());
-}
-
 }  // namespace

@@ -94,20 +94,6 @@ const Example examples[] = {
 INSTANTIATE_TEST_SUITE_P(, Loading, testing::ValuesIn(examples),
                          [](const auto& example) { return std::string(example.param.name); });
 
-TEST_F(SongLoadingTest, ReadsAllSevenNotesAsWhiteMarksThatAreNotHit) {
-    ASSERT_TRUE(load("1 1\nC D E F G A B"));
-    const auto& marks = song.getSlots().at(0);
-    ASSERT_THAT(marks, SizeIs(7));
-    for (int note = 0; note < 7; ++note) {
-        const Song::NoteMark& mark = marks[static_cast<std::size_t>(note)];
-        EXPECT_EQ(mark.note, note);
-        EXPECT_EQ(mark.length, 1);
-        EXPECT_EQ(mark.brightness, 1.0f);
-        EXPECT_FALSE(mark.hit);
-        EXPECT_FALSE(mark.wrong);
-    }
-}
-
 TEST_F(SongLoadingTest, ANewSongAndWhatCannotBeOpenedHaveNoSlots) {
     EXPECT_THAT(slots(), IsEmpty());
     const CapturedErrors captured;
