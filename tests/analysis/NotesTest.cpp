@@ -73,27 +73,14 @@ TEST_P(Table, GivesTheseNotes) {
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
+// Any other table is compared with a plain list by fuzz.note_table.
 const Example examples[] = {
     {"TheNearestWithinFiveHertz", "C 1 261.63 D 1 293.66", {{263.0f, 0}, {290.0f, 1}, {277.0f, -1}}},
     {"HalfwayTheUpperOneWins", "C 1 100 D 1 108", {{104.0f, 1}, {103.9f, 0}, {104.1f, 1}}},
-    {"BelowTheLowest", "E 1 100 F 1 104", {{96.0f, 2}, {95.0f, -1}, {-100.0f, -1}}},
-    {"AboveTheHighest", "E 1 100 F 1 104", {{108.9f, 3}, {109.0f, -1}}},
     {"FiveHertzAtEveryPitchAndNotFive",
      "A 3 20 440 14080",
      {{24.99f, 5}, {15.01f, 5}, {25.0f, -1}, {15.0f, -1}, {14084.99f, 5}, {14085.0f, -1}, {14075.0f, -1}}},
-    {"AnEmptyTable", "", {{440.0f, -1}, {0.0f, -1}}},
     {"WhatIsNoFrequency", "A 1 440 B 1 494", {{notANumber, -1}, {infinity, -1}, {-infinity, -1}}},
-    {"ANegativeCountEndsIt",
-     "A 2 110 220 B -1 G 1 196",
-     {{110.0f, 5}, {220.0f, 5}, {196.0f, -1}, {1.0f, -1}}},
-    {"ACountOfZero", "A 0 G 1 196", {{196.0f, 4}}},
-    {"ALaterRecordReplaces", "A 1 440 B 2 440 494", {{440.0f, 6}}},
-    {"AnUnknownNameMatchesNoNote", "A 2 435 440 X 1 438", {{438.5f, -1}, {440.0f, 5}}},
-    // A table that ends, or goes wrong, before each of its words in turn.
-    {"NoCount", "A 1 440 B", {{440.0f, 5}, {0.0f, -1}}},
-    {"ABadCount", "A many 440", {{440.0f, -1}, {0.0f, -1}}},
-    {"TooFewFrequencies", "A 3 110 220", {{110.0f, 5}, {220.0f, 5}, {0.0f, -1}}},
-    {"ABadFrequency", "A 3 110 high 440 B 1 494", {{110.0f, 5}, {0.0f, -1}, {440.0f, -1}, {494.0f, -1}}},
     {"ACountTooLarge", "A 99999999999 440", {{440.0f, -1}}},
     {"ALargeCount", "A 2000000000 440", {{440.0f, 5}}},
     {"AFrequencyTooLarge", "A 2 110 1e99", {{110.0f, 5}, {std::numeric_limits<float>::max(), -1}}},

@@ -1,6 +1,6 @@
-// Any song, any notes held, and a clock that jumps: Song against the plain rules step by step, and against the
-// plain picture; drawing makes no OpenGL error and leaves no state behind. Random bytes do the same as a unit
-// test (SongAgainstPlainTest).
+// Any song, any notes held, and a clock that jumps: Song against the plain rules step by step, and against
+// the plain picture; drawing makes no OpenGL error and leaves no state behind. Random bytes do the same as a
+// unit test (SongAgainstPlainTest).
 
 #include <GL/gl.h>
 
@@ -56,8 +56,8 @@ void compare(const Song& song, const PlainSong& plain) {
         int penalties = 0;
         for (std::size_t k = 0; k < marks.size(); ++k) {
             const Song::NoteMark& twin = plain.slots[i][k];
-            require(marks[k].note == twin.note && marks[k].length == twin.length && marks[k].hit == twin.hit &&
-                        marks[k].wrong == twin.wrong,
+            require(marks[k].note == twin.note && marks[k].length == twin.length &&
+                        marks[k].hit == twin.hit && marks[k].wrong == twin.wrong,
                     "the same notes are hit");
             require(marks[k].brightness == twin.brightness, "they have faded as much");
             penalties += marks[k].wrong ? 1 : 0;
@@ -99,15 +99,16 @@ std::vector<RecordingGL::Line> linesInView(RecordingGL& gl, AnySong& song, doubl
     return seen;
 }
 
+bool alike(const RecordingGL::Line& line, const RecordingGL::Line& twin) {
+    return line.from == twin.from && line.to == twin.to && line.color == twin.color &&
+           line.width == twin.width;
+}
+
 void drawBoth(RecordingGL& gl, Song& song, PlainSong& plain, double t, double aspect) {
     const auto actual = linesInView(gl, song, t, aspect);
     const auto expected = linesInView(gl, plain, t, aspect);
     if (std::abs(t) < farthest) {
-        require(std::equal(actual.begin(), actual.end(), expected.begin(), expected.end(),
-                           [](const RecordingGL::Line& line, const RecordingGL::Line& twin) {
-                               return line.from == twin.from && line.to == twin.to &&
-                                      line.color == twin.color && line.width == twin.width;
-                           }),
+        require(std::equal(actual.begin(), actual.end(), expected.begin(), expected.end(), alike),
                 "both draw the same lines");
     }
 }

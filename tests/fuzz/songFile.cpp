@@ -57,9 +57,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             "both readings give the same song");
 
     const std::vector<Problem> problems = checkSong(contents);
-    const bool hasError =
-        std::any_of(problems.begin(), problems.end(),
-                    [](const Problem& problem) { return problem.severity == Problem::Severity::error; });
+    const bool hasError = std::any_of(problems.begin(), problems.end(), [](const Problem& problem) {
+        return problem.severity == Problem::Severity::error;
+    });
     require(loaded == !hasError, "an error is reported exactly when the game refuses the song");
     require(std::is_sorted(problems.begin(), problems.end(), isBefore), "problems stand by their places");
 

@@ -114,7 +114,6 @@ TEST_F(SongDrawingTest, ASongWithoutSlotsIsTheStaffAndTheScene) {
 
     play("C");
     hit({noteC});
-    const CapturedErrors captured;
     song.load("nowhere");
     draw(0.0);
     EXPECT_THAT(gl.lines(), SizeIs(staffLines));

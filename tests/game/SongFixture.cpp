@@ -1,14 +1,5 @@
 #include "tests/game/SongFixture.h"
 
-#include <iostream>
-
-CapturedErrors::CapturedErrors() : before(std::cerr.rdbuf(captured.rdbuf())) {
-}
-
-CapturedErrors::~CapturedErrors() {
-    std::cerr.rdbuf(before);
-}
-
 Words words(const std::vector<std::vector<Song::NoteMark>>& slots) {
     Words result;
     for (const auto& slot : slots) {
@@ -35,8 +26,8 @@ NoteState holding(const std::vector<Notes::NoteID>& notes, float seconds) {
 bool SongFixture::load(const std::string& contents) {
     // A name of its own each time: a file that is written over makes some file systems wait for the disk.
     path = folder.write("song" + std::to_string(++files) + ".txt", contents);
-    const CapturedErrors captured;
+    testing::internal::CaptureStderr();
     const bool loaded = song.load(path.c_str());
-    errors = captured.text();
+    errors = testing::internal::GetCapturedStderr();
     return loaded;
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -18,21 +17,6 @@ constexpr int noteF = 3;
 constexpr int noteG = 4;
 constexpr int noteA = 5;
 constexpr int noteB = 6;
-
-/// What is written to std::cerr while this lives.
-class CapturedErrors {
-public:
-    CapturedErrors();
-    ~CapturedErrors();
-    CapturedErrors(const CapturedErrors&) = delete;
-    CapturedErrors& operator=(const CapturedErrors&) = delete;
-
-    std::string text() const { return captured.str(); }
-
-private:
-    std::ostringstream captured;
-    std::streambuf* before;
-};
 
 /// A song's slots as words: "C/1" a C of length 1, with "!" behind it once it is hit and "x" for a penalty.
 using Words = std::vector<std::vector<std::string>>;

@@ -46,27 +46,16 @@ TEST_P(Loading, GivesTheseSlotsAndReport) {
     EXPECT_EQ(slots(), GetParam().slots);
 }
 
+// Any other file is compared with a plain reading by fuzz.song_file.
 const Example examples[] = {
     {"OneSlotPerLineAndOneForTheFinalLineBreak", "1 1\nC\nE2\n\n", nothing, {{"C/1"}, {"E/2"}, {}, {}}},
     {"ChordsRestsAndLengths", "120 4\nC E G\n\nD2\n", nothing, {{"C/1", "E/1", "G/1"}, {}, {"D/2"}, {}}},
     {"ALastLineWithoutALineBreak", "1 1\nC\nE2", nothing, {{"C/1"}, {"E/2"}}},
-    {"AnotherHeader", "200 3\nC\nE2", nothing, {{"C/1"}, {"E/2"}}},
-    {"AHeaderAlone", "1 1\n", nothing, {{}}},
-    {"AHeaderWithoutALineBreak", "1 1", badTiming, {}},
-    {"AHeaderThatEndsInABlank", "1 1 ", nothing, {}},
-    {"AHeaderOnTwoLines", "\n 120\n\t4\nC", nothing, {{"C/1"}}},
-    {"AHeaderWithMoreWords", "120 4 beats, H and so on\nC", nothing, {{"C/1"}}},
     {"AHeaderOfWords", "abc\nC\n", badTiming, {}},
-    {"AHeaderWithOneInteger", "120 abc\nC\n", badTiming, {}},
     {"AHeaderBeyondAnInt", "99999999999 1\nC\n", badTiming, {}},
-    {"NoHeader", "C E G\nD2\n", badTiming, {}},
-    {"AnEmptyFile", "", badTiming, {}},
     {"AnInvalidNote", "1 1\nD\n\nC H\nE\n", badNote, {{"D/1"}, {}}},
-    {"ALowerCaseNote", "1 1\nc\n", badNote, {}},
     {"ATrailingBlank", "1 1\nD\nC \n", badNote, {{"D/1"}}},
-    {"ATrailingTab", "1 1\nC\t\n", badNote, {}},
     {"ACarriageReturn", "1 1\r\nC\r\n", badNote, {}},
-    {"ALineOfBlanks", "1 1\n   \n", badNote, {}},
     {"AnyWhitespaceBetween", "1 1\n  C \t E\v\f\rG2", nothing, {{"C/1", "E/1", "G/2"}}},
     {"LengthsAsAtoiReadsThem",
      "1 1\nG4 Gx G-2 C# G+3 G3x G007 G0x10",
@@ -96,20 +85,20 @@ INSTANTIATE_TEST_SUITE_P(, Loading, testing::ValuesIn(examples),
 
 TEST_F(SongLoadingTest, ANewSongAndWhatCannotBeOpenedHaveNoSlots) {
     EXPECT_THAT(slots(), IsEmpty());
-    const CapturedErrors captured;
+    testing::internal::CaptureStderr();
     EXPECT_FALSE(song.load("nowhere/song.txt"));
     EXPECT_FALSE(song.load(""));
     std::ifstream in(folder.write("song.txt", "1 1\nC"));
     in.setstate(std::ios::failbit);
     EXPECT_FALSE(song.load(in));
-    EXPECT_EQ(captured.text(), std::string(badInput) + badInput + badInput);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string(badInput) + badInput + badInput);
     EXPECT_THAT(slots(), IsEmpty());
 }
 
 TEST_F(SongLoadingTest, AFolderCanBeOpenedButHasNoTiming) {
-    const CapturedErrors captured;
+    testing::internal::CaptureStderr();
     EXPECT_FALSE(song.load(folder.path().string().c_str()));
-    EXPECT_EQ(captured.text(), badTiming);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), badTiming);
     EXPECT_THAT(slots(), IsEmpty());
 }
 

@@ -96,17 +96,9 @@ TEST(Arrange, RhythmsThatFitNoSlotAreRefusedUnlessASlotWasAskedFor) {
     EXPECT_THAT(refusal(detached), HasSubstr("fits no even slots"));
 }
 
-TEST(Arrange, RoundingMovesAFewNotesAndKeepsTheTempo) {
-    const ArrangeWishes rounding{{}, {}, true};
+// A dotted pair that is rounded is shown by the example of the documentation.
+TEST(Arrange, ANoteTooManyForTheSlotsIsLeftOut) {
     const std::string scale = "120 4\nC\nG\nC\nG\nC\nG\nC\nG\nC\nG\nC\nG\nC\nG\nC\nG\n";
-    // A dotted pair: the short note comes early, and the long one ends for it.
-    const SheetVoice dotted = scaleAnd({{0, 1.5, d5}, {1.5, 0.5, c5}, {2, 1, g5}});
-    EXPECT_DOUBLE_EQ(arrange(dotted, {}, {}).slotQuarters, 0.5);
-    const Arrangement pair = arrange(dotted, {}, rounding);
-    EXPECT_DOUBLE_EQ(pair.slotQuarters, 1.0);
-    EXPECT_EQ(songText(pair.slots), scale + "D\nC\nG\n");
-    EXPECT_THAT(textsOf(pair.lost), ElementsAre("bar 17: D5 lasts 1.50 slots and was written with 1",
-                                                "bar 18: C5 was moved by 0.50 slots"));
     // Of a triplet in the time of two slots one note is too many.
     const SheetVoice triplet = scaleAnd(
         {{0, 2.0 / 3, d5}, {2.0 / 3, 2.0 / 3, c5}, {4.0 / 3, 2.0 / 3, d5}, {2, 1, g5}, {3, 0.25, c5}});

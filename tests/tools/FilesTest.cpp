@@ -61,6 +61,15 @@ protected:
     TemporaryFolder folder;
 };
 
+/// On file systems that have files without names, and on others.
+class NewFilesTest : public FilesTest, public testing::WithParamInterface<bool> {
+protected:
+    NewFilesTest() { filesNeedNames = GetParam(); }
+    ~NewFilesTest() override { filesNeedNames = false; }
+};
+
+INSTANTIATE_TEST_SUITE_P(, NewFilesTest, testing::Bool());
+
 }  // namespace
 
 TEST_F(FilesTest, WhatIsNoPlainFileIsNamedAsWhatItIs) {
@@ -78,7 +87,8 @@ TEST_F(FilesTest, WhatIsNoPlainFileIsNamedAsWhatItIs) {
     EXPECT_EQ(failureOf([] { readFile("small.txt", mostSongBytes); }), "the file is larger than 1 MiB");
 }
 
-TEST_F(FilesTest, AFileAppearsWholeOrNotAtAllAndReplacesAnotherOnlyWhenAskedFor) {
+TEST_P(NewFilesTest, AFileAppearsWholeOrNotAtAllAndReplacesAnotherOnlyWhenAskedFor) {
+    const std::string whole(100000, 'x');
     {
         NewFile file("new.txt", false);
         file.write("half");
@@ -87,10 +97,10 @@ TEST_F(FilesTest, AFileAppearsWholeOrNotAtAllAndReplacesAnotherOnlyWhenAskedFor)
     EXPECT_EQ(namesHere(), "");
     {
         NewFile late("new.txt", false);
-        write("new.txt", "whole");
+        write("new.txt", whole);
         EXPECT_EQ(failureOf([&] { late.keep(); }), "new.txt: File exists");
     }
-    EXPECT_EQ(readFile("new.txt", mostSongBytes), "whole");
+    EXPECT_EQ(readFile("new.txt", mostSongBytes), whole);
     EXPECT_EQ(namesHere(), "new.txt ");
     folder.write("old.txt", "old");
     ASSERT_EQ(chmod("old.txt", 0640), 0);
@@ -104,26 +114,6 @@ TEST_F(FilesTest, AFileAppearsWholeOrNotAtAllAndReplacesAnotherOnlyWhenAskedFor)
     Status status{};
     ASSERT_EQ(stat("old.txt", &status), 0);
     EXPECT_EQ(status.st_mode & 0777u, 0640u);
-}
-
-TEST_F(FilesTest, FileSystemsThatHaveOnlyFilesWithNamesAreWrittenInTheSameWay) {
-    filesNeedNames = true;
-    {
-        NewFile file("new.txt", false);
-        file.write("half");
-        EXPECT_EQ(namesHere(), "");  // nothing that a signal would leave behind
-    }
-    write("new.txt", std::string(100000, 'x'));
-    EXPECT_EQ(readFile("new.txt", mostSongBytes), std::string(100000, 'x'));
-    ASSERT_EQ(chmod("new.txt", 0640), 0);
-    write("new.txt", "new", true);
-    EXPECT_EQ(readFile("new.txt", mostSongBytes), "new");
-    EXPECT_EQ(fs::status("new.txt").permissions(), static_cast<fs::perms>(0640));
-    NewFile late("late.txt", false);
-    write("late.txt", "first");
-    EXPECT_EQ(failureOf([&] { late.keep(); }), "late.txt: File exists");
-    EXPECT_EQ(namesHere().size(), std::string("new.txt late.txt ").size());
-    filesNeedNames = false;
 }
 
 TEST_F(FilesTest, WhatIsReadIsNeverWrittenOverAndPlacesThatCannotBeWrittenAreNamed) {

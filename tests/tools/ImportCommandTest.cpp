@@ -1,7 +1,6 @@
 #include <filesystem>
 #include <string>
 
-#include "game/Song.h"
 #include "tests/support/MidiBytes.h"
 #include "tests/tools/CommandFixture.h"
 
@@ -9,6 +8,7 @@ namespace {
 
 using testing::HasSubstr;
 
+// What it prints, with and without --round, is shown by the examples of its documentation.
 class ImportCommandTest : public CommandFixture {
 protected:
     ImportCommandTest() : CommandFixture(importCommand) {}
@@ -17,24 +17,6 @@ protected:
 constexpr const char* tune = "X:1\nT:Tune\nM:4/4\nL:1/4\nQ:1/4=100\nK:D\nD E F2 | A2 z2 |]\n";
 
 }  // namespace
-
-TEST_F(ImportCommandTest, WhatIsKeptWholeGivesStatus0AndASongThatLoads) {
-    folder.write("tune.abc", tune);
-    const Outcome outcome = run({"tune.abc", "-o", "tune.txt"});
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.out,
-              "tune.txt: 4 of 4 notes of \"Tune\", 6 slots\n"
-              "A slot is a 1/4 note: 120 quarter notes a minute, 100 in the original.\n"
-              "Transposed down 2 semitones.\n");
-    EXPECT_EQ(read("tune.txt"), "120 4\nC\nD\nE2\n\nG2\n");
-    EXPECT_TRUE(Song().load("tune.txt"));
-    folder.write(
-        "a.musicxml",
-        "<score-partwise><part id=\"P1\"><measure number=\"1\"><note><pitch><step>G</step><octave>4</octave>"
-        "</pitch><duration>1</duration></note></measure></part></score-partwise>");
-    EXPECT_EQ(run({"a.musicxml", "-o", "a.txt"}).status, 0);
-    EXPECT_EQ(read("a.txt"), "120 4\nG\n");
-}
 
 TEST_F(ImportCommandTest, SeveralVoicesWantAChoice) {
     MidiBytes bytes(96);
@@ -100,18 +82,6 @@ TEST_F(ImportCommandTest, EverySlotThatTheReportNamesCanBeAskedFor) {
                     HasSubstr("A slot is a " + std::string(slot) + " note: "));
         EXPECT_EQ(read("tune.txt"), "120 4\nC\nD\nE\n");
     }
-}
-
-TEST_F(ImportCommandTest, TheReportTellsWhatRoundingWouldDo) {
-    folder.write("tune.abc", "X:1\nL:1/4\nQ:1/4=120\nK:C\nCDEFGABcBAGFED C3/2D/ E2\n");
-    EXPECT_THAT(
-        run({"tune.abc", "-o", "tune.txt"}).out,
-        HasSubstr(
-            "Only 2 notes of it need slots as short as that: with --round there are 120 quarter notes a "
-            "minute.\n"));
-    const Outcome rounded = run({"tune.abc", "-o", "tune.txt", "--round", "--force"});
-    EXPECT_THAT(rounded.out, HasSubstr("120 quarter notes a minute, 120 in the original"));
-    EXPECT_EQ(rounded.status, 1);
 }
 
 TEST_F(ImportCommandTest, ProblemsAndWrongUse) {

@@ -1,8 +1,0 @@
-// Any bytes as MusicXML.
-
-#include "tests/fuzz/SheetReader.h"
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    tryReader([](const std::string& text) { return readMusicXml(text); }, data, size);
-    return 0;
-}
