@@ -6,49 +6,37 @@
 #include <string>
 #include <vector>
 
+#include "tests/analysis/PlainFFT.h"
 #include "tests/support/SignalGenerators.h"
 
 using testing::ExitedWithCode;
 
 // What transforms and the other windows give is compared with plain ones in FFTOracleTest.
 
-TEST(PowersOfTwo, AreTwoAndItsDoubles) {
-    EXPECT_FALSE(IsPowerOfTwo(1));
-    EXPECT_TRUE(IsPowerOfTwo(2));
-    EXPECT_FALSE(IsPowerOfTwo(0));
-    for (const int negative : {-1, -2, -4, INT_MIN}) {
-        EXPECT_FALSE(IsPowerOfTwo(negative)) << negative;
+TEST(PowersOfTwo, AreTwoAndItsDoublesAndNeedTheirLogarithmOfBits) {
+    for (const int other : {0, -1, -2, -4, INT_MIN, INT_MAX}) {
+        EXPECT_FALSE(IsPowerOfTwo(other)) << other;
     }
-    for (int power = 2; power < 1 << 30; power *= 2) {
-        EXPECT_TRUE(IsPowerOfTwo(power));
-        EXPECT_FALSE(IsPowerOfTwo(power + 1));
-        EXPECT_EQ(IsPowerOfTwo(power - 1), false) << power - 1;
+    for (int bits = 1; bits <= 30; ++bits) {
+        EXPECT_TRUE(IsPowerOfTwo(1 << bits));
+        EXPECT_FALSE(IsPowerOfTwo((1 << bits) + 1));
+        EXPECT_FALSE(IsPowerOfTwo((1 << bits) - 1));
+        EXPECT_EQ(NumberOfBitsNeeded(1 << bits), bits);
     }
-    EXPECT_TRUE(IsPowerOfTwo(1 << 30));
-    EXPECT_FALSE(IsPowerOfTwo(INT_MAX));
 }
 
-TEST(PowersOfTwo, NeedAsManyBitsAsTheirLogarithm) {
-    EXPECT_EQ(NumberOfBitsNeeded(2), 1);
-    EXPECT_EQ(NumberOfBitsNeeded(4096), 12);
-    EXPECT_EQ(NumberOfBitsNeeded(1 << 30), 30);
+TEST(PowersOfTwo, OfOtherNumbersTheLowestBitCounts) {
     EXPECT_EQ(NumberOfBitsNeeded(12), 2);
     EXPECT_EQ(NumberOfBitsNeeded(7), 0);
 }
 
-TEST(BitReversal, ReversesTheLowestBits) {
-    EXPECT_EQ(ReverseBits(1, 3), 4);
-    EXPECT_EQ(ReverseBits(6, 3), 3);
-    EXPECT_EQ(ReverseBits(0, 5), 0);
-    EXPECT_EQ(ReverseBits(5, 0), 0);
-    EXPECT_EQ(ReverseBits(1, 20), 1 << 19);
-}
-
-TEST(BitReversal, TableAgreesWithTheLoopForEveryEntryAndBeyondItsEnd) {
+TEST(BitReversal, IsThatOfThePlainLoopForEveryEntryOfTheTablesAndBeyondTheirEnd) {
     InitFFT();
+    EXPECT_EQ(ReverseBits(5, 0), 0);
     for (int bits = 1; bits <= 18; ++bits) {
         for (int i = 0; i < 1 << bits; i += bits <= 16 ? 1 : 777) {
-            ASSERT_EQ(FastReverseBits(i, bits), ReverseBits(i, bits)) << bits << " bits";
+            ASSERT_EQ(FastReverseBits(i, bits), plain::reversed(i, bits)) << bits << " bits";
+            ASSERT_EQ(ReverseBits(i, bits), plain::reversed(i, bits)) << bits << " bits";
         }
     }
 }

@@ -10,13 +10,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 /// The notes by their numbers, for tests to speak of them.
-constexpr int noteC = 0;
-constexpr int noteD = 1;
-constexpr int noteE = 2;
-constexpr int noteF = 3;
-constexpr int noteG = 4;
-constexpr int noteA = 5;
-constexpr int noteB = 6;
+enum { noteC, noteD, noteE, noteF, noteG, noteA, noteB };
 
 /// A song's slots as words: "C/1" a C of length 1, with "!" behind it once it is hit and "x" for a penalty.
 using Words = std::vector<std::vector<std::string>>;

@@ -48,10 +48,15 @@ double silence(double) {
     return 0.0;
 }
 
+Outcome run(MicCommand command, const CommandArguments& arguments,
+            const std::function<double(double)>& sound) {
+    ScriptedMicrophone microphone(sound);
+    return run(command, arguments, microphone);
+}
+
 std::string outOf(MicCommand command, const CommandArguments& arguments,
                   const std::function<double(double)>& sound) {
-    ScriptedMicrophone microphone(sound);
-    return run(command, arguments, microphone).out;
+    return run(command, arguments, sound).out;
 }
 
 }  // namespace
@@ -102,11 +107,11 @@ TEST(MicLevel, TheBarReachesTheLevelAndMarksTheLeastOne) {
 }
 
 TEST(MicLevel, EndsWhenItIsInterrupted) {
-    ScriptedMicrophone microphone([](double t) {
+    const auto silenceUntilCtrlC = [](double t) {
         micInterrupted = t > 1.5;
         return 0.0;
-    });
-    const Outcome outcome = run(micLevelCommand, {"--seconds", "1000"}, microphone);
+    };
+    const Outcome outcome = run(micLevelCommand, {"--seconds", "1000"}, silenceUntilCtrlC);
     micInterrupted = false;
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(std::count(outcome.out.begin(), outcome.out.end(), '\n'), 1);
@@ -127,8 +132,7 @@ TEST(MicCheckCommand, SaysThatAGoodMicrophoneNeedsNothingOrThatTheFineEarWouldSe
                        HasSubstr("    ./play --ear fine\n")));
     EXPECT_THAT(outOf(micCheckCommand, {"--ear", "fine"}, cello),
                 testing::AllOf(HasSubstr("It was taken for C in "), Not(HasSubstr("fine ear"))));
-    ScriptedMicrophone good(noteAfterQuiet(0.00005, c5Hz, 0.2));
-    const Outcome outcome = run(micCheckCommand, {"--ear", "plain"}, good);
+    const Outcome outcome = run(micCheckCommand, {"--ear", "plain"}, noteAfterQuiet(0.00005, c5Hz, 0.2));
     EXPECT_EQ(outcome.status, 0) << outcome.out;
     EXPECT_THAT(outcome.out, HasSubstr("It was taken for C in "));
     EXPECT_THAT(outcome.out, HasSubstr("The least level of -65 dB suits, nothing has to be set.\n"));
@@ -142,22 +146,19 @@ TEST(MicLevel, ListensWithTheEarThatIsChosen) {
     EXPECT_THAT(outOf(micLevelCommand, {"--seconds", "1", "--ear", "fine"}, low), HasSubstr("]  F\n"));
     EXPECT_THAT(outOf(micLevelCommand, {"--seconds", "1", "--ear", "plain"}, low), Not(HasSubstr("]  F\n")));
     unsetenv("ZANTO_EAR");
-    ScriptedMicrophone third(low);
-    const Outcome wrong = run(micLevelCommand, {"--ear", "coarse"}, third);
+    const Outcome wrong = run(micLevelCommand, {"--ear", "coarse"}, low);
     EXPECT_EQ(wrong.status, 2);
     EXPECT_THAT(wrong.errors, HasSubstr("--ear wants plain or fine, not \"coarse\""));
 }
 
 TEST(MicCheckCommand, TheExampleOfTheDocumentationIsWhatItPrintsAndTheLevelThereServes) {
-    ScriptedMicrophone noisy(noteAfterQuiet(0.03, c5Hz, 0.5));
-    const Outcome before = run(micCheckCommand, {}, noisy);
+    const Outcome before = run(micCheckCommand, {}, noteAfterQuiet(0.03, c5Hz, 0.5));
     EXPECT_EQ(before.status, 1);
     EXPECT_EQ(before.out, documentedOutput(ZANTO_DOCS_FOLDER "/zanto-mic.md", "zanto-mic check"));
     const std::size_t at = before.out.find("ZANTO_MIN_DECIBEL=");
     ASSERT_NE(at, std::string::npos);
     setenv("ZANTO_MIN_DECIBEL", before.out.substr(at + 18, 3).c_str(), 1);
-    ScriptedMicrophone again(noteAfterQuiet(0.03, c5Hz, 0.5));
-    const Outcome after = run(micCheckCommand, {}, again);
+    const Outcome after = run(micCheckCommand, {}, noteAfterQuiet(0.03, c5Hz, 0.5));
     unsetenv("ZANTO_MIN_DECIBEL");
     EXPECT_EQ(after.status, 0) << after.out;
 }
@@ -172,8 +173,7 @@ TEST(MicCheckCommand, WhatIsWrongIsNamed) {
         {silence, {"delivers nothing at all"}},
     };
     for (const auto& [sound, told] : cases) {
-        ScriptedMicrophone microphone(sound);
-        const Outcome outcome = run(micCheckCommand, {}, microphone);
+        const Outcome outcome = run(micCheckCommand, {}, sound);
         EXPECT_EQ(outcome.status, 1);
         for (const char* const words : told) {
             EXPECT_THAT(outcome.out, HasSubstr(words));
@@ -186,10 +186,7 @@ TEST(MicRecord, CountsInRecordsEverySampleAndEndsAfterSilence) {
     const auto note = [](double t) {
         return t > 2.5 && t < 4.0 ? 0.3 * std::sin(6.283185307179586 * c5Hz * t) : 0.0;
     };
-    const Outcome outcome = [&] {
-        ScriptedMicrophone microphone(note);
-        return run(micRecordCommand, {"a.wav", "--silence", "2"}, microphone);
-    }();
+    const Outcome outcome = run(micRecordCommand, {"a.wav", "--silence", "2"}, note);
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_EQ(outcome.out,
               documentedOutput(ZANTO_DOCS_FOLDER "/zanto-mic.md", "zanto-mic record take.wav --silence 2"));
@@ -209,22 +206,20 @@ TEST(MicRecord, CountsInRecordsEverySampleAndEndsAfterSilence) {
 
 TEST(MicRecord, KeepsWhatWasRecordedWhenItIsInterruptedAndNothingWhenNothingWasHeard) {
     const TemporaryFolder folder;
-    ScriptedMicrophone interrupted([](double t) {
+    const auto soundUntilCtrlC = [](double t) {
         micInterrupted = t > 4.0;
         return 0.3 * std::sin(6.283185307179586 * c5Hz * t);
-    });
-    EXPECT_EQ(run(micRecordCommand, {"a.wav"}, interrupted).status, 0);
+    };
+    EXPECT_EQ(run(micRecordCommand, {"a.wav"}, soundUntilCtrlC).status, 0);
     micInterrupted = false;
     EXPECT_TRUE(std::filesystem::exists("a.wav"));
-    ScriptedMicrophone silent(silence);
-    const Outcome outcome = run(micRecordCommand, {"b.wav"}, silent);
+    const Outcome outcome = run(micRecordCommand, {"b.wav"}, silence);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.errors, "zanto-mic: nothing was heard; zanto-mic check says why\n");
     EXPECT_FALSE(std::filesystem::exists("b.wav"));
-    ScriptedMicrophone other(silence);
-    EXPECT_EQ(run(micRecordCommand, {"a.wav"}, other).errors,
+    EXPECT_EQ(run(micRecordCommand, {"a.wav"}, silence).errors,
               "zanto-mic: a.wav: there is such a file; --force replaces it\n");
-    EXPECT_EQ(run(micRecordCommand, {"c.wav", "--silence", "0"}, other).status, 2);
+    EXPECT_EQ(run(micRecordCommand, {"c.wav", "--silence", "0"}, silence).status, 2);
 }
 
 TEST(MicCommands, WrongUseAndAMicrophoneThatDoesNotStart) {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -38,10 +37,6 @@ Notes::NoteID heardAt(const Notes& notes, double frequencyHz) {
 constexpr int pitchOfC3 = 48;
 constexpr int pitchOfB5 = 83;
 
-int naturalOf(int pitch) {
-    return std::array{0, -1, 1, -1, 2, 3, -1, 4, -1, 5, -1, 6}.at(static_cast<std::size_t>(pitch) % 12);
-}
-
 }  // namespace
 
 // What a transposed table hears is shown by the example of the documentation.
@@ -64,7 +59,7 @@ TEST(NotesTable, TheShippedTableIsTheDefaultOneAndListsNothingButCentresOfScanne
 TEST(NotesTable, NaturalsAreHeardAsThemselvesAndSharpsAsNoNote) {
     const Notes notes = tableOf(TableModel());
     for (int pitch = pitchOfC3; pitch <= pitchOfB5; ++pitch) {
-        const bool isNatural = naturalOf(pitch) != -1;
+        const bool isNatural = Notes::ofSemitone(pitch) != -1;
         for (const double cents : {-20.0, 0.0, 20.0}) {
             const bool isOutOfTune = cents != 0.0;
             // The lowest notes are too close together for that.
@@ -72,10 +67,11 @@ TEST(NotesTable, NaturalsAreHeardAsThemselvesAndSharpsAsNoNote) {
                 continue;
             }
             const double playedHz = pitchFrequencyHz(440.0, pitch) * std::exp2(cents / 1200.0);
-            EXPECT_EQ(heardAt(notes, playedHz), naturalOf(pitch)) << pitch << " " << cents;
+            EXPECT_EQ(heardAt(notes, playedHz), Notes::ofSemitone(pitch)) << pitch << " " << cents;
         }
         if (isNatural && pitch >= pitchOfB5 - 6) {  // its second harmonic stands for it
-            EXPECT_EQ(heardAt(notes, 2.0 * pitchFrequencyHz(440.0, pitch)), naturalOf(pitch)) << pitch;
+            EXPECT_EQ(heardAt(notes, 2.0 * pitchFrequencyHz(440.0, pitch)), Notes::ofSemitone(pitch))
+                << pitch;
         }
     }
 }
