@@ -115,9 +115,13 @@ TEST(AbcSheet, WhatIsForThePlayerIsLeftOutAndCounted) {
 TEST(AbcSheet, RepeatsEndingsJumpsAndPartsAreWrittenOut) {
     const std::vector<std::pair<const char*, const char*>> cases = {
         {"|:C:|D|", "60 60 62 "},
+        {"C|:D|E:|F", "60 62 64 62 64 65 "},
+        {"C|D:|E|F:|", "60 62 60 62 64 65 64 65 "},
         {"C:|D::E:|", "60 60 62 62 64 64 "},
         {"|:C|1 D:|2 E|F|]", "60 62 60 64 65 "},
         {"|:C [1,3 D :|[2 E :|] F|", "60 62 60 64 60 62 65 "},
+        {"|:C|1,2 D:|3 E|F|", "60 62 60 62 60 64 65 "},
+        {"C|1 D|E:|2 F||G|A:|", "60 62 64 60 65 67 69 67 69 "},
         {"|:C|[\"1.\" D:|[\"2.\" E|]", "60 62 60 64 "},
         {"|::C::|D", "60 60 60 62 "},
         {"C||D:|E", "60 62 62 64 "},
@@ -125,18 +129,23 @@ TEST(AbcSheet, RepeatsEndingsJumpsAndPartsAreWrittenOut) {
         {"C|\"Fine\"D|E F!D.C.!|]", "60 62 64 65 60 62 "},
         {"C|SD!fine!|E|F!D.S.!|]", "60 62 64 65 62 "},
         {"C|D O|E \"D.C. al Coda\"|OF|G|]", "60 62 64 60 62 65 67 "},
-        {"|:C:|D \"dal segno\"", nullptr},
+        {"C|D|!coda!E !D.C.!|!coda!F|", "60 62 64 60 62 65 "},
+        {"C|D \"To Coda\"|E \"D. C. al Coda\"|\"Coda\"F|G:|", "60 62 64 60 62 65 67 65 67 "},
+        // After a jump only the last endings, and a jump at a repeat's end after the last round.
+        {"|:C|1 D:|2 E||F!fine!:|G \"da capo\"|", "60 62 60 64 65 65 67 60 64 65 "},
+        {"C|D!D.C.!:|E", "60 62 60 62 60 62 64 "},
+        {"\"Dsus4\"C \"D\"D|\"finely\"E \"d.c. tomorrow\"F|", "60 62 64 65 "},
         {"P:A\nC|\nP:B\nD:|", "60 62 62 60 "},
         {"C : D | : E", "60 62 64 "},
     };
     for (const auto& [body, expected] : cases) {
         const std::string header = std::string(body).rfind("P:", 0) == 0 ? "P:A(B)A\n" : "";
-        if (expected == nullptr) {
-            EXPECT_THAT(failureOf([&, text = body] { tune(text, header); }), HasSubstr("there is no segno"));
-        } else {
-            EXPECT_EQ(pitches(tune(body, header)), expected) << body;
-        }
+        EXPECT_EQ(pitches(tune(body, header)), expected) << body;
     }
+    EXPECT_EQ(failureOf([] { tune("|:C:|D \"dal segno\""); }),
+              "it says \"dal segno\", and there is no segno before it");
+    EXPECT_EQ(failureOf([] { tune("C \"al coda\"|D!D.C.!|"); }),
+              "it says \"to coda\", and there is no coda behind it");
     EXPECT_THAT(tune("C|!fine!D|E!D.C.!|F|]").lost,
                 ElementsAre("bar 3, to which no repeat and no jump leads"));
     const SheetMusic duet = tune("V:1\n|:C D:|\nV:2\nE F|\n");

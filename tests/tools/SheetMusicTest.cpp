@@ -154,9 +154,10 @@ TEST(MusicXmlSheet, RepeatsAreWrittenOut) {
         xml(measure(1, halves + note("C", 2)) +
             measure(2, ending("1", "start") + note("D", 2) + ending("1", "stop", back)) +
             measure(3, ending("2", "start") + note("E", 2) + ending("2", "discontinue")) +
-            measure(4, note("F", 2) + "<barline>" + back + "</barline>"));
+            measure(4, note("F", 2) + "<barline>" + back + "</barline>") +
+            measure(5, note("G", 2) + "<barline><repeat direction=\"backward\" times=\"1\"/></barline>"));
     EXPECT_THAT(notesOf(sheet.voices.at(0)), ElementsAre("72@0+100", "74@100+100", "72@200+100", "76@300+100",
-                                                         "77@400+100", "77@500+100"));
+                                                         "77@400+100", "77@500+100", "79@600+100"));
 }
 
 TEST(MusicXmlSheet, NotesAreAtSoundingPitch) {
@@ -270,6 +271,12 @@ TEST(MusicXmlSheet, WhatIsNoScoreOrNoNumberIsRefusedAndNotGuessed) {
     EXPECT_EQ(refused(note("C", 1, "", 2147483647)), "bar 7: \"2147483647\" is no octave");
     EXPECT_EQ(refused("<barline><repeat direction=\"backward\" times=\"-9\"/></barline>"),
               "bar 7: \"-9\" is no number of times");
+    std::string endless;
+    for (int number = 1; number <= 101; ++number) {
+        endless += measure(number, note("C", 1));
+    }
+    endless += measure(102, "<barline><repeat direction=\"backward\" times=\"1000\"/></barline>");
+    EXPECT_EQ(failureOf([&] { xml(endless); }), "its repeats never come to an end");
     EXPECT_EQ(refused(note("C", 60000) + note("C", 60000) + note("C", 1)),
               "it is longer than 100000 quarter notes or 200000 notes");
     EXPECT_THAT(failureOf([] { readMusicXml("<score-partwise>"); }), HasSubstr("damaged XML"));
