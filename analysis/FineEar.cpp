@@ -34,7 +34,8 @@ constexpr double strikeSeconds = 0.1;  ///< in which an attack is over
 constexpr double strikeRatio = 4.0;    ///< of the power: a new note rises by 6 dB at least
 constexpr double fallRatio = 2.0;      ///< of the power, 3 dB, below the recent maximum
 constexpr double faintRatio = 0.03;    ///< of the power: what is 15 dB weaker than a note does not end it
-constexpr double returnRatio = 2.5;    ///< of the power, 4 dB: it is played again
+constexpr double returnRatio = 6.0;    ///< of the power, 8 dB: it is played again; a room beats less
+constexpr double roomSeconds = 0.5;    ///< for which a note that has ended may be lost and come again
 /// The recent maximum sinks by this: strings that ring on fade more slowly, a room (0.5 s to -60 dB) faster.
 constexpr double fadeDbPerSecond = 20.0;
 /// The recent minimum rises by this, which keeps it low while an attack lasts.
@@ -131,7 +132,7 @@ void FineEar::followVoice(Voice& voice, const PartialRows::Note* note, double dt
     if (note == nullptr) {
         voice.found = 0.0;
         voice.missed += dtSeconds;
-        if (voice.missed > lostSeconds) {
+        if (voice.missed > (voice.hasEnded ? roomSeconds : lostSeconds)) {
             voice = Voice();
         }
         return;
@@ -177,7 +178,12 @@ void FineEar::judgeEnd(Voice& voice) const {
     const bool hasNewer = newestAge < voice.age;
     if (voice.hasEnded) {
         voice.endPower = std::min(voice.endPower, voice.power);
-        voice.hasEnded = hasNewer && voice.power <= returnRatio * voice.endPower;
+        const bool isBack = voice.isFound && voice.power > returnRatio * voice.endPower;
+        voice.hasEnded = hasNewer && !isBack;
+        if (isBack) {
+            voice.age = confirmSeconds;
+            voice.isStruck = true;
+        }
     } else if (voice.isFound && voice.hasFallen && hasNewer && newestAge < endSeconds) {
         voice.hasEnded = true;
         voice.endPower = voice.power;
