@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <complex>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,27 @@ TEST(BitReversal, IsThatOfThePlainLoopForEveryEntryOfTheTablesAndBeyondTheirEnd)
         for (int i = 0; i < 1 << bits; i += bits <= 16 ? 1 : 777) {
             ASSERT_EQ(FastReverseBits(i, bits), plain::reversed(i, bits)) << bits << " bits";
             ASSERT_EQ(ReverseBits(i, bits), plain::reversed(i, bits)) << bits << " bits";
+        }
+    }
+}
+
+TEST(FFT, IsTheSumThatDefinesIt) {
+    constexpr int size = 64;
+    const std::vector<float> realIn = signals::noise(2, 1.0f, size);
+    const std::vector<float> imagIn = signals::noise(3, 1.0f, size);
+    for (const bool inverse : {false, true}) {
+        float real[size];
+        float imag[size];
+        FFT(size, inverse, realIn.data(), imagIn.data(), real, imag);
+        for (std::size_t bin = 0; bin < size; ++bin) {
+            std::complex<double> sum;
+            for (std::size_t i = 0; i < size; ++i) {
+                // Forward turns counterclockwise; only the inverse is divided by the size.
+                const double turn = 2.0 * 3.14159265358979323846 * static_cast<double>(bin * i) / size;
+                sum += std::complex<double>(realIn[i], imagIn[i]) * std::polar(1.0, inverse ? -turn : turn);
+            }
+            EXPECT_NEAR(real[bin], sum.real() / (inverse ? size : 1), 1e-5);
+            EXPECT_NEAR(imag[bin], sum.imag() / (inverse ? size : 1), 1e-5);
         }
     }
 }
