@@ -61,7 +61,8 @@ HARD = {
     "choir (aah)": "the singers are not of one pitch and begin slowly",
     "church organ": "mixture stops sound octaves and fifths above every note",
     "marimba": "overtones are no multiples of the fundamental, and high notes die away",
-    "harp": "the same of the lowest and the highest strings"}
+    "harp": "the same of the lowest and the highest strings, and all ring on",
+    "steel guitar": "the low strings ring on"}
 
 
 def without_hard(rows):
@@ -69,13 +70,17 @@ def without_hard(rows):
 
 
 def hard_instruments(naturals):
-    """Of each, how far its dry notes have faded when they are judged for the last time, and why it is hard."""
+    """Of each, how far its dry notes have faded when they are judged for the last time, for how long yinfft hears
+    them after their end, and why it is hard."""
     lines = []
     for player, reason in HARD.items():
         mine = pick(naturals, ear="fine", player=player, room="dry")
         levels = "/".join(f"{min(one['late_db'] for one in pick(mine, octave=octave)):.0f}" for octave in OCTAVES
                           if pick(mine, octave=octave))
-        lines.append(f"- **{player}** ({levels} dB): {reason}.")
+        ends = pick(naturals, ear="yinfft", player=player, room="dry")
+        tails = "/".join(f"{mean(pick(ends, octave=octave), 'tail_ms'):.0f}" for octave in OCTAVES
+                         if pick(ends, octave=octave))
+        lines.append(f"- **{player}** ({levels} dB; {tails} ms): {reason}.")
     return "\n".join(lines)
 
 
@@ -183,6 +188,20 @@ def songs_reached(rows, manner):
     return f"{reached}/{len(by_song)}; {lowest.replace('_', ' ')} {100 * score:.1f}"
 
 
+def slow_to_end(played):
+    """Instruments that cost more penalties than they should when they are played legato, but the hard ones."""
+    legato = pick(without_hard(played), ear="fine", manner="beat")
+    names = []
+    for player in dict.fromkeys(one["player"] for one in legato):
+        mine = pick(legato, player=player)
+        cells = [f"C{octave} {mean(pick(mine, octave=octave), 'penalties_per_39', 'performances'):.1f}"
+                 for octave in OCTAVES if pick(mine, octave=octave)
+                 and mean(pick(mine, octave=octave), "penalties_per_39", "performances") > 5]
+        if cells:
+            names.append(f"{player} ({', '.join(cells)})")
+    return "; ".join(names)
+
+
 def song_figures(performances, timing):
     songs = [dict(row, performances=1) for row in performances]
     played = instruments(songs)
@@ -197,7 +216,7 @@ def song_figures(performances, timing):
                                                 for octave in OCTAVES)))
                 lines.append(row("- without hard ones",
                                  *(earned(pick(without_hard(same), octave=octave)) for octave in OCTAVES)))
-    figures = {"songs": "\n".join(lines), "reached": "\n".join(reached),
+    figures = {"songs": "\n".join(lines), "reached": "\n".join(reached), "slow": slow_to_end(played),
                "performances": f"{len(pick(songs, ear='plain')):,}"}
     for ear in EARS:
         for octave in OCTAVES:
