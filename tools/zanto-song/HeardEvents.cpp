@@ -45,7 +45,9 @@ private:
 
     // A note that is not heard for a while sounds on all the same when nothing else has begun.
     bool isOnlyLost(std::size_t end, std::size_t frame) const {
-        if (frame - end > longestLoss || strikes.anyIn(end - std::min(end, shortestRun), frame)) {
+        // A clear beginning is heard before its strike is at its height.
+        const std::size_t until = frame + static_cast<std::size_t>(farthestStrike - beginDelay);
+        if (frame - end > longestLoss || strikes.anyIn(end - std::min(end, shortestRun), until)) {
             return false;
         }
         unsigned before = 0;
