@@ -48,6 +48,13 @@ TEST_F(DrawingTest, SubclassDrawsInItsParentsCoordinatesWithinTheWindow) {
     EXPECT_EQ(litPixels(160, 120, 480, 360), 320 * 240);
 }
 
+TEST_F(DrawingTest, HiddenWidgetIsNotDrawn) {
+    wt::wtWindow* panel = half(colored(0, 0, 0));
+    (new Painting(panel, {0.25f, 0.5f, 0.25f, 0.25f}, 0))->setShowing(0);
+    draw();
+    EXPECT_EQ(litPixels(), 0);
+}
+
 TEST_F(DrawingTest, SolidShaderLooksAsTheFixedFunctionDoes) {
     ASSERT_NE(wt::wtSymbols::fragProgs["solid_shader"], 0U);
     wt::Polygon shaded = colored(0.3f, 0.6f, 0.9f);
