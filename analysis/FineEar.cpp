@@ -68,11 +68,14 @@ const std::vector<Notes::NoteID>& FineEar::hear(const std::vector<double>& level
     const bool oneBegins = std::count_if(voices.begin(), voices.end(), [](const Voice& voice) {
                                return voice.isFound && !voice.isHeard && !voice.hasEnded;
                            }) == 1;
+    // In the same order whatever the transposition: a note that is back counts for those judged after it.
+    for (Voice& voice : voices) {
+        judgeEnd(voice);
+    }
     notes.clear();
     for (int written = 0; written < static_cast<int>(voices.size()); ++written) {
         const std::size_t semitone = PartialRows::semitoneOf(written + transposeSemitones);
         Voice& voice = voices[semitone];
-        judgeEnd(voice);
         // An attack that is no tone yet looks like several notes.
         const bool isClear = oneBegins && voice.isStruck && foundAt[semitone] == rows.begin();
         voice.isHeard = voice.isFound && !voice.hasEnded &&
